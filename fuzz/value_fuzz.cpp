@@ -1,0 +1,141 @@
+// Type names and values from any text: no failure but the ones that are told, and every number what
+// a plain stream reads, in the classic locale and in one that writes numbers differently.
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <locale>
+#include <sstream>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "hwxcore/value/TCIMDateTime.h"
+#include "hwxcore/value/TCIMValue.h"
+#include "hwxcore/value/THWXException.h"
+
+namespace {
+
+using namespace NQORHWX20;
+typedef TCIMValue::TCIMType TCIMType;
+typedef std::vector<std::uint8_t> Bytes;
+
+void Require(bool condition) {
+  if (!condition) std::abort();
+}
+
+// The status that `operation` ends with. Any other exception ends the process.
+int StatusOf(const std::function<void()>& operation) {
+  try {
+    operation();
+  } catch (const THWXException& failure) {
+    return failure.GetStatus();
+  }
+  return kHWXStatusOK;
+}
+
+class TPunctuation : public std::numpunct<char> {
+ protected:
+  char do_decimal_point() const override { return ','; }
+  char do_thousands_sep() const override { return '.'; }
+  std::string do_grouping() const override { return "\3"; }
+};
+
+TCIMValue Read(TCIMType type, std::string text) {
+  return TCIMValue(type, text, boost::shared_ptr<ICIMNamespace>());
+}
+
+void CheckTypeName(const std::string& name) {
+  const TCIMType type(name);
+  if (type == TCIMType::kCIMTypeNone) {
+    Require(StatusOf([&] { type.ToString(); }) == kHWXStatusTypeMismatch);
+    return;
+  }
+  Require(type >= TCIMType::kCIMTypeBoolean && type <= TCIMType::kCIMTypeReference);
+  Require(type.ToString().size() == name.size());
+  Require(TCIMType(type.ToString()) == type);
+}
+
+template <typename Number>
+Number Streamed(const std::string& text) {
+  std::istringstream stream(text);
+  if (std::is_same_v<Number, bool>) {
+    stream.setf(std::ios_base::boolalpha);
+  } else if (std::is_integral_v<Number>) {
+    stream.unsetf(std::ios_base::dec);
+  }
+  Number number = 0;
+  stream >> number;
+  return number;
+}
+
+// `Wide` is what the stream reads for a value of the type `Number`.
+template <typename Number, typename Wide = Number>
+void CheckNumber(TCIMType type, const std::string& text) {
+  const TCIMValue value = Read(type, text);
+  Require(!value.IsNull() && value.GetType() == type);
+  const auto expected = static_cast<Number>(Streamed<Wide>(text));
+  const Number number = value.operator Number();
+  Require(number == expected && std::signbit(number) == std::signbit(expected));
+  Require(TCIMValue(value) == value);
+  Require(!value.ToString(10).empty());
+}
+
+void CheckNumbers(const std::string& text) {
+  CheckNumber<bool>(TCIMType::kCIMTypeBoolean, text);
+  CheckNumber<unsigned char, unsigned int>(TCIMType::kCIMTypeUInt8, text);
+  CheckNumber<signed char, int>(TCIMType::kCIMTypeSInt8, text);
+  CheckNumber<unsigned short>(TCIMType::kCIMTypeUInt16, text);
+  CheckNumber<short>(TCIMType::kCIMTypeSInt16, text);
+  CheckNumber<unsigned int>(TCIMType::kCIMTypeUInt32, text);
+  CheckNumber<int>(TCIMType::kCIMTypeSInt32, text);
+  CheckNumber<unsigned long>(TCIMType::kCIMTypeUInt64, text);
+  CheckNumber<long>(TCIMType::kCIMTypeSInt64, text);
+  CheckNumber<float>(TCIMType::kCIMTypeReal32, text);
+  CheckNumber<double>(TCIMType::kCIMTypeReal64, text);
+}
+
+void CheckOtherTypes(const std::string& text) {
+  for (const auto type : {TCIMType::kCIMTypeString, TCIMType::kCIMTypeChar16}) {
+    const TCIMValue value = Read(type, text);
+    Require(value.GetType() == TCIMType::kCIMTypeString && value.ToString(10) == text);
+  }
+  const int status = StatusOf([&] { Read(TCIMType::kCIMTypeDateTime, text).ToString(10); });
+  Require(status == kHWXStatusOK || status == kHWXStatusInvalidDateTime);
+  for (const int tag : {-1, 0, 16, 17, 22, 30, 31, 32, 38, 1000}) {
+    const TCIMType type = static_cast<TCIMType::ECIMType>(tag);
+    Require(StatusOf([&] { Read(type, text); }) == kHWXStatusTypeMismatch);
+  }
+}
+
+Bytes Seed(const char* text) {
+  return Bytes(text, text + std::strlen(text));
+}
+
+}  // namespace
+
+std::vector<Bytes> FuzzSeeds() {
+  return {Seed("uint8"),       Seed("DateTime"),
+          Seed("reference"),   Seed("true"),
+          Seed("false"),       Seed("4294967295"),
+          Seed("-2147483648"), Seed("0x7fFF"),
+          Seed("0177"),        Seed("18446744073709551616"),
+          Seed(" +12.5e-3"),   Seed("1.234.567,89"),
+          Seed("1e308"),       Seed("3.4028235e38"),
+          Seed("4.9e-324"),    Seed("20070102030405.000006+060")};
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const std::locale& classic = std::locale::classic();
+  static const std::locale other(classic, new TPunctuation);
+  const std::string text(reinterpret_cast<const char*>(data), size);
+  CheckTypeName(text);
+  CheckNumbers(text);
+  CheckOtherTypes(text);
+  std::locale::global(other);
+  CheckNumbers(text);
+  std::locale::global(classic);
+  return 0;
+}

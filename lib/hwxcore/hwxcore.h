@@ -1,0 +1,42 @@
+#ifndef HWXCORE_HWXCORE_H
+#define HWXCORE_HWXCORE_H
+
+// The whole public interface.
+
+#include "hwxcore/diagnostics/ILogger.h"
+#include "hwxcore/diagnostics/TCommUtil.h"
+#include "hwxcore/diagnostics/TLogger.h"
+#include "hwxcore/os/TOSSpecific.h"
+#include "hwxcore/schema/ICIMClass.h"
+#include "hwxcore/schema/ICIMElement.h"
+#include "hwxcore/schema/ICIMInstance.h"
+#include "hwxcore/schema/ICIMMethodDecl.h"
+#include "hwxcore/schema/ICIMNamespace.h"
+#include "hwxcore/schema/ICIMParameterDecl.h"
+#include "hwxcore/schema/ICIMProperty.h"
+#include "hwxcore/schema/ICIMPropertyDecl.h"
+#include "hwxcore/schema/ICIMQualifiedElement.h"
+#include "hwxcore/schema/ICIMQualifier.h"
+#include "hwxcore/schema/ICIMQualifierDecl.h"
+#include "hwxcore/schema/INamespaceProvider.h"
+#include "hwxcore/schema/INamespaceProviderManager.h"
+#include "hwxcore/schema/TAddToVectorCallback.h"
+#include "hwxcore/schema/TCIMSchemaHelper.h"
+#include "hwxcore/schema/TNamespaceProviderManager.h"
+#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/value/TCIMArrayValueImpl.h"
+#include "hwxcore/value/TCIMChar16.h"
+#include "hwxcore/value/TCIMChar16Impl.h"
+#include "hwxcore/value/TCIMChar16ValueImpl.h"
+#include "hwxcore/value/TCIMContext.h"
+#include "hwxcore/value/TCIMDateTime.h"
+#include "hwxcore/value/TCIMDateTimeImpl.h"
+#include "hwxcore/value/TCIMDateTimeValueImpl.h"
+#include "hwxcore/value/TCIMNumericValueImpl.h"
+#include "hwxcore/value/TCIMStringValueImpl.h"
+#include "hwxcore/value/TCIMValue.h"
+#include "hwxcore/value/TCIMValueImpl.h"
+#include "hwxcore/value/THWXException.h"
+#include "hwxcore/value/THWXStatusCode.h"
+
+#endif  // HWXCORE_HWXCORE_H

@@ -1,0 +1,16 @@
+#ifndef HWXCORE_SCHEMA_ICIMELEMENT_H
+#define HWXCORE_SCHEMA_ICIMELEMENT_H
+
+namespace NQORHWX20 {
+
+/// What a reference can lead to: the common first base of classes and instances.
+///
+/// Thread-safety: the provider's business.
+class ICIMElement {
+ public:
+  virtual ~ICIMElement();
+};
+
+}  // namespace NQORHWX20
+
+#endif  // HWXCORE_SCHEMA_ICIMELEMENT_H

@@ -1,0 +1,307 @@
+#include "hwxcore/schema/TCIMSchemaHelper.h"
+
+#include <cctype>
+#include <vector>
+
+#include "hwxcore/diagnostics/detail/LogDebug.h"
+#include "hwxcore/schema/ICIMClass.h"
+#include "hwxcore/schema/ICIMInstance.h"
+#include "hwxcore/schema/ICIMNamespace.h"
+#include "hwxcore/schema/ICIMProperty.h"
+#include "hwxcore/schema/TAddToVectorCallback.h"
+#include "hwxcore/schema/detail/MachineTypeModel.h"
+#include "hwxcore/schema/detail/SerialNumberCheck.h"
+#include "hwxcore/value/THWXException.h"
+
+namespace NQORHWX20 {
+
+const std::string TCIMSchemaHelper::kPluginNSPName = "plugin";
+const std::string TCIMSchemaHelper::kCMPINSPName = "cmpi";
+const std::string TCIMSchemaHelper::kContextName = "nspID";
+const std::string TCIMSchemaHelper::kSystemCreationClassName = "QORSG_ComputerSystem";
+const std::string TCIMSchemaHelper::kOperatingSystemCreationClassName = "QORSG_OperatingSystem";
+
+namespace {
+
+const char kProductClassName[] = "QORSG_HWXProduct";
+const char kUnknown[] = "Unknown";
+
+typedef boost::shared_ptr<ICIMNamespace> NamespacePtr;
+typedef boost::shared_ptr<ICIMInstance> InstancePtr;
+typedef boost::shared_ptr<ICIMProperty> PropertyPtr;
+
+// The caller's context with the provider chosen. It goes to some of a query's calls, and others get
+// an empty one: a namespace may answer differently for the two, so each place is meant as it
+// stands.
+TCIMContext PluginContext(TCIMContext context = TCIMContext()) {
+  context[TCIMSchemaHelper::kContextName].Set(TCIMSchemaHelper::kPluginNSPName);
+  return context;
+}
+
+// What a provider hands out instead of throwing is not trusted to be there.
+template <typename T>
+const boost::shared_ptr<T>& Existing(const boost::shared_ptr<T>& object) {
+  if (!object) throw THWXException(kHWXStatusNotFound);
+  return object;
+}
+
+std::vector<InstancePtr> CollectInstances(const boost::shared_ptr<ICIMClass>& cimClass,
+                                          const TCIMContext& context) {
+  std::vector<InstancePtr> instances;
+  Existing(cimClass)->EnumerateInstances(TAddToVectorCallback<ICIMInstance>(&instances), true,
+                                         context);
+  return instances;
+}
+
+PropertyPtr GetProperty(const InstancePtr& instance, const std::string& name,
+                        const TCIMContext& context) {
+  return Existing(Existing(instance)->GetProperty(name, context));
+}
+
+// The pattern of the strict queries: whatever fails passes through, and nothing is logged.
+template <typename Result>
+Result ReadFromOnlyInstance(const NamespacePtr& ns, const std::string& className,
+                            const std::string& property) {
+  const TCIMContext context = PluginContext();
+  const std::vector<InstancePtr> instances =
+      CollectInstances(ns->GetClass(className, context), TCIMContext());
+  if (instances.size() != 1) throw THWXException(kHWXStatusNotFound);
+  return GetProperty(instances.front(), property, context)->GetValue(TCIMContext());
+}
+
+template <typename... Reason>
+[[noreturn]] void LogAndThrowNotFound(const Reason&... reason) {
+  detail::LogDebug("TCIMSchemaHelper: ", reason...);
+  throw THWXException(kHWXStatusNotFound);
+}
+
+// Runs one call of the schema. That the thing asked for is absent is logged; all failures go on as
+// new exceptions with the same status.
+template <typename Call, typename... Reason>
+auto LoggingAbsence(Call call, const Reason&... reason) {
+  try {
+    return call();
+  } catch (const THWXException& failure) {
+    if (failure.GetStatus() == kHWXStatusNotFound) LogAndThrowNotFound(reason...);
+    throw THWXException(failure.GetStatus());
+  }
+}
+
+// The pattern of the inventory reads of the computer system. `context` finds the class,
+// `instanceContext` reads from it.
+std::string ReadRawString(const NamespacePtr& ns, const TCIMContext& context,
+                          const TCIMContext& instanceContext, const char* property) {
+  const auto computerSystem = LoggingAbsence(
+      [&] { return ns->GetClass(TCIMSchemaHelper::kSystemCreationClassName, context); },
+      "no computer system");
+  const std::vector<InstancePtr> instances = CollectInstances(computerSystem, instanceContext);
+  if (instances.size() != 1) LogAndThrowNotFound("computer system instances != 1");
+  const auto found =
+      LoggingAbsence([&] { return GetProperty(instances.front(), property, instanceContext); },
+                     "didn't find ", property, " property");
+  const TCIMValue value = found->GetValue(TCIMContext());
+  if (value.IsNull()) LogAndThrowNotFound(property, " is NULL");
+  if (value.GetType() != TCIMValue::TCIMType::kCIMTypeString) {
+    LogAndThrowNotFound(property, " wasn't a string");
+  }
+  return value;
+}
+
+bool IsAlphanumericAt(const std::string& text, std::size_t position) {
+  return position < text.size() && std::isalnum(static_cast<unsigned char>(text[position])) != 0;
+}
+
+bool IsModelCharacterAt(const std::string& text, std::size_t position) {
+  return IsAlphanumericAt(text, position) || (position < text.size() && text[position] == ' ');
+}
+
+}  // namespace
+
+std::string TCIMSchemaHelper::GetSystemCreationClassName(NamespacePtr /*ns*/) {
+  return kSystemCreationClassName;
+}
+
+std::string TCIMSchemaHelper::GetOperatingSystemCreationClassName(NamespacePtr /*ns*/) {
+  return kOperatingSystemCreationClassName;
+}
+
+std::string TCIMSchemaHelper::GetSystemProductName(NamespacePtr ns) {
+  return ReadFromOnlyInstance<std::string>(ns, kSystemCreationClassName, "ProductName");
+}
+
+std::string TCIMSchemaHelper::GetSystemName(NamespacePtr ns) {
+  return ReadFromOnlyInstance<std::string>(ns, kSystemCreationClassName, "Name");
+}
+
+std::string TCIMSchemaHelper::GetOperatingSystemName(NamespacePtr ns) {
+  return ReadFromOnlyInstance<std::string>(ns, kOperatingSystemCreationClassName, "Name");
+}
+
+std::string TCIMSchemaHelper::GetOperatingSystemVersion(NamespacePtr ns) {
+  return ReadFromOnlyInstance<std::string>(ns, kOperatingSystemCreationClassName, "Version");
+}
+
+unsigned short TCIMSchemaHelper::GetOperatingSystemType(NamespacePtr ns) {
+  return ReadFromOnlyInstance<unsigned short>(ns, kOperatingSystemCreationClassName, "OSType");
+}
+
+std::string TCIMSchemaHelper::GetSystemProductName_vmwesxi(NamespacePtr ns) {
+  std::string result = kUnknown;
+  try {
+    const auto elements = ns->GetClass("CIM_PhysicalElement", PluginContext());
+    for (const InstancePtr& instance : CollectInstances(elements, TCIMContext())) {
+      try {
+        const std::string model = GetProperty(instance, "Model", TCIMContext())->GetStringValue();
+        if (model.find("-[") == std::string::npos || model.find("]-") == std::string::npos)
+          continue;
+        result = model;
+        break;
+      } catch (const THWXException&) {  // an element without a model: on to the next one
+      }
+    }
+  } catch (const THWXException&) {  // nothing to ask: what there is stands
+  }
+  return result;
+}
+
+std::string TCIMSchemaHelper::GetOperatingSystemName_vmwesxi(NamespacePtr ns) {
+  std::string result = kUnknown;
+  try {
+    // The class is looked up with an empty context here, unlike in the query before.
+    const auto software = ns->GetClass("VMware_HypervisorSoftwareIdentity", TCIMContext());
+    for (const InstancePtr& instance : CollectInstances(software, TCIMContext())) {
+      try {
+        result = GetProperty(instance, "LargeBuildNumber", TCIMContext())->GetStringValue();
+        break;
+      } catch (const THWXException&) {  // unreadable: on to the next one
+      }
+    }
+  } catch (const THWXException&) {  // nothing to ask: what there is stands
+  }
+  return result;
+}
+
+std::string TCIMSchemaHelper::GetDataSourceVersion(NamespacePtr ns, TCIMContext ctx) {
+  const TCIMContext context = PluginContext(ctx);
+  const std::vector<InstancePtr> instances =
+      CollectInstances(ns->GetClass(kProductClassName, context), TCIMContext());
+  if (instances.empty()) throw THWXException(kHWXStatusNotFound);
+  // The last instance counts here, and the first in the query of the build.
+  return GetProperty(instances.back(), "Version", context)->GetValue(TCIMContext());
+}
+
+std::string TCIMSchemaHelper::GetDataSourceBuild(NamespacePtr ns, TCIMContext ctx) {
+  boost::shared_ptr<ICIMClass> product;
+  try {
+    product = ns->GetClass(kProductClassName, ctx);  // the caller's context, no provider chosen
+  } catch (const THWXException&) {
+    return std::string();
+  }
+  for (const InstancePtr& instance : CollectInstances(product, TCIMContext())) {
+    try {
+      return GetProperty(instance, "Build", TCIMContext())->GetValue(TCIMContext()).ToString(10);
+    } catch (const THWXException&) {  // unreadable: on to the next one
+    }
+  }
+  return std::string();
+}
+
+std::string TCIMSchemaHelper::GetDataSourceMajorVersion(NamespacePtr ns, TCIMContext ctx) {
+  const std::string version = GetDataSourceVersion(ns, ctx);
+  const std::size_t dot = version.find('.');
+  if (dot == std::string::npos) {
+    // This one logs; its two siblings do not.
+    detail::LogDebug("TCIMSchemaHelper::GetDataSourceMajorVersion - Throwing");
+    throw THWXException(kHWXStatusNotFound);
+  }
+  return version.substr(0, dot);
+}
+
+std::string TCIMSchemaHelper::GetDataSourceMinorVersion(NamespacePtr ns, TCIMContext ctx) {
+  const std::string version = GetDataSourceVersion(ns, ctx);
+  const std::size_t first = version.find('.');
+  if (first == std::string::npos) throw THWXException(kHWXStatusNotFound);
+  const std::size_t second = version.find('.', first + 1);
+  if (second == std::string::npos) throw THWXException(kHWXStatusNotFound);
+  return version.substr(first + 1, second - first - 1);
+}
+
+std::string TCIMSchemaHelper::GetDataSourceBuildVersion(NamespacePtr ns) {
+  const std::string version = GetDataSourceVersion(ns, TCIMContext());
+  const std::size_t dot = version.rfind('.');
+  if (dot == std::string::npos) throw THWXException(kHWXStatusNotFound);
+  return version.substr(dot + 1);
+}
+
+std::string TCIMSchemaHelper::GetRawSerialNumberString(NamespacePtr ns, TCIMContext ctx) {
+  const TCIMContext context = PluginContext(ctx);
+  return ReadRawString(ns, context, context, "SerialNumber");
+}
+
+std::string TCIMSchemaHelper::GetSerialNumber(NamespacePtr ns, TCIMContext ctx) {
+  const auto serialNumber = detail::CheckedSerialNumber(GetRawSerialNumberString(ns, ctx));
+  if (!serialNumber) throw THWXException(kHWXStatusNotFound);
+  return *serialNumber;
+}
+
+std::string TCIMSchemaHelper::GetSerialNumber_vmwesxi(NamespacePtr ns, TCIMContext ctx) {
+  const TCIMContext context = PluginContext(ctx);
+  const std::vector<InstancePtr> chassis =
+      CollectInstances(ns->GetClass("OMC_Chassis", context), context);
+  if (chassis.empty()) throw THWXException(kHWXStatusNotFound);
+  const TCIMValue value =
+      GetProperty(chassis.front(), "SerialNumber", context)->GetValue(TCIMContext());
+  if (!value.IsNull()) {
+    if (const auto serialNumber = detail::CheckedSerialNumber(value)) return *serialNumber;
+  }
+  const auto systems = ns->GetClass("OMC_UnitaryComputerSystem", context);
+  for (const InstancePtr& system : CollectInstances(systems, context)) {
+    const auto property = GetProperty(system, "OtherIdentifyingInfo", context);
+    for (const std::string& text : property->GetStringArrayValue()) {
+      if (const auto serialNumber = detail::CheckedSerialNumber(text)) return *serialNumber;
+    }
+  }
+  throw THWXException(kHWXStatusNotFound);
+}
+
+bool TCIMSchemaHelper::IsValidMachineType(const std::string& text) {
+  return IsAlphanumericAt(text, 0) && IsAlphanumericAt(text, 1) && IsAlphanumericAt(text, 2) &&
+         IsAlphanumericAt(text, 3);
+}
+
+bool TCIMSchemaHelper::IsValidMTM(const std::string& text) {
+  // The model may hold blanks, the type may not.
+  return IsValidMachineType(text) && IsModelCharacterAt(text, 4) && IsModelCharacterAt(text, 5) &&
+         IsModelCharacterAt(text, 6);
+}
+
+std::string TCIMSchemaHelper::GetRawMTMString(NamespacePtr ns) {
+  return ReadRawString(ns, PluginContext(), TCIMContext(), "ProductName");
+}
+
+std::string TCIMSchemaHelper::GetMTM(NamespacePtr ns) {
+  detail::LogDebug("TCIMSchemaHelper- Detected MTM Entered");
+  const auto mtm = detail::ParseMachineTypeModel(GetRawMTMString(ns));
+  if (!mtm) throw THWXException(kHWXStatusInvalidFormat);
+  detail::LogDebug("TCIMSchemaHelper- Detected MTM ", *mtm);
+  return *mtm;
+}
+
+std::string TCIMSchemaHelper::GetMachineType(NamespacePtr ns) {
+  return GetMTM(ns).substr(0, 4);
+}
+
+std::string TCIMSchemaHelper::GetModelNumber(NamespacePtr ns) {
+  return GetMTM(ns).substr(4, 3);
+}
+
+std::string TCIMSchemaHelper::GetMTM_vmwesxi(NamespacePtr ns) {
+  const std::string product = GetSystemProductName_vmwesxi(ns);
+  // A missing opening mark wraps around to 1, which is meant; the product name holds both or none.
+  const std::size_t start = product.find("-[") + 2;
+  const std::size_t end = product.find("]-");
+  if (end == std::string::npos || start >= end) return kUnknown;
+  return product.substr(start, end - start);
+}
+
+}  // namespace NQORHWX20

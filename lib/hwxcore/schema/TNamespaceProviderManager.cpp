@@ -1,0 +1,50 @@
+#include "hwxcore/schema/TNamespaceProviderManager.h"
+
+#include "hwxcore/diagnostics/ILogger.h"
+#include "hwxcore/schema/INamespaceProvider.h"
+#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/value/THWXException.h"
+
+namespace NQORHWX20 {
+
+// Initialised by a constant, so it can be used before the static initialisers have run.
+boost::shared_ptr<TNamespaceProviderManager> TNamespaceProviderManager::fgInstance;
+
+__attribute__((constructor)) void ManagerInit() {
+  TNamespaceProviderManager::GetInstance();
+}
+
+TNamespaceProviderManager::TNamespaceProviderManager() = default;
+
+TNamespaceProviderManager::~TNamespaceProviderManager() = default;
+
+boost::shared_ptr<TNamespaceProviderManager> TNamespaceProviderManager::GetInstance() {
+  if (!fgInstance) fgInstance.reset(new TNamespaceProviderManager);
+  return fgInstance;
+}
+
+void TNamespaceProviderManager::RegisterNamespaceProvider(
+    boost::shared_ptr<INamespaceProvider> provider) {
+  const std::string name = provider->GetName(TCIMContext());
+  fProviders.emplace(name, provider);  // first come stays, and that is meant
+}
+
+boost::shared_ptr<INamespaceProvider> TNamespaceProviderManager::GetNamespaceProvider(
+    const std::string& name) const {
+  const auto found = fProviders.find(name);
+  if (found == fProviders.end()) {
+    TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError,
+                                                 "Failed to find nsp named " + name);
+    throw THWXException(kHWXStatusNotFound);
+  }
+  return found->second;
+}
+
+void TNamespaceProviderManager::EnumerateNamespaceProviders(
+    boost::function<bool(boost::shared_ptr<INamespaceProvider>)>& callback) const {
+  for (const auto& entry : fProviders) {
+    if (!callback(entry.second)) return;
+  }
+}
+
+}  // namespace NQORHWX20

@@ -1,0 +1,88 @@
+#include "hwxcore/schema/detail/MachineTypeModel.h"
+
+#include <cstddef>
+#include <string_view>
+
+#include "hwxcore/schema/TCIMSchemaHelper.h"
+
+namespace NQORHWX20::detail {
+
+namespace {
+
+constexpr std::size_t kTypeLength = 4;
+constexpr std::size_t kMTMLength = 7;
+const char kUnknownModel[] = "xxx";
+
+// A product line whose product name has a form of its own: of exactly this length, the head, the
+// seven characters right behind it, and the closing character at a fixed place.
+struct TFixedForm {
+  std::size_t fLength;
+  std::string_view fHead;
+  char fClosing;
+  std::size_t fClosingAt;
+};
+
+const TFixedForm kFixedForms[] = {
+    {27, "QOR eCorvex k3455-[", ']', 26},
+    {26, "QOR eCorvex k225-[", ']', 25},
+    // Without brackets. Its long form has one more character before the dash, whatever it is.
+    {28, "QOR eCorvex k3500- ", '-', 27},
+    {27, "QOR eCorvex k3500- ", '-', 26},
+};
+
+bool Applies(const TFixedForm& form, const std::string& name) {
+  return name.size() == form.fLength && name.compare(0, form.fHead.size(), form.fHead) == 0 &&
+         name[form.fClosingAt] == form.fClosing &&
+         TCIMSchemaHelper::IsValidMTM(name.substr(form.fHead.size(), kMTMLength));
+}
+
+std::string WithUnknownModel(const std::string& name) {
+  return name.substr(0, kTypeLength) + kUnknownModel;
+}
+
+// A model of blanks alone is unknown; one that is partly blank stays as it is.
+std::string WithoutBlankModel(const std::string& mtm) {
+  return mtm.compare(kTypeLength, std::string::npos, "   ") == 0 ? WithUnknownModel(mtm) : mtm;
+}
+
+bool ClosesAt(const std::string& name, std::size_t position) {
+  return position < name.size() && name[position] == ']';
+}
+
+// The form "...-[tttt" + "mmm" or nothing + "]...", with the mark at `mark`.
+std::optional<std::string> ParseBracketed(const std::string& name, std::size_t mark) {
+  const std::size_t begin = mark + 2;
+  const std::string candidate = name.substr(begin, kMTMLength);
+  if (ClosesAt(name, begin + kMTMLength) && TCIMSchemaHelper::IsValidMTM(candidate)) {
+    return WithoutBlankModel(candidate);
+  }
+  if (ClosesAt(name, begin + kTypeLength) && TCIMSchemaHelper::IsValidMachineType(candidate)) {
+    return WithUnknownModel(candidate);
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> ParseBare(const std::string& name) {
+  if (name.size() == kTypeLength && TCIMSchemaHelper::IsValidMachineType(name)) {
+    return WithUnknownModel(name);
+  }
+  if (name.size() == kMTMLength && TCIMSchemaHelper::IsValidMTM(name)) {
+    return WithoutBlankModel(name);
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> ParseMachineTypeModel(std::string productName) {
+  productName.erase(productName.find_last_not_of(' ') + 1);
+  for (const TFixedForm& form : kFixedForms) {
+    // A fixed form keeps a blank model as it stands, unlike the others, and that is meant.
+    if (Applies(form, productName)) return productName.substr(form.fHead.size(), kMTMLength);
+  }
+  // Only the first mark counts: if it leads nowhere, a later one isn't tried.
+  const std::size_t mark = productName.find("-[");
+  return mark == std::string::npos ? ParseBare(productName) : ParseBracketed(productName, mark);
+}
+
+}  // namespace NQORHWX20::detail

@@ -1,0 +1,60 @@
+#include "hwxcore/schema/detail/SerialNumberCheck.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
+namespace NQORHWX20::detail {
+
+namespace {
+
+const char* const kFillers[] = {
+    "to be filled by o.e.m.",
+    "to be filled by oem",
+    "default string",
+    "system serial number",
+    "chassis serial number",
+    "serial number",
+    "not specified",
+    "not available",
+    "not applicable",
+    "not provided",
+    "n/a",
+    "none",
+    "null",
+    "empty",
+    "unknown",
+    "invalid",
+    "oem",
+    "o.e.m.",
+    "0123456789",
+    "123456789",
+    "1234567890",
+};
+
+std::string Trimmed(const std::string& text) {
+  const char* const whiteSpace = " \t\n\v\f\r";
+  const std::size_t begin = text.find_first_not_of(whiteSpace);
+  if (begin == std::string::npos) return std::string();
+  return text.substr(begin, text.find_last_not_of(whiteSpace) - begin + 1);
+}
+
+bool IsOneCharacterRepeated(const std::string& text) {
+  return text.find_first_not_of(text.front()) == std::string::npos;
+}
+
+bool IsFiller(std::string text) {
+  for (char& c : text)
+    c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return std::find(std::begin(kFillers), std::end(kFillers), text) != std::end(kFillers);
+}
+
+}  // namespace
+
+std::optional<std::string> CheckedSerialNumber(const std::string& text) {
+  const std::string trimmed = Trimmed(text);
+  if (trimmed.empty() || IsOneCharacterRepeated(trimmed) || IsFiller(trimmed)) return std::nullopt;
+  return trimmed;
+}
+
+}  // namespace NQORHWX20::detail

@@ -1,0 +1,451 @@
+#include "hwxcore/value/TCIMValue.h"
+
+#include <cctype>
+#include <ostream>
+#include <utility>
+
+#include "hwxcore/diagnostics/ILogger.h"
+#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/value/TCIMArrayValueImpl.h"
+#include "hwxcore/value/TCIMChar16.h"
+#include "hwxcore/value/TCIMChar16ValueImpl.h"
+#include "hwxcore/value/TCIMDateTime.h"
+#include "hwxcore/value/TCIMDateTimeValueImpl.h"
+#include "hwxcore/value/TCIMNumericValueImpl.h"
+#include "hwxcore/value/TCIMStringValueImpl.h"
+#include "hwxcore/value/THWXException.h"
+#include "hwxcore/value/detail/NumberText.h"
+
+namespace NQORHWX20 {
+
+namespace {
+
+typedef TCIMValue::TCIMType TCIMType;
+
+const struct {
+  const char* fName;
+  TCIMType::ECIMType fType;
+} kTypeNames[] = {
+    {"uint8", TCIMType::kCIMTypeUInt8},         {"sint8", TCIMType::kCIMTypeSInt8},
+    {"uint16", TCIMType::kCIMTypeUInt16},       {"sint16", TCIMType::kCIMTypeSInt16},
+    {"uint32", TCIMType::kCIMTypeUInt32},       {"sint32", TCIMType::kCIMTypeSInt32},
+    {"uint64", TCIMType::kCIMTypeUInt64},       {"sint64", TCIMType::kCIMTypeSInt64},
+    {"real32", TCIMType::kCIMTypeReal32},       {"real64", TCIMType::kCIMTypeReal64},
+    {"char16", TCIMType::kCIMTypeChar16},       {"string", TCIMType::kCIMTypeString},
+    {"boolean", TCIMType::kCIMTypeBoolean},     {"datetime", TCIMType::kCIMTypeDateTime},
+    {"reference", TCIMType::kCIMTypeReference},
+};
+
+TCIMType WithArrayFlag(TCIMType type) {
+  return static_cast<TCIMType::ECIMType>(type | TCIMType::kCIMTypeArrayFlag);
+}
+
+TCIMType WithoutArrayFlag(TCIMType type) {
+  return static_cast<TCIMType::ECIMType>(type & ~TCIMType::kCIMTypeArrayFlag);
+}
+
+[[noreturn]] void ThrowTypeMismatch() {
+  throw THWXException(kHWXStatusTypeMismatch);
+}
+
+void CheckElementTypes(TCIMType type, const std::vector<TCIMValue>& elements) {
+  const TCIMType elementType = WithoutArrayFlag(type);
+  for (const TCIMValue& element : elements) {
+    if (element.GetType() == elementType) continue;
+    TRootObject::GetCoreLogger()->OutputLogEntry(
+        ILogger::kHWXLogError, "Core: ERROR: Attempting to create array of type " +
+                                   type.ToString() + ", but element is of type " +
+                                   element.GetType().ToString() + ".");
+    throw THWXException(kHWXStatusInvalidProperty);
+  }
+}
+
+}  // namespace
+
+TCIMValue::TCIMType::TCIMType(std::string name) : fType(kCIMTypeNone) {
+  for (char& c : name)
+    c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  for (const auto& entry : kTypeNames) {
+    if (name == entry.fName) {
+      fType = entry.fType;
+      return;
+    }
+  }
+}
+
+std::string TCIMValue::TCIMType::ToString() const {
+  const ECIMType scalar = WithoutArrayFlag(fType);
+  for (const auto& entry : kTypeNames) {
+    if (scalar == entry.fType) return entry.fName;
+  }
+  ThrowTypeMismatch();
+}
+
+std::ostream& operator<<(std::ostream& stream, const TCIMValue::TCIMType& type) {
+  return stream << type.ToString();
+}
+
+TCIMValue::TCIMValue() : fType(TCIMType::kCIMTypeNone), fMaxArraySize(0) {}
+
+TCIMValue::TCIMValue(TCIMType type, unsigned int maxArraySize)
+    : fType(maxArraySize == 0 ? type : WithArrayFlag(type)), fMaxArraySize(maxArraySize) {}
+
+TCIMValue::TCIMValue(TCIMType type, std::string& text, boost::shared_ptr<ICIMNamespace> /*ns*/)
+    : TCIMValue() {
+  switch (type) {
+    case TCIMType::kCIMTypeBoolean:
+      Set(detail::ReadNumber<bool>(text));
+      break;
+    case TCIMType::kCIMTypeUInt8:  // the low 8 bits of what was read, without a range check
+      Set(static_cast<unsigned char>(detail::ReadNumber<unsigned int>(text)));
+      break;
+    case TCIMType::kCIMTypeSInt8:
+      Set(static_cast<signed char>(detail::ReadNumber<int>(text)));
+      break;
+    case TCIMType::kCIMTypeUInt16:
+      Set(detail::ReadNumber<unsigned short>(text));
+      break;
+    case TCIMType::kCIMTypeSInt16:
+      Set(detail::ReadNumber<short>(text));
+      break;
+    case TCIMType::kCIMTypeUInt32:
+      Set(detail::ReadNumber<unsigned int>(text));
+      break;
+    case TCIMType::kCIMTypeSInt32:
+      Set(detail::ReadNumber<int>(text));
+      break;
+    case TCIMType::kCIMTypeUInt64:
+      Set(detail::ReadNumber<unsigned long>(text));
+      break;
+    case TCIMType::kCIMTypeSInt64:
+      Set(detail::ReadNumber<long>(text));
+      break;
+    case TCIMType::kCIMTypeReal32:
+      Set(detail::ReadNumber<float>(text));
+      break;
+    case TCIMType::kCIMTypeReal64:
+      Set(detail::ReadNumber<double>(text));
+      break;
+    case TCIMType::kCIMTypeChar16:  // comes out as a string, and that is meant
+    case TCIMType::kCIMTypeString:
+      Set(static_cast<const std::string&>(text));
+      break;
+    case TCIMType::kCIMTypeDateTime:
+      Set(TCIMDateTime(text));
+      break;
+    default:
+      ThrowTypeMismatch();
+  }
+}
+
+TCIMValue::TCIMValue(bool value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(unsigned char value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(signed char value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(unsigned short value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(short value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(unsigned int value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(int value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(unsigned long value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(long value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(float value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(double value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(const char* value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(const std::string& value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(const TCIMChar16& value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(const TCIMDateTime& value) : TCIMValue() {
+  Set(value);
+}
+
+TCIMValue::TCIMValue(TCIMType type, unsigned int maxArraySize,
+                     const std::vector<TCIMValue>& elements)
+    : TCIMValue() {
+  Set(type, maxArraySize, elements);
+}
+
+TCIMValue::TCIMValue(const TCIMValue& other) : TCIMValue() {
+  Set(other);
+}
+
+TCIMValue::~TCIMValue() = default;
+
+TCIMValue& TCIMValue::operator=(
+    const TCIMValue& other) {  // NOLINT(bugprone-unhandled-self-assignment)
+  Set(other);
+  return *this;
+}
+
+// The old body leaves the value at once, so that a failure leaves a null value behind, but it lives
+// until the new one stands: an argument may lie inside it.
+template <typename Body, typename... Arguments>
+void TCIMValue::SetBody(TCIMType type, const Arguments&... arguments) {
+  fType = type;
+  const std::unique_ptr<TCIMValueImpl> old = std::move(fBody);
+  fBody = std::make_unique<Body>(arguments...);
+}
+
+void TCIMValue::Set(bool value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeBoolean, value);
+}
+
+void TCIMValue::Set(unsigned char value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeUInt8, value);
+}
+
+void TCIMValue::Set(signed char value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeSInt8, value);
+}
+
+void TCIMValue::Set(unsigned short value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeUInt16, value);
+}
+
+void TCIMValue::Set(short value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeSInt16, value);
+}
+
+void TCIMValue::Set(unsigned int value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeUInt32, value);
+}
+
+void TCIMValue::Set(int value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeSInt32, value);
+}
+
+void TCIMValue::Set(unsigned long value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeUInt64, value);
+}
+
+void TCIMValue::Set(long value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeSInt64, value);
+}
+
+void TCIMValue::Set(float value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeReal32, value);
+}
+
+void TCIMValue::Set(double value) {
+  SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeReal64, value);
+}
+
+void TCIMValue::Set(const char* value) {
+  SetBody<TCIMStringValueImpl>(TCIMType::kCIMTypeString, value);
+}
+
+void TCIMValue::Set(const std::string& value) {
+  SetBody<TCIMStringValueImpl>(TCIMType::kCIMTypeString, value);
+}
+
+void TCIMValue::Set(const TCIMChar16& value) {
+  SetBody<TCIMChar16ValueImpl>(TCIMType::kCIMTypeChar16, value);
+}
+
+void TCIMValue::Set(const TCIMDateTime& value) {
+  SetBody<TCIMDateTimeValueImpl>(TCIMType::kCIMTypeDateTime, value);
+}
+
+void TCIMValue::Set(TCIMType type, unsigned int maxArraySize,
+                    const std::vector<TCIMValue>& elements) {
+  fMaxArraySize = maxArraySize;
+  SetBody<TCIMArrayValueImpl>(WithArrayFlag(type), elements);
+  // The check comes after the store: a value that fails it keeps all the elements. It reads the
+  // stored copies, as `elements` may have gone with the old body.
+  CheckElementTypes(type, BodyOfType(fType));
+}
+
+// The other's body, if it has one, is copied as the concrete class that its tag tells.
+template <typename Body>
+void TCIMValue::CopyBody(const TCIMValue& other) {
+  if (!other.IsNull()) fBody = std::make_unique<Body>(static_cast<const Body&>(*other.fBody));
+}
+
+void TCIMValue::Set(const TCIMValue& other) {
+  // An assignment between equals changes nothing, and a comparison that throws leaves it undone.
+  if (*this == other) return;
+  // The old body goes before the new one comes, but lives on to the end: `other` may lie inside it.
+  const std::unique_ptr<TCIMValueImpl> old = std::move(fBody);
+  fType = other.fType;
+  if (IsArray()) {
+    fMaxArraySize = other.fMaxArraySize;
+    return CopyBody<TCIMArrayValueImpl>(other);
+  }
+  switch (fType) {
+    case TCIMType::kCIMTypeBoolean:
+    case TCIMType::kCIMTypeUInt8:
+    case TCIMType::kCIMTypeSInt8:
+    case TCIMType::kCIMTypeUInt16:
+    case TCIMType::kCIMTypeSInt16:
+    case TCIMType::kCIMTypeUInt32:
+    case TCIMType::kCIMTypeSInt32:
+    case TCIMType::kCIMTypeUInt64:
+    case TCIMType::kCIMTypeSInt64:
+    case TCIMType::kCIMTypeReal32:
+    case TCIMType::kCIMTypeReal64:
+      return CopyBody<TCIMNumericValueImpl>(other);
+    case TCIMType::kCIMTypeChar16:
+      return CopyBody<TCIMChar16ValueImpl>(other);
+    case TCIMType::kCIMTypeString:
+      return CopyBody<TCIMStringValueImpl>(other);
+    case TCIMType::kCIMTypeDateTime:
+      return CopyBody<TCIMDateTimeValueImpl>(other);
+    case TCIMType::kCIMTypeReference:  // a null reference brings its class along
+      fReferencedClass = other.fReferencedClass;
+      return;
+    default:
+      ThrowTypeMismatch();
+  }
+}
+
+void TCIMValue::SetNullValue(TCIMType::ECIMType type, unsigned int maxArraySize) {
+  fType = type;
+  if (IsArray()) fMaxArraySize = maxArraySize;
+  fBody.reset();
+}
+
+bool TCIMValue::IsNull() const {
+  return !fBody;
+}
+
+bool TCIMValue::IsArray() const {
+  return (fType & TCIMType::kCIMTypeArrayFlag) != 0;
+}
+
+bool TCIMValue::IsReference() const {
+  return fType == TCIMType::kCIMTypeReference;
+}
+
+TCIMValue::TCIMType TCIMValue::GetType() const {
+  return fType;
+}
+
+unsigned int TCIMValue::GetMaxArraySize() const {
+  return fMaxArraySize;
+}
+
+boost::shared_ptr<ICIMClass> TCIMValue::GetReferencedClass() const {
+  return fReferencedClass;
+}
+
+void TCIMValue::SetReferencedClass(boost::shared_ptr<ICIMClass> referencedClass) {
+  if (!IsNull()) throw THWXException(kHWXStatusInvalidOpSequence);
+  fReferencedClass.swap(referencedClass);
+}
+
+std::string TCIMValue::ToString(unsigned char base) const {
+  if (IsNull()) throw THWXException(kHWXStatusValueIsNULL);
+  return fBody->ToString(base);
+}
+
+const TCIMValueImpl& TCIMValue::BodyOfType(TCIMType::ECIMType type) const {
+  if (IsNull()) throw THWXException(kHWXStatusValueIsNULL);
+  if (fType != type) ThrowTypeMismatch();
+  return *fBody;
+}
+
+TCIMValue::operator bool() const {
+  return BodyOfType(TCIMType::kCIMTypeBoolean);
+}
+TCIMValue::operator unsigned char() const {
+  return BodyOfType(TCIMType::kCIMTypeUInt8);
+}
+TCIMValue::operator signed char() const {
+  return BodyOfType(TCIMType::kCIMTypeSInt8);
+}
+TCIMValue::operator unsigned short() const {
+  return BodyOfType(TCIMType::kCIMTypeUInt16);
+}
+TCIMValue::operator short() const {
+  return BodyOfType(TCIMType::kCIMTypeSInt16);
+}
+TCIMValue::operator unsigned int() const {
+  return BodyOfType(TCIMType::kCIMTypeUInt32);
+}
+TCIMValue::operator int() const {
+  return BodyOfType(TCIMType::kCIMTypeSInt32);
+}
+TCIMValue::operator unsigned long() const {
+  return BodyOfType(TCIMType::kCIMTypeUInt64);
+}
+TCIMValue::operator long() const {
+  return BodyOfType(TCIMType::kCIMTypeSInt64);
+}
+TCIMValue::operator float() const {
+  return BodyOfType(TCIMType::kCIMTypeReal32);
+}
+TCIMValue::operator double() const {
+  return BodyOfType(TCIMType::kCIMTypeReal64);
+}
+TCIMValue::operator std::string() const {
+  return BodyOfType(TCIMType::kCIMTypeString);
+}
+TCIMValue::operator TCIMDateTime() const {
+  return BodyOfType(TCIMType::kCIMTypeDateTime);
+}
+
+TCIMValue::operator std::vector<TCIMValue>&() const {
+  if (IsNull()) throw THWXException(kHWXStatusValueIsNULL);
+  if (!IsArray()) ThrowTypeMismatch();
+  return *fBody;
+}
+
+bool TCIMValue::operator<(const TCIMValue& other) const {
+  if (IsNull()) return !other.IsNull();
+  if (other.IsNull()) return false;
+  if (fType == other.fType) return *fBody < other;
+  return static_cast<int>(fType) < static_cast<int>(other.fType);
+}
+
+bool TCIMValue::operator==(const TCIMValue& other) const {
+  if (IsNull() != other.IsNull()) return false;
+  if (fType != other.fType) return false;
+  if (!IsNull()) return *fBody == other;
+  if (IsReference()) return fReferencedClass == other.fReferencedClass;
+  if (IsArray()) return fMaxArraySize == other.fMaxArraySize;
+  return true;
+}
+
+bool TCIMValue::operator!=(const TCIMValue& other) const {
+  return !(*this == other);
+}
+
+bool TCIMValue::operator>=(const TCIMValue& other) const {
+  return !(*this < other);
+}
+
+// Equality is asked first in the next two, which decides whether unequal arrays throw.
+bool TCIMValue::operator<=(const TCIMValue& other) const {
+  return *this == other || *this < other;
+}
+
+bool TCIMValue::operator>(const TCIMValue& other) const {
+  return !(*this == other) && !(*this < other);
+}
+
+}  // namespace NQORHWX20

@@ -1,0 +1,38 @@
+#ifndef HWXCORE_VALUE_DETAIL_LOCALTIME_H
+#define HWXCORE_VALUE_DETAIL_LOCALTIME_H
+
+#include <ctime>
+
+namespace NQORHWX20::detail {
+
+/// What `mktime` says, mostly without asking it: while TZ is unset, it looks at the zone file at
+/// each call, which takes longer than all else in a date-time.
+///
+/// Between two changes of the clocks, `mktime` differs from the plain count of the fields' seconds
+/// by a constant; at a change it is full of surprises, and where standard time jumps ahead it
+/// fails. So the thread asks it for both ends of a calendar week. If the clocks stand alike at
+/// both, then they do all the week, for no zone changes its clocks there and back within one, and
+/// the constant is remembered. In the few other weeks `mktime` is asked each time.
+///
+/// Nothing is remembered under another TZ, nor, while TZ is unset, beyond the second in which it
+/// was asked, so that another zone file is noticed.
+///
+/// Made for one operation, of one thread.
+class TLocalTime {
+ public:
+  /// Looks at TZ, or else at the clock.
+  TLocalTime();
+
+  /// What `mktime` returns for `fields`, which may be out of their ranges; -1 where it fails.
+  /// `tm_isdst` must be 0, and the year no less than 0.
+  std::time_t Make(const std::tm& fields) const;
+
+ private:
+  struct TMemory;
+
+  TMemory* fMemory;  // null for a TZ that is too long to be remembered
+};
+
+}  // namespace NQORHWX20::detail
+
+#endif  // HWXCORE_VALUE_DETAIL_LOCALTIME_H

@@ -1,0 +1,72 @@
+#ifndef HWXKIT_TMEMORYPROPERTY_H
+#define HWXKIT_TMEMORYPROPERTY_H
+
+#include <boost/shared_ptr.hpp>
+#include <boost/weak_ptr.hpp>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "hwxcore/schema/ICIMProperty.h"
+
+namespace NQORHWX20 {
+
+class TMemoryClass;
+class TMemoryInstance;
+class TMemoryPropertyDecl;
+
+/// The kit's property: of an instance, or a static one of a class. It holds its declaration
+/// strongly and its instance weakly, and shows the value that was set last.
+///
+/// Thread-safety: none.
+class TMemoryProperty : public ICIMProperty {
+ public:
+  ~TMemoryProperty() override;
+
+  const std::string& GetName(TCIMContext context) override;
+  TCIMValue::TCIMType GetType(TCIMContext context) override;
+  bool IsNull(TCIMContext context) override;
+  /// Valid until the property is given another value.
+  const TCIMValue& GetValue(TCIMContext context) override;
+  /// The same as the instance's `SetPropertyValue`, or as the class's `SetStaticPropertyValue`.
+  /// Throws `kHWXStatusTypeMismatch` for a value of another type; a null has to be of the declared
+  /// type too.
+  void SetValue(const TCIMValue& value, TCIMContext context) override;
+  /// Empty for a static property, and when the instance is gone.
+  boost::shared_ptr<ICIMInstance> GetInstance(TCIMContext context) override;
+  boost::shared_ptr<ICIMPropertyDecl> GetPropertyDecl(TCIMContext context) override;
+
+  /// Each throws `kHWXStatusValueIsNULL` for a null value, `kHWXStatusTypeMismatch` for one of
+  /// another type.
+  bool GetBooleanValue() override;
+  unsigned short GetUInt16Value() override;
+  unsigned int GetUInt32Value() override;
+  unsigned long GetUInt64Value() override;
+  int GetSInt32Value() override;
+  long GetSInt64Value() override;
+  double GetReal64Value() override;
+  std::string GetStringValue() override;
+  TCIMDateTime GetDateTimeValue() override;
+  /// Also throws `kHWXStatusValueIsNULL` for a null element.
+  std::vector<std::string> GetStringArrayValue() override;
+
+ private:
+  friend class TMemoryClass;
+  friend class TMemoryInstance;
+
+  TMemoryProperty(const boost::shared_ptr<TMemoryPropertyDecl>& decl,
+                  const boost::weak_ptr<TMemoryInstance>& instance, const TCIMValue& value);
+
+  void CheckType(const TCIMValue& value) const;
+  void Replace(const TCIMValue& value);
+
+  const boost::shared_ptr<TMemoryPropertyDecl> fDecl;
+  const boost::weak_ptr<TMemoryInstance> fInstance;
+  // Replaced by a new copy, never assigned to: assignment of values compares first, and takes any
+  // two characters for equal.
+  std::unique_ptr<const TCIMValue> fValue;
+};
+
+}  // namespace NQORHWX20
+
+#endif  // HWXKIT_TMEMORYPROPERTY_H

@@ -1,0 +1,26 @@
+#ifndef HWXKIT_TPROVIDERREGISTRATION_H
+#define HWXKIT_TPROVIDERREGISTRATION_H
+
+#include <string>
+
+#include "hwxkit/TMemoryProvider.h"
+
+namespace NQORHWX20 {
+
+/// Enters a provider in the registry by its construction. A static object of a plug-in does so when
+/// the plug-in is loaded:
+///
+///     const TProviderRegistration kRegistration("minimal", &BuildNamespace);
+///
+/// The registry keeps the provider; the object may go. A name that is taken stays with its first
+/// provider, and this one is dropped.
+///
+/// Thread-safety: none, as the registry has none: load plug-ins from one thread at start-up.
+class TProviderRegistration {
+ public:
+  TProviderRegistration(const std::string& name, const TNamespaceFactory& factory);
+};
+
+}  // namespace NQORHWX20
+
+#endif  // HWXKIT_TPROVIDERREGISTRATION_H

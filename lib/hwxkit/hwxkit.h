@@ -1,0 +1,27 @@
+#ifndef HWXKIT_HWXKIT_H
+#define HWXKIT_HWXKIT_H
+
+// The whole kit for writing namespace providers.
+
+#include "hwxkit/CIMName.h"
+#include "hwxkit/INamespaceSource.h"
+#include "hwxkit/QualifierFlags.h"
+#include "hwxkit/StandardQualifiers.h"
+#include "hwxkit/TClassBuilder.h"
+#include "hwxkit/TInstanceList.h"
+#include "hwxkit/TMemoryClass.h"
+#include "hwxkit/TMemoryInstance.h"
+#include "hwxkit/TMemoryMethodDecl.h"
+#include "hwxkit/TMemoryNamespace.h"
+#include "hwxkit/TMemoryParameterDecl.h"
+#include "hwxkit/TMemoryProperty.h"
+#include "hwxkit/TMemoryPropertyDecl.h"
+#include "hwxkit/TMemoryProvider.h"
+#include "hwxkit/TMemoryQualifiedElement.h"
+#include "hwxkit/TMemoryQualifier.h"
+#include "hwxkit/TMemoryQualifierDecl.h"
+#include "hwxkit/TNameTable.h"
+#include "hwxkit/TProviderRegistration.h"
+#include "hwxkit/TQualifierTable.h"
+
+#endif  // HWXKIT_HWXKIT_H

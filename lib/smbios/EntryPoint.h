@@ -1,0 +1,34 @@
+// The SMBIOS entry point: the small record that tells where the structure table lies and how large
+// it is. Parsing is a plain function over bytes, which may be anything.
+// Thread-safety: no state is kept.
+
+#ifndef SMBIOS_ENTRYPOINT_H
+#define SMBIOS_ENTRYPOINT_H
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace smbios {
+
+/// What an entry point says.
+struct TEntryPoint {
+  std::size_t fSize = 0;  ///< Bytes of the entry point itself.
+  int fMajor = 0;         ///< Version of the format, such as 3.2.
+  int fMinor = 0;
+  bool f64Bit = false;              ///< Which of the two forms it is.
+  std::uint64_t fTableAddress = 0;  ///< In memory; in a dump the offset from the file's start.
+  std::uint32_t fTableSize = 0;     ///< Bytes; of the 64-bit form the most that there can be.
+  std::size_t fStructureCount = 0;  ///< 0 when not told, as the 64-bit form never does.
+};
+
+/// Reads the entry point, 32-bit ("_SM_" with the inner "_DMI_") or 64-bit ("_SM3_"), that begins
+/// at `bytes`; what follows it within the `size` bytes isn't looked at. Anchors, lengths and
+/// checksums are checked. Never reads outside the bytes.
+///
+/// Returns what is wrong, in words, and leaves `entryPoint` alone; empty text means success.
+std::string ParseEntryPoint(const std::uint8_t* bytes, std::size_t size, TEntryPoint& entryPoint);
+
+}  // namespace smbios
+
+#endif  // SMBIOS_ENTRYPOINT_H

@@ -1,0 +1,33 @@
+// Reading the firmware's tables from files.
+// Thread-safety: no state is kept. The environment is read, which no thread may change meanwhile.
+
+#ifndef SMBIOS_TABLEREADER_H
+#define SMBIOS_TABLEREADER_H
+
+#include <string>
+
+#include "smbios/TTables.h"
+
+namespace smbios {
+
+/// Where the tables are to be read: what the environment variable `HWX_SMBIOS_TABLES` holds when it
+/// is set, even to nothing, else the kernel's directory, "/sys/firmware/dmi/tables" below `root`.
+///
+/// `root`: directory below which /sys lies, without a trailing "/"; empty for this machine's own.
+std::string TablesLocation(const std::string& root = std::string());
+
+/// Reads the tables from a directory that holds the kernel's files (`smbios_entry_point` and `DMI`)
+/// or from one file as `dmidecode --dump-bin` writes it.
+///
+/// Doesn't throw but for lack of memory: where there are no sound tables, the result's status tells
+/// why, and its `Reason` names the path, in one of these forms:
+///
+/// - `kSmBiosAbsent`: "PATH is absent"
+/// - `kSmBiosNoPermission`: "PATH needs root"
+/// - `kSmBiosReadFailed`: "PATH: " and what the operating system says
+/// - `kSmBiosMalformed`: "PATH: " and what is wrong with the bytes
+TTables ReadTables(const std::string& location);
+
+}  // namespace smbios
+
+#endif  // SMBIOS_TABLEREADER_H

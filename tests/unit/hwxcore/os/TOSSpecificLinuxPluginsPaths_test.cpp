@@ -1,0 +1,102 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "hwxcore/os/TOSSpecific.h"
+#include "hwxcore/value/THWXException.h"
+#include "support/ScopedLogCapture.h"
+
+using hwxtest::ScopedLogCapture;
+using NQORHWX20::THWXException;
+using NQORHWX20::TOSSpecific;
+using testing::IsEmpty;
+
+namespace {
+
+TEST(BuildSpecificationPath, NamesTheDocumentBesideTheModule) {
+  EXPECT_EQ(TOSSpecific::BuildSpecificationPath("/opt/x/libfoo.pi.so", "pi"),
+            "/opt/x/foo.properties.xml");
+  EXPECT_EQ(TOSSpecific::BuildSpecificationPath("libfoo.nsp.so", "nsp"), "foo.properties.xml");
+}
+
+TEST(BuildSpecificationPath, TakesPlainPlugInsByDefault) {
+  EXPECT_EQ(TOSSpecific::BuildSpecificationPath("/opt/x/libfoo.pi.so"),
+            "/opt/x/foo.properties.xml");
+}
+
+TEST(BuildSpecificationPath, CutsAtTheFirstMark) {
+  EXPECT_EQ(TOSSpecific::BuildSpecificationPath("/opt/libfoo.pi.so.pi.so", "pi"),
+            "/opt/foo.properties.xml");
+}
+
+TEST(BuildSpecificationPath, DropsTheLastLibOfTheWholePath) {
+  EXPECT_EQ(TOSSpecific::BuildSpecificationPath("/usr/lib/foo.pi.so"), "/usr//foo.properties.xml");
+  EXPECT_EQ(TOSSpecific::BuildSpecificationPath("/usr/lib/libfoo.pi.so"),
+            "/usr/lib/foo.properties.xml");
+  EXPECT_EQ(TOSSpecific::BuildSpecificationPath("/usr/liblib.pi.so"), "/usr/lib.properties.xml");
+}
+
+void ExpectEraseOutOfRange(const std::string& path, const std::string& word) {
+  ScopedLogCapture log;
+  try {
+    TOSSpecific::BuildSpecificationPath(path, word);
+    ADD_FAILURE() << path;
+  } catch (const std::out_of_range& failure) {
+    EXPECT_STREQ(failure.what(), "basic_string::erase") << path;
+  }
+  EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST(BuildSpecificationPath, PassesTheStandardErrorOnForALibBehindTheCut) {
+  ExpectEraseOutOfRange("/opt/foo.pi.so.lib", "pi");
+  ExpectEraseOutOfRange("/opt/libfoo.pi.so/lib", "pi");
+  ExpectEraseOutOfRange("/opt/libfoo.lib.so", "lib");
+}
+
+TEST(BuildSpecificationPath, FailsWithoutTheMark) {
+  ScopedLogCapture log;
+  for (const char* const path : {"/opt/libfoo.so", "/opt/libfoo.pi", "/opt/libfoopi.so", ""}) {
+    try {
+      TOSSpecific::BuildSpecificationPath(path);
+      ADD_FAILURE() << path;
+    } catch (const THWXException& failure) {
+      EXPECT_EQ(failure.GetStatus(), NQORHWX20::kHWXStatusFail) << path;
+    }
+  }
+  EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST(BuildSpecificationPath, FailsWithoutALib) {
+  ScopedLogCapture log;
+  try {
+    TOSSpecific::BuildSpecificationPath("/opt/foo.nsp.so", "nsp");
+    ADD_FAILURE();
+  } catch (const THWXException& failure) {
+    EXPECT_EQ(failure.GetStatus(), NQORHWX20::kHWXStatusFail);
+  }
+  EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST(BuildRegistrationPath, NamesTheDocumentBesideTheModule) {
+  EXPECT_EQ(TOSSpecific::BuildRegistrationPath("/opt/x/libfoo.pi.so", "pi"),
+            "/opt/x/foo.registration.xml");
+  EXPECT_EQ(TOSSpecific::BuildRegistrationPath("/usr/lib/foo.nsp.so", "nsp"),
+            "/usr//foo.registration.xml");
+}
+
+TEST(BuildRegistrationPath, FailsAsTheOtherDoes) {
+  ScopedLogCapture log;
+  for (const char* const path : {"/opt/foo.nsp.so", "/opt/libfoo.so"}) {
+    try {
+      TOSSpecific::BuildRegistrationPath(path, "nsp");
+      ADD_FAILURE() << path;
+    } catch (const THWXException& failure) {
+      EXPECT_EQ(failure.GetStatus(), NQORHWX20::kHWXStatusFail) << path;
+    }
+  }
+  EXPECT_THROW(TOSSpecific::BuildRegistrationPath("/opt/foo.pi.so.lib", "pi"), std::out_of_range);
+  EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+}  // namespace

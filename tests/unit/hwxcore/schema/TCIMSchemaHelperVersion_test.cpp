@@ -1,0 +1,282 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "hwxcore/schema/TCIMSchemaHelper.h"
+#include "support/RecordingNamespace.h"
+#include "support/ScopedLogCapture.h"
+#include "support/StatusOf.h"
+
+using hwxtest::RecordingNamespace;
+using hwxtest::ScopedLogCapture;
+using hwxtest::StatusOf;
+using NQORHWX20::TCIMContext;
+using NQORHWX20::TCIMSchemaHelper;
+using NQORHWX20::TCIMValue;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+namespace {
+
+const char kProduct[] = "QORSG_HWXProduct";
+
+// A caller's context, with another provider in it.
+TCIMContext CallersContext() {
+  return {{"nspID", "cmpi"}, {"user", "someone"}};
+}
+
+void ExpectUnchanged(const TCIMContext& context) {
+  ASSERT_EQ(context.size(), 2u);
+  EXPECT_EQ(context.at("nspID").ToString(10), "cmpi");
+  EXPECT_EQ(context.at("user").ToString(10), "someone");
+}
+
+class DataSourceQuery : public testing::Test {
+ protected:
+  void AddVersion(const TCIMValue& version) {
+    fNamespace.AddInstance(kProduct, {{"Version", version}});
+  }
+  void AddBuild(const TCIMValue& build) { fNamespace.AddInstance(kProduct, {{"Build", build}}); }
+
+  RecordingNamespace fNamespace;
+  ScopedLogCapture fLog;
+};
+
+class GetDataSourceVersion : public DataSourceQuery {
+ protected:
+  int Status() {
+    return StatusOf([&] { TCIMSchemaHelper::GetDataSourceVersion(fNamespace.Get(), {}); });
+  }
+};
+
+TEST_F(GetDataSourceVersion, ReadsTheLastInstanceWithTheContextOfEachStep) {
+  AddVersion("1.1.1.1");
+  AddVersion("2.2.2.2");
+  AddVersion("3.3.3.3");
+  EXPECT_EQ(TCIMSchemaHelper::GetDataSourceVersion(fNamespace.Get(), {}), "3.3.3.3");
+  EXPECT_THAT(fNamespace.Calls(),
+              ElementsAre(Pair("GetClass(QORSG_HWXProduct)", "nspID=plugin"),
+                          Pair("QORSG_HWXProduct.EnumerateInstances(deep)", ""),
+                          Pair("QORSG_HWXProduct[2].GetProperty(Version)", "nspID=plugin"),
+                          Pair("QORSG_HWXProduct[2].Version.GetValue", "")));
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(GetDataSourceVersion, OverwritesTheProviderInItsOwnCopyOfTheContext) {
+  AddVersion("1.2.3.4");
+  const TCIMContext context = CallersContext();
+  TCIMSchemaHelper::GetDataSourceVersion(fNamespace.Get(), context);
+  ExpectUnchanged(context);
+  EXPECT_EQ(fNamespace.Calls()[0].second, "nspID=plugin user=someone");
+  EXPECT_EQ(fNamespace.Calls()[1].second, "");
+  EXPECT_EQ(fNamespace.Calls()[2].second, "nspID=plugin user=someone");
+}
+
+TEST_F(GetDataSourceVersion, OverwritesAProviderThatIsNoString) {
+  AddVersion("1.2.3.4");
+  const TCIMValue null(TCIMValue::TCIMType::kCIMTypeDateTime, 0);
+  TCIMSchemaHelper::GetDataSourceVersion(fNamespace.Get(), {{"nspID", null}});
+  EXPECT_EQ(fNamespace.Calls()[0].second, "nspID=plugin");
+}
+
+TEST_F(GetDataSourceVersion, ThrowsNotFoundWithoutAnInstance) {
+  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
+  fNamespace.AddClass(kProduct);
+  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(GetDataSourceVersion, DoesNotFallBackToAnEarlierInstance) {
+  AddVersion("1.1.1.1");
+  fNamespace.AddInstance(kProduct, {});
+  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
+  AddVersion(TCIMValue(TCIMValue::TCIMType::kCIMTypeString, 0));
+  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusValueIsNULL);
+  AddVersion(5);
+  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusTypeMismatch);
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(GetDataSourceVersion, PassesTheFailureOfEachStepOn) {
+  AddVersion("1.2.3.4");
+  for (const char* const call :
+       {"QORSG_HWXProduct[0].Version.GetValue", "QORSG_HWXProduct[0].GetProperty(Version)",
+        "QORSG_HWXProduct.EnumerateInstances(deep)", "GetClass(QORSG_HWXProduct)"}) {
+    fNamespace.Fail(call, NQORHWX20::kHWXStatusAccessDenied);
+    EXPECT_EQ(Status(), NQORHWX20::kHWXStatusAccessDenied) << call;
+  }
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+class GetDataSourceBuild : public DataSourceQuery {
+ protected:
+  std::string Ask() { return TCIMSchemaHelper::GetDataSourceBuild(fNamespace.Get(), {}); }
+};
+
+TEST_F(GetDataSourceBuild, SendsTheCallersContextToTheClassAndEmptyOnesFurtherOn) {
+  AddBuild(1234u);
+  const TCIMContext context = CallersContext();
+  EXPECT_EQ(TCIMSchemaHelper::GetDataSourceBuild(fNamespace.Get(), context), "1234");
+  ExpectUnchanged(context);
+  EXPECT_THAT(fNamespace.Calls(),
+              ElementsAre(Pair("GetClass(QORSG_HWXProduct)", "nspID=cmpi user=someone"),
+                          Pair("QORSG_HWXProduct.EnumerateInstances(deep)", ""),
+                          Pair("QORSG_HWXProduct[0].GetProperty(Build)", ""),
+                          Pair("QORSG_HWXProduct[0].Build.GetValue", "")));
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(GetDataSourceBuild, ChoosesNoProviderOfItsOwn) {
+  AddBuild(1234u);
+  Ask();
+  EXPECT_EQ(fNamespace.Calls()[0].second, "");
+}
+
+TEST_F(GetDataSourceBuild, IsTheFirstThatCanBeReadInDecimalDigits) {
+  fNamespace.AddInstance(kProduct, {});
+  AddBuild(TCIMValue(TCIMValue::TCIMType::kCIMTypeUInt32, 0));
+  AddBuild(4294967295u);
+  AddBuild(7u);
+  EXPECT_EQ(Ask(), "4294967295");
+}
+
+TEST_F(GetDataSourceBuild, TakesATextAsItStands) {
+  AddBuild("CY12");
+  EXPECT_EQ(Ask(), "CY12");
+}
+
+TEST_F(GetDataSourceBuild, IsEmptyWithoutTheClassOrAnInstanceThatCanBeRead) {
+  EXPECT_EQ(Ask(), "");
+  fNamespace.AddClass(kProduct);
+  EXPECT_EQ(Ask(), "");
+  fNamespace.AddInstance(kProduct, {});
+  EXPECT_EQ(Ask(), "");
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(GetDataSourceBuild, IsEmptyWhateverStatusTheClassFailsWith) {
+  AddBuild(1234u);
+  for (const auto status : {NQORHWX20::kHWXStatusNotFound, NQORHWX20::kHWXStatusAccessDenied}) {
+    fNamespace.Fail("GetClass(QORSG_HWXProduct)", status);
+    EXPECT_EQ(Ask(), "");
+  }
+  EXPECT_EQ(fNamespace.Calls().size(), 2u);
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(GetDataSourceBuild, PassesAFailureOfTheEnumerationOn) {
+  AddBuild(1234u);
+  fNamespace.Fail("QORSG_HWXProduct.EnumerateInstances(deep)", NQORHWX20::kHWXStatusNotFound);
+  EXPECT_EQ(StatusOf([&] { Ask(); }), NQORHWX20::kHWXStatusNotFound);
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(GetDataSourceBuild, PassesOtherExceptionsOn) {
+  AddBuild(1234u);
+  for (const char* const call :
+       {"QORSG_HWXProduct[0].Build.GetValue", "QORSG_HWXProduct[0].GetProperty(Build)",
+        "QORSG_HWXProduct.EnumerateInstances(deep)", "GetClass(QORSG_HWXProduct)"}) {
+    fNamespace.Do(call, [] { throw std::runtime_error("broken"); });
+    EXPECT_THROW(Ask(), std::runtime_error) << call;
+  }
+}
+
+// The version parts. A part that is not there throws `kHWXStatusNotFound`.
+struct VersionParts {
+  const char* fVersion;
+  const char* fMajor;
+  const char* fMinor;
+  const char* fBuildVersion;
+};
+
+const VersionParts kVersionParts[] = {
+    {"12.34.56.78", "12", "34", "78"},
+    {"12.34.56", "12", "34", "56"},
+    {"12.34", "12", nullptr, "34"},
+    {"12", nullptr, nullptr, nullptr},
+    {"", nullptr, nullptr, nullptr},
+    {".34.56.78", "", "34", "78"},
+    {"12.34.56.", "12", "34", ""},
+    {".", "", nullptr, ""},
+    {"..", "", "", ""},
+    {"1.2.3.4.5.6", "1", "2", "6"},
+    {"a b.c d.e", "a b", "c d", "e"},
+};
+
+class DataSourceVersionPart : public DataSourceQuery {
+ protected:
+  // What `call` returns, "none" if it throws.
+  template <typename Call>
+  std::string PartOf(Call call) {
+    std::string part = "none";
+    const int status = StatusOf([&] { part = call(); });
+    EXPECT_EQ(status, part == "none" ? NQORHWX20::kHWXStatusNotFound : NQORHWX20::kHWXStatusOK);
+    return part;
+  }
+  static std::string Expected(const char* part) { return part ? part : "none"; }
+};
+
+TEST_F(DataSourceVersionPart, IsCutAtTheDots) {
+  for (const VersionParts& parts : kVersionParts) {
+    AddVersion(parts.fVersion);
+    const auto ns = fNamespace.Get();
+    EXPECT_EQ(PartOf([&] { return TCIMSchemaHelper::GetDataSourceMajorVersion(ns, {}); }),
+              Expected(parts.fMajor))
+        << parts.fVersion;
+    EXPECT_EQ(PartOf([&] { return TCIMSchemaHelper::GetDataSourceMinorVersion(ns, {}); }),
+              Expected(parts.fMinor))
+        << parts.fVersion;
+    EXPECT_EQ(PartOf([&] { return TCIMSchemaHelper::GetDataSourceBuildVersion(ns); }),
+              Expected(parts.fBuildVersion))
+        << parts.fVersion;
+  }
+}
+
+TEST_F(DataSourceVersionPart, IsLoggedAsMissingForTheMajorVersionAlone) {
+  AddVersion("12");
+  const auto ns = fNamespace.Get();
+  PartOf([&] { return TCIMSchemaHelper::GetDataSourceMinorVersion(ns, {}); });
+  PartOf([&] { return TCIMSchemaHelper::GetDataSourceBuildVersion(ns); });
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+  PartOf([&] { return TCIMSchemaHelper::GetDataSourceMajorVersion(ns, {}); });
+  EXPECT_THAT(fLog.Lines(),
+              ElementsAre(Pair("Debug", "TCIMSchemaHelper::GetDataSourceMajorVersion - Throwing")));
+}
+
+TEST_F(DataSourceVersionPart, IsNotLoggedWhenItIsThere) {
+  AddVersion("1.2.3.4");
+  TCIMSchemaHelper::GetDataSourceMajorVersion(fNamespace.Get(), {});
+  TCIMSchemaHelper::GetDataSourceMinorVersion(fNamespace.Get(), {});
+  TCIMSchemaHelper::GetDataSourceBuildVersion(fNamespace.Get());
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(DataSourceVersionPart, CarriesTheCallersContextWhereThereIsOne) {
+  AddVersion("1.2.3.4");
+  const TCIMContext context = CallersContext();
+  TCIMSchemaHelper::GetDataSourceMajorVersion(fNamespace.Get(), context);
+  EXPECT_EQ(fNamespace.Calls()[0].second, "nspID=plugin user=someone");
+  fNamespace.ForgetCalls();
+  TCIMSchemaHelper::GetDataSourceMinorVersion(fNamespace.Get(), context);
+  EXPECT_EQ(fNamespace.Calls()[0].second, "nspID=plugin user=someone");
+  fNamespace.ForgetCalls();
+  TCIMSchemaHelper::GetDataSourceBuildVersion(fNamespace.Get());
+  EXPECT_EQ(fNamespace.Calls()[0].second, "nspID=plugin");
+  ExpectUnchanged(context);
+}
+
+TEST_F(DataSourceVersionPart, PassesTheFailuresOfTheVersionOnUnlogged) {
+  const auto ns = fNamespace.Get();
+  fNamespace.Fail("GetClass(QORSG_HWXProduct)", NQORHWX20::kHWXStatusAccessDenied);
+  EXPECT_EQ(StatusOf([&] { TCIMSchemaHelper::GetDataSourceMajorVersion(ns, {}); }),
+            NQORHWX20::kHWXStatusAccessDenied);
+  EXPECT_EQ(StatusOf([&] { TCIMSchemaHelper::GetDataSourceMinorVersion(ns, {}); }),
+            NQORHWX20::kHWXStatusAccessDenied);
+  EXPECT_EQ(StatusOf([&] { TCIMSchemaHelper::GetDataSourceBuildVersion(ns); }),
+            NQORHWX20::kHWXStatusAccessDenied);
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+}  // namespace

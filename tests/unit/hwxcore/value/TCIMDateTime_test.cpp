@@ -1,0 +1,262 @@
+#include "hwxcore/value/TCIMDateTime.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
+
+#include "hwxcore/value/TCIMDateTimeImpl.h"
+#include "support/StatusOf.h"
+
+namespace NQORHWX20 {
+namespace {
+
+using hwxtest::StatusOf;
+
+const char* const kTimestamp = "20070102030405.000006+060";
+const char* const kInterval = "00000001020304.000005:000";
+
+TCIMDateTime Timestamp() {
+  return TCIMDateTime(2007, 1, 2, 3, 4, 5, 6, 60);
+}
+
+TCIMDateTime Interval() {
+  return TCIMDateTime(1, 2, 3, 4, 5);
+}
+
+TEST(TCIMDateTime, IsNullUnlessItIsGivenAValue) {
+  const TCIMDateTime dateTime;
+  EXPECT_TRUE(dateTime.IsNull());
+  EXPECT_EQ(StatusOf([&] { dateTime.ToString(); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { dateTime.ToUIString(); }), kHWXStatusInvalidDateTime);
+}
+
+TEST(TCIMDateTime, ReadsTheFieldsOfANullOneWithoutAnyCheck) {
+  const TCIMDateTime dateTime;
+  EXPECT_FALSE(dateTime.IsInterval());
+  EXPECT_EQ(dateTime.GetYear(), 0);
+  EXPECT_EQ(dateTime.GetMonth(), 0);
+  EXPECT_EQ(dateTime.GetDay(), 0u);
+  EXPECT_EQ(dateTime.GetHour(), 0);
+  EXPECT_EQ(dateTime.GetMinute(), 0);
+  EXPECT_EQ(dateTime.GetSecond(), 0);
+  EXPECT_EQ(dateTime.GetMicroSeconds(), 0u);
+  EXPECT_EQ(dateTime.GetUTCOffset(), 0);
+}
+
+TEST(TCIMDateTime, HoldsTheFieldsOfATimestamp) {
+  const TCIMDateTime dateTime(2007, 1, 2, 3, 4, 5, 6, -60);
+  EXPECT_FALSE(dateTime.IsNull());
+  EXPECT_FALSE(dateTime.IsInterval());
+  EXPECT_EQ(dateTime.GetYear(), 2007);
+  EXPECT_EQ(dateTime.GetMonth(), 1);
+  EXPECT_EQ(dateTime.GetDay(), 2u);
+  EXPECT_EQ(dateTime.GetHour(), 3);
+  EXPECT_EQ(dateTime.GetMinute(), 4);
+  EXPECT_EQ(dateTime.GetSecond(), 5);
+  EXPECT_EQ(dateTime.GetMicroSeconds(), 6u);
+  EXPECT_EQ(dateTime.GetUTCOffset(), -60);
+}
+
+TEST(TCIMDateTime, HoldsTheFieldsOfAnInterval) {
+  const TCIMDateTime dateTime = Interval();
+  EXPECT_FALSE(dateTime.IsNull());
+  EXPECT_TRUE(dateTime.IsInterval());
+  EXPECT_EQ(dateTime.GetDay(), 1u);
+  EXPECT_EQ(dateTime.GetHour(), 2);
+  EXPECT_EQ(dateTime.GetMinute(), 3);
+  EXPECT_EQ(dateTime.GetSecond(), 4);
+  EXPECT_EQ(dateTime.GetMicroSeconds(), 5u);
+}
+
+TEST(TCIMDateTime, AnIntervalLeavesTheFieldsThatItLacks) {
+  TCIMDateTime dateTime = Timestamp();
+  dateTime.Set(1, 2, 3, 4, 5);
+  EXPECT_TRUE(dateTime.IsInterval());
+  EXPECT_EQ(dateTime.GetYear(), 2007);
+  EXPECT_EQ(dateTime.GetMonth(), 1);
+  EXPECT_EQ(dateTime.GetUTCOffset(), 60);
+}
+
+TEST(TCIMDateTime, ChangesItsKindWithEachSet) {
+  TCIMDateTime dateTime;
+  dateTime.Set(1, 2, 3, 4, 5);
+  EXPECT_EQ(dateTime.ToString(), kInterval);
+  dateTime.Set(2007, 1, 2, 3, 4, 5, 6, 60);
+  EXPECT_EQ(dateTime.ToString(), kTimestamp);
+  dateTime.Set(std::string(kInterval));
+  EXPECT_EQ(dateTime.ToString(), kInterval);
+  dateTime.Set(std::string(kTimestamp));
+  EXPECT_EQ(dateTime.ToString(), kTimestamp);
+}
+
+TEST(TCIMDateTime, AFailedSetLeavesItAsItWas) {
+  for (const TCIMDateTime& original : {Timestamp(), Interval()}) {
+    TCIMDateTime dateTime = original;
+    EXPECT_EQ(StatusOf([&] { dateTime.Set(9, 24, 0, 0, 0); }), kHWXStatusInvalidDateTime);
+    EXPECT_EQ(StatusOf([&] { dateTime.Set(std::string("20080203040506.000007+061*")); }),
+              kHWXStatusInvalidDateTime);
+    EXPECT_EQ(StatusOf([&] { dateTime.Set(std::string("00000009240000.000000:000")); }),
+              kHWXStatusInvalidDateTime);
+    EXPECT_EQ(dateTime.ToString(), original.ToString());
+  }
+  TCIMDateTime null;
+  EXPECT_EQ(StatusOf([&] { null.Set(9, 24, 0, 0, 0); }), kHWXStatusInvalidDateTime);
+  EXPECT_TRUE(null.IsNull());
+}
+
+TEST(TCIMDateTime, AConstructorFailsAsItsSetDoes) {
+  EXPECT_EQ(StatusOf([] { TCIMDateTime(9, 24, 0, 0, 0); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([] { TCIMDateTime(std::string("today")); }), kHWXStatusInvalidDateTime);
+}
+
+TEST(TCIMDateTime, CopiesShareNothing) {
+  TCIMDateTime original = Timestamp();
+  TCIMDateTime copy(original);
+  TCIMDateTime assigned;
+  assigned = original;
+  original.Set(1, 2, 3, 4, 5);
+  EXPECT_EQ(copy.ToString(), kTimestamp);
+  EXPECT_EQ(assigned.ToString(), kTimestamp);
+  copy.Set(9, 0, 0, 0, 0);
+  EXPECT_EQ(original.ToString(), kInterval);
+  EXPECT_EQ(assigned.ToString(), kTimestamp);
+}
+
+TEST(TCIMDateTime, CopiesOfANullOneAreNull) {
+  const TCIMDateTime null;
+  EXPECT_TRUE(TCIMDateTime(null).IsNull());
+  TCIMDateTime assigned = Timestamp();
+  assigned = null;
+  EXPECT_TRUE(assigned.IsNull());
+}
+
+TEST(TCIMDateTime, SurvivesItsAssignmentToItself) {
+  TCIMDateTime dateTime = Timestamp();
+  const TCIMDateTime& itself = dateTime;
+  dateTime = itself;
+  EXPECT_EQ(dateTime.ToString(), kTimestamp);
+}
+
+TEST(TCIMDateTime, SharesItsBodyByGetBodyAlone) {
+  TCIMDateTime dateTime = Timestamp();
+  const boost::shared_ptr<TCIMDateTimeImpl> body = dateTime.GetBody();
+  EXPECT_EQ(body, dateTime.GetBody());
+  EXPECT_NE(body, TCIMDateTime(dateTime).GetBody());
+  dateTime.Set(1, 2, 3, 4, 5);
+  EXPECT_EQ(body->ToString(), kInterval);
+  body->Set(2007, 1, 2, 3, 4, 5, 6, 60);
+  EXPECT_EQ(dateTime.ToString(), kTimestamp);
+}
+
+TEST(TCIMDateTime, AnAssignmentLeavesTheSharedBodyBehind) {
+  TCIMDateTime dateTime = Timestamp();
+  const boost::shared_ptr<TCIMDateTimeImpl> body = dateTime.GetBody();
+  dateTime = Interval();
+  EXPECT_NE(body, dateTime.GetBody());
+  EXPECT_EQ(body->ToString(), kTimestamp);
+}
+
+TEST(TCIMDateTime, ClearGivesUpTheBodyAndMakesItNull) {
+  TCIMDateTime dateTime = Timestamp();
+  const boost::shared_ptr<TCIMDateTimeImpl> body = dateTime.GetBody();
+  dateTime.Clear();
+  EXPECT_FALSE(dateTime.GetBody());
+  EXPECT_TRUE(body->IsNull());
+  EXPECT_EQ(body->GetYear(), 2007);
+}
+
+TEST(TCIMDateTime, ActsLikeANullOneWhenItIsCleared) {
+  TCIMDateTime cleared = Interval();
+  cleared.Clear();
+  cleared.Clear();
+  EXPECT_TRUE(cleared.IsNull());
+  EXPECT_FALSE(cleared.IsInterval());
+  EXPECT_FALSE(cleared.GetPrecision());
+  EXPECT_EQ(cleared.GetYear() + cleared.GetMonth() + cleared.GetHour() + cleared.GetMinute() +
+                cleared.GetSecond() + cleared.GetUTCOffset(),
+            0);
+  EXPECT_EQ(cleared.GetDay() + cleared.GetMicroSeconds(), 0u);
+  EXPECT_EQ(StatusOf([&] { cleared.ToString(); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { cleared.ToUIString(); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { (void)(cleared == cleared); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { (void)(cleared < Interval()); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { Interval() + cleared; }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { cleared - Interval(); }), kHWXStatusInvalidDateTime);
+}
+
+TEST(TCIMDateTime, CanBeCopiedAndSetAgainWhenItIsCleared) {
+  TCIMDateTime cleared = Interval();
+  cleared.Clear();
+  EXPECT_TRUE(TCIMDateTime(cleared).IsNull());
+  TCIMDateTime assigned = Timestamp();
+  assigned = cleared;
+  EXPECT_TRUE(assigned.IsNull());
+
+  EXPECT_EQ(StatusOf([&] { cleared.Set(9, 24, 0, 0, 0); }), kHWXStatusInvalidDateTime);
+  EXPECT_FALSE(cleared.GetBody());
+  cleared.Set(1, 2, 3, 4, 5);
+  EXPECT_EQ(cleared.ToString(), kInterval);
+
+  cleared.Clear();
+  cleared.SetPrecision(true);
+  EXPECT_TRUE(cleared.GetPrecision());
+  EXPECT_TRUE(cleared.IsNull());
+
+  cleared.Clear();
+  cleared = Timestamp();
+  EXPECT_EQ(cleared.ToString(), kTimestamp);
+}
+
+TEST(TCIMDateTime, CarriesThePrecisionMarkForItsCallers) {
+  TCIMDateTime marked = Timestamp();
+  marked.SetPrecision(true);
+  EXPECT_TRUE(marked.GetPrecision());
+  EXPECT_EQ(marked.ToString(), kTimestamp);
+  EXPECT_TRUE(marked == Timestamp());
+  EXPECT_FALSE(marked < Timestamp());
+  marked.Set(std::string(kInterval));
+  EXPECT_TRUE(marked.GetPrecision());
+  marked.SetPrecision(false);
+  EXPECT_FALSE(marked.GetPrecision());
+}
+
+TEST(TCIMDateTime, GetDifferenceIsNotImplementedWhateverItsArguments) {
+  TCIMDateTime null;
+  TCIMDateTime cleared;
+  cleared.Clear();
+  TCIMDateTime timestamp = Timestamp();
+  TCIMDateTime interval = Interval();
+  TCIMDateTime* const all[] = {&null, &cleared, &timestamp, &interval};
+  for (const TCIMDateTime* object : all) {
+    for (TCIMDateTime* first : all) {
+      for (TCIMDateTime* second : all) {
+        EXPECT_EQ(StatusOf([&] { object->GetDifference(*first, *second); }),
+                  kHWXStatusNotImplemented);
+      }
+    }
+  }
+}
+
+TEST(TCIMDateTime, IsMadeFromAStringImplicitly) {
+  EXPECT_TRUE((std::is_convertible_v<const std::string&, TCIMDateTime>));
+  const std::string text = kTimestamp;
+  const TCIMDateTime dateTime = text;
+  EXPECT_EQ(dateTime.ToString(), text);
+}
+
+TEST(TCIMDateTimeImpl, HasNoVirtualOperations) {
+  EXPECT_FALSE(std::is_polymorphic_v<TCIMDateTimeImpl>);
+}
+
+TEST(TCIMDateTimeImpl, ClearMakesItNullAndChangesNothingElse) {
+  TCIMDateTimeImpl body(1, 2, 3, 4, 5);
+  body.Clear();
+  EXPECT_TRUE(body.IsNull());
+  EXPECT_TRUE(body.IsInterval());
+  EXPECT_EQ(body.GetDay(), 1u);
+  EXPECT_EQ(body.GetMicroSeconds(), 5u);
+}
+
+}  // namespace
+}  // namespace NQORHWX20

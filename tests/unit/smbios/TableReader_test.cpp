@@ -1,0 +1,152 @@
+#include "smbios/TableReader.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "support/ChildProcess.h"
+#include "support/ScopedEnvironment.h"
+#include "support/SmbiosTables.h"
+#include "support/TemporaryDirectory.h"
+
+namespace {
+
+using hwxtest::Bytes;
+using hwxtest::SmbiosTables;
+using hwxtest::WriteBytes;
+using smbios::ReadTables;
+using smbios::TTables;
+
+SmbiosTables SomeTables() {
+  return SmbiosTables().AddSystem({"Maker", "Box"}).AddEnd();
+}
+
+class TableReader : public testing::Test {
+ protected:
+  void WriteFiles(const Bytes& entryPoint, const Bytes& table) {
+    WriteBytes(fDirectory / "smbios_entry_point", entryPoint);
+    WriteBytes(fDirectory / "DMI", table);
+  }
+
+  hwxtest::TemporaryDirectory fDirectory;
+};
+
+void ExpectRefused(const std::string& location, ESmBiosCode status, const std::string& reason) {
+  const TTables tables = ReadTables(location);
+  EXPECT_EQ(tables.Status(), status);
+  EXPECT_EQ(tables.Reason(), reason);
+}
+
+void ExpectBox(const TTables& tables) {
+  ASSERT_TRUE(tables.IsSound()) << tables.Reason();
+  EXPECT_EQ(tables.FindFirst(1).value().StringAt(5), "Box");
+}
+
+TEST_F(TableReader, ReadsTheKernelsDirectory) {
+  WriteFiles(SomeTables().EntryPoint32(), SomeTables().Table());
+  ExpectBox(ReadTables(fDirectory.Path()));
+  WriteFiles(SomeTables().EntryPoint64(), SomeTables().Table());
+  ExpectBox(ReadTables(fDirectory.Path()));
+  ExpectBox(ReadTables(fDirectory.Path() + "/"));
+}
+
+TEST_F(TableReader, ReadsADump) {
+  WriteBytes(fDirectory / "dump", SomeTables().Dump32());
+  ExpectBox(ReadTables(fDirectory / "dump"));
+  WriteBytes(fDirectory / "dump", SomeTables().Dump64());
+  ExpectBox(ReadTables(fDirectory / "dump"));
+}
+
+TEST_F(TableReader, ReadsFilesLargerThanABlock) {
+  SmbiosTables made;
+  for (int i = 0; i < 2000; ++i)
+    made.Add(200, Bytes(100, 1));
+  made.AddSystem({"Maker", "Box"}).AddEnd().WriteDump(fDirectory / "dump");
+  ExpectBox(ReadTables(fDirectory / "dump"));
+}
+
+TEST_F(TableReader, AbsentPlacesAreNamed) {
+  ExpectRefused(fDirectory / "none", kSmBiosAbsent, (fDirectory / "none") + " is absent");
+  ExpectRefused("", kSmBiosAbsent, "the empty path is absent");
+  ExpectRefused(fDirectory.Path(), kSmBiosAbsent,
+                (fDirectory / "smbios_entry_point") + " is absent");
+  WriteBytes(fDirectory / "smbios_entry_point", SomeTables().EntryPoint64());
+  ExpectRefused(fDirectory.Path(), kSmBiosAbsent, (fDirectory / "DMI") + " is absent");
+  const std::string below = fDirectory / "DMI/below";
+  WriteBytes(fDirectory / "DMI", {});
+  ExpectRefused(below, kSmBiosAbsent, below + " is absent");
+}
+
+TEST_F(TableReader, EmptyFilesAreMalformed) {
+  WriteFiles({}, {});
+  ExpectRefused(fDirectory.Path(), kSmBiosMalformed,
+                fDirectory.Path() + ": the entry point is empty");
+  WriteFiles(SomeTables().EntryPoint64(), {});
+  ExpectRefused(fDirectory.Path(), kSmBiosMalformed,
+                fDirectory.Path() + ": the table is truncated: 0 of " +
+                    std::to_string(SomeTables().Table().size()) + " bytes");
+  ExpectRefused(fDirectory / "DMI", kSmBiosMalformed,
+                (fDirectory / "DMI") + ": the entry point is empty");
+}
+
+TEST_F(TableReader, DamagedDumpIsMalformed) {
+  Bytes dump = SomeTables().Dump64();
+  dump.pop_back();
+  WriteBytes(fDirectory / "dump", dump);
+  const TTables tables = ReadTables(fDirectory / "dump");
+  EXPECT_EQ(tables.Status(), kSmBiosMalformed);
+  EXPECT_EQ(tables.Reason().rfind((fDirectory / "dump") + ": structure 1 at byte ", 0), 0u)
+      << tables.Reason();
+}
+
+TEST_F(TableReader, OtherKindsOfFilesAreRefusedWithoutWaiting) {
+  ASSERT_EQ(::mkfifo((fDirectory / "pipe").c_str(), 0600), 0);
+  ExpectRefused(fDirectory / "pipe", kSmBiosReadFailed,
+                (fDirectory / "pipe") + ": Invalid argument");
+  ExpectRefused("/dev/zero", kSmBiosReadFailed, "/dev/zero: Invalid argument");
+  ASSERT_EQ(::mkdir((fDirectory / "smbios_entry_point").c_str(), 0700), 0);
+  ExpectRefused(fDirectory.Path(), kSmBiosReadFailed,
+                (fDirectory / "smbios_entry_point") + ": Is a directory");
+}
+
+TEST_F(TableReader, HugeFilesAreRefused) {
+  WriteBytes(fDirectory / "dump", SomeTables().Dump64());
+  ASSERT_EQ(::truncate((fDirectory / "dump").c_str(), 16 * 1024 * 1024), 0);
+  ExpectBox(ReadTables(fDirectory / "dump"));
+  ASSERT_EQ(::truncate((fDirectory / "dump").c_str(), 16 * 1024 * 1024 + 1), 0);
+  ExpectRefused(fDirectory / "dump", kSmBiosReadFailed, (fDirectory / "dump") + ": File too large");
+}
+
+TEST_F(TableReader, RefusedPermissionNeedsRoot) {
+  WriteFiles(SomeTables().EntryPoint64(), SomeTables().Table());
+  const std::string hidden = fDirectory / "hidden";
+  ASSERT_EQ(::mkdir(hidden.c_str(), 0), 0);
+  ASSERT_EQ(::chmod(fDirectory.Path().c_str(), 0755), 0);
+  ASSERT_EQ(::chmod((fDirectory / "smbios_entry_point").c_str(), 0444), 0);
+  ASSERT_EQ(::chmod((fDirectory / "DMI").c_str(), 0), 0);
+  const int code = hwxtest::RunInChild([&] {
+    if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
+    ExpectRefused(fDirectory.Path(), kSmBiosNoPermission, (fDirectory / "DMI") + " needs root");
+    ExpectRefused(fDirectory / "DMI", kSmBiosNoPermission, (fDirectory / "DMI") + " needs root");
+    ExpectRefused(hidden + "/dump", kSmBiosNoPermission, hidden + "/dump needs root");
+    return 0;
+  });
+  ::chmod(hidden.c_str(), 0700);  // so that the directory can be removed
+  if (code == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: root's rights can't be given up";
+  EXPECT_EQ(code, 0);
+}
+
+TEST(TablesLocation, IsTheKernelsDirectoryBelowTheRoot) {
+  const hwxtest::ScopedEnvironment unset("HWX_SMBIOS_TABLES", std::nullopt);
+  EXPECT_EQ(smbios::TablesLocation(), "/sys/firmware/dmi/tables");
+  EXPECT_EQ(smbios::TablesLocation("/made/machine"), "/made/machine/sys/firmware/dmi/tables");
+}
+
+TEST(TablesLocation, IsWhatTheEnvironmentSaysEvenIfNothing) {
+  hwxtest::ScopedEnvironment variable("HWX_SMBIOS_TABLES", "/some/dump");
+  EXPECT_EQ(smbios::TablesLocation(), "/some/dump");
+  EXPECT_EQ(smbios::TablesLocation("/made/machine"), "/some/dump");
+  variable.Set("");
+  EXPECT_EQ(smbios::TablesLocation(), "");
+}
+
+}  // namespace
