@@ -1,0 +1,37 @@
+// The classes that the provider publishes. Each function defines one in a namespace, together with
+// where its instances come from: the machine, read anew for every enumeration.
+// Thread-safety: none, as the kit has none.
+
+#ifndef PROVIDERS_LINUX_CLASSES_H
+#define PROVIDERS_LINUX_CLASSES_H
+
+#include <boost/shared_ptr.hpp>
+#include <optional>
+#include <string>
+
+#include "hwxkit/TMemoryInstance.h"
+#include "hwxkit/TMemoryNamespace.h"
+
+namespace linux_machine {
+
+/// What stands before /sys, /proc, /etc, /usr and /run: the environment variable `HWX_SYSROOT`
+/// without the "/" at its end, and so nothing for this machine.
+std::string SystemRoot();
+
+void DefineComputerSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineOperatingSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineProduct(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineScsiDevice(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+
+/// Sets a property, or leaves it the typed null that it is from the start.
+template <typename Value>
+void SetKnown(NQORHWX20::TMemoryInstance& instance, const char* name,
+              const std::optional<Value>& value) {
+  if (value) {
+    instance.Set(name, *value);
+  }
+}
+
+}  // namespace linux_machine
+
+#endif  // PROVIDERS_LINUX_CLASSES_H

@@ -1,0 +1,137 @@
+#include "providers/linux/SystemInformation.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+#include "providers/linux/TextFile.h"
+#include "smbios/TableReader.h"
+
+namespace linux_machine {
+
+namespace {
+
+// Where the fields stand in the structure.
+constexpr std::size_t kManufacturer = 0x04;
+constexpr std::size_t kProductName = 0x05;
+constexpr std::size_t kVersion = 0x06;
+constexpr std::size_t kSerialNumber = 0x07;
+constexpr std::size_t kUUID = 0x08;
+constexpr std::size_t kUUIDSize = 16;
+constexpr std::size_t kSKUNumber = 0x19;
+constexpr std::size_t kFamily = 0x1A;
+
+std::optional<std::string> Present(std::string text) {
+  return text.empty() ? std::nullopt : std::optional(std::move(text));
+}
+
+// From version 2.6 on the format has the first three groups of the UUID lowest byte first. Some
+// makers wrote the minor version in decimal digits: 2.31 and 2.33 stand for 2.3, and 2.51 for 2.6.
+bool HasSwappedUUID(int major, int minor) {
+  const bool isOlder = minor < 6 || minor == 31 || minor == 33;
+  return major > 2 || (major == 2 && !isOlder);
+}
+
+std::string FormatUUID(const std::array<std::uint8_t, kUUIDSize>& bytes) {
+  static constexpr char kDigits[] = "0123456789abcdef";
+  std::string text;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (i == 4 || i == 6 || i == 8 || i == 10) {
+      text += '-';
+    }
+    text += kDigits[bytes[i] / 16];
+    text += kDigits[bytes[i] % 16];
+  }
+  return text;
+}
+
+std::optional<std::string> ParseUUID(const smbios::TStructure& structure, bool swapped) {
+  if (!structure.HasField(kUUID, kUUIDSize)) {
+    return std::nullopt;
+  }
+  std::array<std::uint8_t, kUUIDSize> bytes;
+  std::copy_n(structure.Bytes() + kUUID, kUUIDSize, bytes.begin());
+  const auto count = [&bytes](int value) { return std::count(bytes.begin(), bytes.end(), value); };
+  if (count(0x00) == kUUIDSize || count(0xFF) == kUUIDSize) {
+    return std::nullopt;  // the format's ways to say that there is none
+  }
+  if (swapped) {
+    std::reverse(bytes.begin(), bytes.begin() + 4);
+    std::reverse(bytes.begin() + 4, bytes.begin() + 6);
+    std::reverse(bytes.begin() + 6, bytes.begin() + 8);
+  }
+  return FormatUUID(bytes);
+}
+
+// The kernel keeps these even where it doesn't hand out the tables. The serial number and the UUID
+// it shows to root alone.
+TSystemInformation ReadKernelCopy(const std::string& root) {
+  const auto read = [directory = root + "/sys/class/dmi/id/"](const char* name) {
+    return Present(ReadAttribute(directory + name).value_or(std::string()));
+  };
+  TSystemInformation information;
+  information.fManufacturer = read("sys_vendor");
+  information.fProductName = read("product_name");
+  information.fVersion = read("product_version");
+  information.fSerialNumber = read("product_serial");
+  information.fUUID = read("product_uuid");
+  information.fSKUNumber = read("product_sku");
+  information.fFamily = read("product_family");
+  return information;
+}
+
+}  // namespace
+
+TSystemInformation ParseSystemInformation(const smbios::TStructure& structure, int major,
+                                          int minor) {
+  const auto text = [&structure](std::size_t offset) {
+    return Present(std::string(structure.StringAt(offset)));
+  };
+  TSystemInformation information;
+  information.fManufacturer = text(kManufacturer);
+  information.fProductName = text(kProductName);
+  information.fVersion = text(kVersion);
+  information.fSerialNumber = text(kSerialNumber);
+  information.fUUID = ParseUUID(structure, HasSwappedUUID(major, minor));
+  information.fSKUNumber = text(kSKUNumber);
+  information.fFamily = text(kFamily);
+  return information;
+}
+
+std::optional<std::string> FirmwareStatus(const smbios::TTables& tables,
+                                          const std::string& location) {
+  switch (tables.Status()) {
+    case kSmBiosOK:
+      return std::nullopt;
+    case kSmBiosAbsent:
+      return "no firmware tables: " + tables.Reason();
+    case kSmBiosNoPermission:
+      return "needs root: " + location + " can't be read";
+    case kSmBiosMalformed:
+      return "malformed: " + tables.Reason();
+    default:
+      return "unreadable: " + tables.Reason();
+  }
+}
+
+TSystemInformation ReadSystemInformation(const std::string& root) {
+  const std::string location = smbios::TablesLocation(root);
+  const smbios::TTables tables = smbios::ReadTables(location);
+  const auto structure = tables.FindFirst(smbios::kTypeSystemInformation);
+  TSystemInformation information;
+  if (structure) {
+    const smbios::TEntryPoint& entryPoint = tables.EntryPoint();
+    information = ParseSystemInformation(*structure, entryPoint.fMajor, entryPoint.fMinor);
+  } else if (std::getenv("HWX_SMBIOS_TABLES") == nullptr) {
+    information = ReadKernelCopy(root);
+  }
+  information.fFirmwareStatus = FirmwareStatus(tables, location);
+  if (!information.fFirmwareStatus && !structure) {
+    information.fFirmwareStatus =
+        "no system information: " + location + " has no structure of type 1";
+  }
+  return information;
+}
+
+}  // namespace linux_machine

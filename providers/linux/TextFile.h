@@ -1,0 +1,50 @@
+// Bounded reading of the small files and directories in which the kernel and the distribution tell
+// about the machine. What is read is taken for anything: too large, binary, a directory, absent.
+// Thread-safety: no state is kept.
+
+#ifndef PROVIDERS_LINUX_TEXTFILE_H
+#define PROVIDERS_LINUX_TEXTFILE_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace linux_machine {
+
+/// Bytes that a file may have, where its kind sets no narrower limit.
+constexpr std::size_t kFileSizeLimit = std::size_t{4} * 1024 * 1024;
+
+/// The bytes of a regular file. None when it can't be opened or read, is something other than a
+/// regular file, or holds more than `limit` bytes: part of a file is never passed off as the whole.
+std::optional<std::string> ReadFile(const std::string& path, std::size_t limit = kFileSizeLimit);
+
+/// The value in a file that holds one, as those of /sys and /proc/sys do: at most a page, without
+/// the newline at its end, cut at the first NUL byte. Blanks stay, as do bytes of whatever
+/// encoding.
+std::optional<std::string> ReadAttribute(const std::string& path);
+
+/// The number in such a file; none when something else stands there.
+std::optional<std::uint64_t> ReadNumber(const std::string& path);
+
+/// Names in a directory, sorted by bytes; none when it can't be read.
+std::vector<std::string> ListDirectory(const std::string& path);
+
+/// The text up to the first NUL byte.
+std::string CutAtNul(std::string_view text);
+
+/// The text without the blanks at its end.
+std::string WithoutTrailingBlanks(std::string_view text);
+
+/// The decimal number that the text is, whole and without a sign. None for anything else, and for a
+/// number of more than 64 bits.
+std::optional<std::uint64_t> ParseNumber(std::string_view text);
+
+/// Takes the first line off `text` and returns it, without its newline.
+std::string_view TakeLine(std::string_view& text);
+
+}  // namespace linux_machine
+
+#endif  // PROVIDERS_LINUX_TEXTFILE_H

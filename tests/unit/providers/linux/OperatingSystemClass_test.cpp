@@ -1,0 +1,132 @@
+#include <ctime>
+
+#include "unit/providers/linux/ProviderFixture.h"
+
+namespace hwxtest {
+
+namespace {
+
+using namespace NQORHWX20;
+using Type = TCIMValue::TCIMType;
+
+constexpr const char* kClass = "QORSG_OperatingSystem";
+
+class OperatingSystemInstance : public ProviderTest {
+ protected:
+  std::optional<std::string> Text(const std::string& property) {
+    return ReadText(kClass, property);
+  }
+  void SetBootTime(const std::string& seconds) {
+    WriteMachineFile(fDirectory.Path(), "proc/stat", "btime " + seconds + "\n");
+  }
+
+  ScopedEnvironment fZone{"TZ", "UTC0"};
+};
+
+TEST_F(OperatingSystemInstance, OfAWholeMachineIsKnownInAllParts) {
+  AddDebian(fDirectory.Path(), "host");
+  ASSERT_EQ(List(kClass).size(), 1u);
+  EXPECT_EQ(Text("Name"), "Debian GNU/Linux");
+  EXPECT_EQ(Text("Version"), "12");
+  EXPECT_EQ(Text("Description"), "Debian GNU/Linux 12 (bookworm)");
+  EXPECT_EQ(Text("KernelRelease"), "6.1.0-13-amd64");
+  EXPECT_EQ(Text("LastBootUpTime"), "20231114221320.000000+000");
+  EXPECT_EQ(static_cast<unsigned short>(Read(kClass, "OSType")), 36);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "TotalVisibleMemorySize")), 16777216u);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "FreePhysicalMemory")), 8388608u);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "TotalSwapSpaceSize")), 2097152u);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "TotalVirtualMemorySize")), 18874368u);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "FreeVirtualMemory")), 9437184u);
+  EXPECT_EQ(static_cast<unsigned int>(Read(kClass, "NumberOfUsers")), 2u);
+  EXPECT_EQ(static_cast<unsigned int>(Read(kClass, "NumberOfProcesses")), 3u);
+  EXPECT_EQ(static_cast<unsigned int>(Read(kClass, "MaxNumberOfProcesses")), 4194304u);
+}
+
+TEST_F(OperatingSystemInstance, OfAnUnknownMachineHasTypedNulls) {
+  ASSERT_EQ(List(kClass).size(), 1u);
+  EXPECT_EQ(Text("Name"), "Linux");
+  EXPECT_EQ(Text("OSType"), "36");
+  for (const char* property : {"Version", "Description", "KernelRelease"}) {
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kClass, property)) << property;
+  }
+  for (const char* property : {"TotalVisibleMemorySize", "FreePhysicalMemory", "TotalSwapSpaceSize",
+                               "TotalVirtualMemorySize", "FreeVirtualMemory"}) {
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt64, kClass, property)) << property;
+  }
+  for (const char* property : {"NumberOfUsers", "NumberOfProcesses", "MaxNumberOfProcesses"}) {
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt32, kClass, property)) << property;
+  }
+  EXPECT_TRUE(IsNullOf(Type::kCIMTypeDateTime, kClass, "LastBootUpTime"));
+}
+
+TEST_F(OperatingSystemInstance, SumsThatFitNoFieldAreNull) {
+  MakeBrokenMachine(fDirectory.Path());
+  EXPECT_EQ(Text("TotalVisibleMemorySize"), "18446744073709551615");
+  EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt64, kClass, "TotalVirtualMemorySize"));
+  EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt64, kClass, "FreeVirtualMemory"));
+}
+
+TEST_F(OperatingSystemInstance, BootTimeHasTheOffsetThatHeldThen) {
+  fZone.Set("CET-1CEST,M3.5.0,M10.5.0/3");
+  SetBootTime("1700000000");
+  EXPECT_EQ(Text("LastBootUpTime"), "20231114231320.000000+060");
+  SetBootTime("1690000000");
+  EXPECT_EQ(Text("LastBootUpTime"), "20230722062640.000000+120");
+  fZone.Set("EST5");
+  EXPECT_EQ(Text("LastBootUpTime"), "20230721232640.000000-300");
+}
+
+TEST_F(OperatingSystemInstance, BootTimeThatNoDateTimeHoldsIsNull) {
+  SetBootTime("253402300799");
+  EXPECT_EQ(Text("LastBootUpTime"), "99991231235959.000000+000");
+  for (const char* seconds : {"253402300800", "9223372036854775807", "9223372036854775808",
+                              "18446744073709551615", "18446744073709551616", "-1"}) {
+    SetBootTime(seconds);
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeDateTime, kClass, "LastBootUpTime")) << seconds;
+  }
+}
+
+TEST_F(OperatingSystemInstance, BootTimeMayBeTheEpoch) {
+  for (const char* zone : {"UTC0", "CET-1", "EST5"}) {
+    fZone.Set(zone);
+    SetBootTime("0");
+    EXPECT_FALSE(Read(kClass, "LastBootUpTime").IsNull()) << zone;
+    SetBootTime("1");
+    EXPECT_FALSE(Read(kClass, "LastBootUpTime").IsNull()) << zone;
+  }
+}
+
+TEST_F(OperatingSystemInstance, LocalTimeIsNow) {
+  const std::time_t before = std::time(nullptr);
+  const TCIMDateTime now = Read(kClass, "LocalDateTime");
+  SetBootTime(std::to_string(before));
+  const TCIMDateTime then = Read(kClass, "LastBootUpTime");
+  EXPECT_FALSE(now < then);
+  const TCIMDateTime elapsed = now - then;
+  EXPECT_EQ(elapsed.GetDay() * 24 + elapsed.GetHour(), 0u);
+}
+
+TEST_F(OperatingSystemInstance, TimeZoneIsThatOfTheLocalTime) {
+  fZone.Set("IST-5:30");
+  EXPECT_EQ(static_cast<short>(Read(kClass, "CurrentTimeZone")), 330);
+  EXPECT_EQ(static_cast<TCIMDateTime>(Read(kClass, "LocalDateTime")).GetUTCOffset(), 330);
+  fZone.Set("EST5");
+  EXPECT_EQ(static_cast<short>(Read(kClass, "CurrentTimeZone")), -300);
+}
+
+TEST_F(OperatingSystemInstance, TellsItsUnits) {
+  const auto units = [this](const std::string& property) {
+    return fNamespace->GetClass(kClass, {})
+        ->GetPropertyDecl(property, {})
+        ->GetQualifier("Units", {})
+        ->GetValue({})
+        .ToString(10);
+  };
+  EXPECT_EQ(units("CurrentTimeZone"), "Minutes");
+  EXPECT_EQ(units("TotalVisibleMemorySize"), "KiloBytes");
+  EXPECT_EQ(units("FreeVirtualMemory"), "KiloBytes");
+}
+
+}  // namespace
+
+}  // namespace hwxtest
