@@ -1,0 +1,34 @@
+#ifndef HWX_IDENTITY_H
+#define HWX_IDENTITY_H
+
+#include <string>
+
+#include "hwx/Answer.h"
+#include "hwx/Reasons.h"
+
+namespace hwx {
+
+/// Who a machine is. A text that is blank counts as missing.
+///
+/// Thread-safety: a plain value.
+struct TIdentity {
+  TAnswer<std::string> fMachineType;  ///< Four characters.
+  TAnswer<std::string> fModel;        ///< Three characters; blanks among them are kept.
+  TAnswer<std::string> fProductName;
+  TAnswer<std::string> fSerialNumber;
+  TAnswer<std::string> fSystemName;
+  TAnswer<std::string> fOperatingSystemName;
+  TAnswer<std::string> fOperatingSystemVersion;
+  TAnswer<unsigned short> fOperatingSystemType;  ///< The CIM number.
+  TAnswer<std::string> fOperatingSystemTypeName;
+  TAnswer<std::string> fDataSourceVersion;
+  TAnswer<std::string> fDataSourceBuild;
+};
+
+/// Asks a namespace, by the library's queries, who its machine is. Failures of the namespace become
+/// reasons. Thread-safety: that of the namespace.
+TIdentity AskIdentity(const TMachine& machine);
+
+}  // namespace hwx
+
+#endif  // HWX_IDENTITY_H

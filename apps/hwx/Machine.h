@@ -1,0 +1,19 @@
+// The road to this machine's data: find the provider, load it, take it from the registry, open its
+// namespace. Thread-safety: for the main thread, before there are others.
+
+#ifndef HWX_MACHINE_H
+#define HWX_MACHINE_H
+
+#include <boost/shared_ptr.hpp>
+
+#include "hwxcore/schema/ICIMNamespace.h"
+
+namespace hwx {
+
+/// The namespace of the provider "plugin". Throws `TFailure`, which says at which step the road
+/// ended.
+boost::shared_ptr<NQORHWX20::ICIMNamespace> OpenMachine();
+
+}  // namespace hwx
+
+#endif  // HWX_MACHINE_H

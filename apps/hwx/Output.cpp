@@ -1,0 +1,41 @@
+#include "hwx/Output.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "hwx/Failure.h"
+#include "hwx/Printable.h"
+
+namespace hwx {
+
+namespace {
+
+[[noreturn]] void ThrowUnwritten(int error) {
+  throw TFailure(std::string("the output can't be written: ") + std::strerror(error));
+}
+
+}  // namespace
+
+void RequireOpenOutput() {
+  if (::fcntl(STDOUT_FILENO, F_GETFD) == -1) ThrowUnwritten(errno);
+}
+
+void WriteOutput(const std::string& text) {
+  errno = 0;
+  const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+  if (!isWritten || std::fflush(stdout) != 0) ThrowUnwritten(errno);
+}
+
+void WriteErrorText(const std::string& text) {
+  std::fputs(text.c_str(), stderr);
+}
+
+void ReportError(const std::string& message) {
+  WriteErrorText("hwx: " + Printable(message) + "\n");
+}
+
+}  // namespace hwx

@@ -1,0 +1,25 @@
+// The program's two streams. Thread-safety: for the main thread.
+
+#ifndef HWX_OUTPUT_H
+#define HWX_OUTPUT_H
+
+#include <string>
+
+namespace hwx {
+
+/// Throws `TFailure` if the standard output is closed: a file that is opened next would take its
+/// place, and get what is meant for the user.
+void RequireOpenOutput();
+
+/// Writes `text` to the standard output. Throws `TFailure` if not all of it gets through.
+void WriteOutput(const std::string& text);
+
+/// Writes lines to the standard error stream.
+void WriteErrorText(const std::string& text);
+
+/// Writes a line for people to the standard error stream, behind the program's name.
+void ReportError(const std::string& message);
+
+}  // namespace hwx
+
+#endif  // HWX_OUTPUT_H

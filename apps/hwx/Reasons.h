@@ -1,0 +1,41 @@
+// Why a query of the machine found nothing, in words. A query ends in a bare status, so the
+// namespace is looked at once more for what stood in the way.
+// Thread-safety: that of the namespace.
+
+#ifndef HWX_REASONS_H
+#define HWX_REASONS_H
+
+#include <boost/shared_ptr.hpp>
+#include <optional>
+#include <string>
+
+#include "hwxcore/schema/ICIMNamespace.h"
+#include "hwxcore/value/THWXStatusCode.h"
+
+namespace hwx {
+
+typedef boost::shared_ptr<NQORHWX20::ICIMNamespace> TMachine;
+
+/// What a query reads.
+struct TSource {
+  const char* fClass;
+  const char* fProperty;
+  const char* fNoun;  ///< What people call it.
+  NQORHWX20::TCIMValue::TCIMType::ECIMType fType;
+  bool fIsOfFirmware;      ///< Whether it comes from the firmware's tables.
+  bool fNeedsOneInstance;  ///< Whether the query refuses several instances.
+};
+
+/// Why `source` can't be read; missing if it can. Failures of the namespace are told as reasons.
+std::optional<std::string> WhyUnreadable(const TMachine& machine, const TSource& source);
+
+/// Why the firmware's tables can't be read, as the provider tells it: empty if they were read well,
+/// missing if the provider doesn't tell.
+std::optional<std::string> FirmwareStatus(const TMachine& machine);
+
+/// A status as people say it; one without words of its own by its name.
+std::string InWords(const NQORHWX20::THWXStatusCode& status);
+
+}  // namespace hwx
+
+#endif  // HWX_REASONS_H
