@@ -1,6 +1,8 @@
 #ifndef HWXCORE_OS_TOSSPECIFIC_H
 #define HWXCORE_OS_TOSSPECIFIC_H
 
+#include <cstdint>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -60,11 +62,67 @@ class TOSSpecific {
   /// Logs `text` at debug level, behind "TOSSpecific debug output: ".
   static void DebugOut(std::string text);
 
-  // Files and paths.
+  // Files and paths. Nothing is tried twice, and what a failed operation has made stays.
+
+  /// Whether `path` is anything but a directory, or a link to such.
+  static bool FileExists(std::string path);
+
+  /// The size in bytes of a file, or of what a link leads to. Throws `kHWXStatusFileNotFound`, also
+  /// for a directory.
+  static std::int64_t GetFileSize(std::string path);
+
+  /// Throws `kHWXStatusFail`, also for a path of 1024 bytes or more.
+  static std::string GetCurrentDir();
 
   /// The directory that holds this library, without a separator at its end. Throws
   /// `kHWXStatusFileSystemError` if the loader can't tell.
   static std::string GetHWXRootPath();
+
+  /// Makes a file that holds `content`, or empties the one there is; a new one gets mode 0666 less
+  /// the umask. Whether all of `content` could be written isn't told. Returns false, after a debug
+  /// line, if the file can't be opened.
+  static bool createFile(std::string path, std::string content);
+
+  /// Removes a file, whether it is there or not, and returns true, whether it could or not.
+  ///
+  /// The path is handed to a shell as it is, in the command `rm -f`. The shell splits it at blanks,
+  /// expands wildcards and variables, and obeys ";", "|", "$(...)" and the like; a text that begins
+  /// with "-" is an option to `rm`. Never pass a path that comes from outside.
+  static bool deleteFile(std::string path);
+
+  /// Copies the bytes of a file. A new file gets the source's mode less the umask. A file that is
+  /// there isn't emptied: if it is longer, its tail stays behind the copy. Throws
+  /// `kHWXStatusFileSystemError`; what was copied till then stays.
+  static void FileCopy(std::string source, std::string destination);
+
+  /// Copies the files of a directory, as `FileCopy` does, and with `recursive` its subdirectories
+  /// with theirs. Links are followed; an entry that can't be looked at, such as a broken link, is
+  /// passed over. `destination` is made where it is missing, its parents aren't. An empty text
+  /// means the root directory. Throws `kHWXStatusFileSystemError`, or what `CreateDir` and
+  /// `FileCopy` throw; the handle of `source` then stays open, except if that is what failed.
+  static void DirCopy(std::string source, std::string destination, bool recursive);
+
+  /// Opens `path` for output on `stream`, which is closed first if it is open, and empties the
+  /// file. Throws `kHWXStatusAccessDenied` if the user has no right to, otherwise
+  /// `kHWXStatusFileSystemError`, each after a log entry and with the stream's fail bit set.
+  static void OpenOutputFileStream(std::ofstream& stream, std::string path);
+
+  /// The names in a directory, without "." and "..", in the directory's own order. Throws
+  /// `kHWXStatusFileSystemError` if it can't be opened. Each call costs a descriptor for the life
+  /// of the process: the directory is never closed.
+  static std::vector<std::string> ListDir(std::string path);
+
+  /// The lines that the program `find` prints for `path`: the path and all that lies below it. Its
+  /// complaints, about a path that is missing or may not be read, are lines like any other. A text
+  /// that begins with "-" is an expression to `find`. What has come after 300 seconds of silence is
+  /// taken for all; should that end within a line, the call never returns and takes memory without
+  /// end. Throws what `SpawnProcess` throws.
+  static std::vector<std::string> FindFile(std::string path);
+
+  /// `path` behind `base`, with one separator between, if `path` is relative and `base` isn't
+  /// empty; otherwise `path`. One separator at the end of `path` goes first; a path that is empty
+  /// then is relative.
+  static std::string RelocateRelativePath(std::string base, std::string path);
 
   // Child processes: run a program and gather what it prints, errors and all, in the order of
   // writing. All four forms work alike:
