@@ -21,6 +21,7 @@ class INamespaceConsumer;
 /// - Files and paths                                       TOSSpecificLinuxFiles.cpp
 /// - Child processes                                       TOSSpecificLinuxProcess.cpp
 /// - Plug-in discovery and loading                         TOSSpecificLinuxPlugins.cpp
+/// - Machine identity from firmware                        TOSSpecificLinuxFirmware.cpp
 ///
 /// Paths are byte strings. Failures are thrown as `THWXException` unless a member says otherwise.
 ///
@@ -209,6 +210,64 @@ class TOSSpecific {
   static std::string BuildSpecificationPath(std::string path);
   /// Path of the plug-in's registration document, in the same way.
   static std::string BuildRegistrationPath(std::string path, std::string pluginWord);
+
+  // Machine identity from firmware. Each call opens the firmware's tables and reads them anew; what
+  // it does is logged at debug level. None of them throws `THWXException`: where the firmware can't
+  // be read, a default stands in.
+
+  /// The four characters of the machine type in the product name, behind its first "-" and the
+  /// bracket there, or in front of the model where the name is the two alone. Fewer if the name
+  /// ends there. "0000" if there is none or the tables can't be read.
+  ///
+  /// Throws `std::out_of_range` if the name ends in its first "-". The handle and the buffer of the
+  /// read then stay unreleased.
+  static std::string GetMachineType();
+
+  /// The machine type that a table gives for the BIOS's build, so that it doesn't hang on the
+  /// product name; that of `GetMachineType`, with its exceptions, if the table has none or the BIOS
+  /// version can't be read.
+  static std::string GetMachineTypeFromID();
+
+  /// The first two characters of the BIOS's build, as the firmware writes them; "00" if the BIOS
+  /// version can't be read or is shorter. Throws `std::out_of_range` if the version is longer and
+  /// the build in it is shorter than that.
+  static std::string GetBiosID();
+
+  /// What the firmware says of the machine: `field` is "type", "name" (the product name up to its
+  /// first "-"), "model" (three characters) or "SN" (the serial number as it stands there, fillers
+  /// too). Any other gives "error param of GetMachineInfo".
+  ///
+  /// The type is "0000" and the others "Unknown" where there is none; all are "0000" if the tables
+  /// can't be opened. Without a product name, there is none of them. Throws `std::out_of_range` if
+  /// the product name ends less than six characters behind the start of its first "-", or if the
+  /// firmware has no serial number of the number that it tells, and leaves then what
+  /// `GetMachineType` leaves.
+  static std::string GetMachineInfo(std::string field);
+  static std::string GetMachineSN();     ///< `GetMachineInfo("SN")`.
+  static std::string GetMachineModel();  ///< `GetMachineInfo("model")`.
+  static std::string GetMachineName();   ///< `GetMachineInfo("name")`.
+
+  /// `GetMachineName()`: the firmware's product name, not the name of an operating system.
+  static std::string GetOperatingSystemName();
+
+  /// Copies the string numbered `index`, from 1, of the `size` bytes from `src` to `dst` and
+  /// returns 1; 0, and `dst` untouched, if there is none that a NUL ends within them. The first
+  /// string is copied without its NUL, the others with it, so `dst` must hold `size` bytes, of
+  /// zeros if a text is to be read from it.
+  static int getBIDString(char* src, char* dst, int size, int index);
+
+  /// The strings in the `size` bytes from `text`: the first up to `separator`, the others up to a
+  /// NUL. One whose end lies in the last two bytes, or behind them, is left out.
+  static std::vector<std::string> multiStringTok(char* text, unsigned long size, char separator);
+
+  /// Deletes brackets and what lies outside them: everything up to the first "[", then everything
+  /// from the first "]" on. Nothing else is removed. Returns 1.
+  static int removeNonAlpaNumeric(std::string& text);
+
+  /// Takes a version apart. `build` is a copy of `text`; it keeps what lies in front of the second
+  /// "-", or the first if there is one only, and `text` what lies behind it. Without any, both stay
+  /// as they are. Returns 1.
+  static int breakApartVersion(std::string& text, std::string& build);
 };
 
 }  // namespace NQORHWX20
