@@ -21,6 +21,7 @@
 #include "hwxcore/schema/INamespaceProvider.h"
 #include "hwxcore/schema/INamespaceProviderManager.h"
 #include "hwxcore/schema/TAddToVectorCallback.h"
+#include "hwxcore/schema/TCIMCopy.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 #include "hwxcore/schema/TNamespaceProviderManager.h"
 #include "hwxcore/schema/TRootObject.h"
