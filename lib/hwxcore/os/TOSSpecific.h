@@ -17,6 +17,7 @@ class INamespaceConsumer;
 ///
 /// - Constants, directory primitives, clock, system log   TOSSpecificLinux.cpp
 /// - Files and paths                                       TOSSpecificLinuxFiles.cpp
+/// - Child processes                                       TOSSpecificLinuxProcess.cpp
 /// - Plug-in discovery and loading                         TOSSpecificLinuxPlugins.cpp
 ///
 /// Paths are byte strings. Failures are thrown as `THWXException` unless a member says otherwise.
@@ -64,6 +65,49 @@ class TOSSpecific {
   /// The directory that holds this library, without a separator at its end. Throws
   /// `kHWXStatusFileSystemError` if the loader can't tell.
   static std::string GetHWXRootPath();
+
+  // Child processes: run a program and gather what it prints, errors and all, in the order of
+  // writing. All four forms work alike:
+  //
+  // - The child inherits every open descriptor, and the standard input with them. Two threads may
+  //   spawn at once, but each child then holds the other's pipe open until it ends.
+  // - `timeout`, in whole seconds, bounds each wait for output and begins anew with each piece that
+  //   comes: a child that prints now and then may run for ever. -1 means no limit, 0 that the
+  //   output has to be there at once; other numbers below 0 fail. A signal that the caller handles
+  //   while it waits ends the wait as a failure.
+  // - A child whose wait ended so is left running: it is neither killed nor waited for, gets
+  // SIGPIPE
+  //   when it next prints, and stays a zombie until the caller ends.
+  // - The end of the output comes when all who hold the pipe are gone, background processes of the
+  //   child among them. The wait for the child's own end, after that, has no limit.
+  // - The output is taken in chunks of up to 4095 bytes; a NUL byte ends its chunk, and the rest of
+  //   that chunk is lost.
+  // - Throws `kHWXStatusFail`, after a log entry, if no child can be made. Both ends of the pipe
+  //   then stay open.
+  //
+  // No shell is involved: arguments reach the program as they are.
+
+  /// Runs `command`, searched for along PATH, in the caller's environment, and appends its output
+  /// to `output`. Returns 0 if the child ended by itself with status 0, and -1 in every other case,
+  /// also if there is no such program (nothing is then printed) or no pipe.
+  static int SpawnProcess(std::string command, std::vector<std::string> arguments,
+                          std::string& output, int timeout);
+
+  /// The same; returns the output. Whether the program succeeded, or was waited for to its end,
+  /// isn't told.
+  static std::string SpawnProcess(std::string command, std::vector<std::string> arguments,
+                                  int timeout);
+
+  /// The same for a program and its arguments, split at each single blank. There is no quoting: two
+  /// blanks in a row give an empty argument, and so does a blank at the end.
+  static std::string SpawnProcess(std::string commandLine, int timeout);
+
+  /// Runs the file `path`, not searched for, with `processName` as its first argument and
+  /// `environment`, of texts "NAME=value", as all of its environment. Result and output as in the
+  /// first form.
+  static int SpawnProcess(const std::string& processName, const std::vector<std::string>& arguments,
+                          const std::string& path, const std::vector<std::string>& environment,
+                          std::string& output, int timeout);
 
   // Plug-in discovery and loading. Nothing that is loaded is ever closed again. The symbols of each
   // plug-in are visible to everything that is loaded after it.
