@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "hwxcore/schema/ICIMNamespace.h"
 #include "hwxkit/TMemoryQualifierDecl.h"
@@ -76,6 +77,9 @@ class TMemoryNamespace : public ICIMNamespace,
   /// Throws `kHWXStatusNotImplemented`: `FindInstance` is the way to an instance.
   boost::shared_ptr<ICIMInstance> GetInstance(const TCIMReference& reference,
                                               TCIMContext context) override;
+
+  /// All classes, in the order of commitment: each behind its superclass.
+  std::vector<boost::shared_ptr<TMemoryClass> > GetClasses() const;
 
   /// The committed class of that name, or an empty pointer.
   boost::shared_ptr<TMemoryClass> FindClass(const std::string& name) const;
