@@ -1,5 +1,8 @@
 #include "hwxkit/TMemoryNamespace.h"
 
+#include <utility>
+
+#include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/THWXException.h"
 #include "hwxkit/TMemoryClass.h"
 #include "hwxkit/TMemoryInstance.h"
@@ -125,11 +128,14 @@ void TMemoryNamespace::EnumerateQualifierDecls(
 
 // Instances.
 
-// There is no way yet to take the class and the keys out of a reference; `FindInstance` is the
-// search that belongs here.
-boost::shared_ptr<ICIMInstance> TMemoryNamespace::GetInstance(const TCIMReference& /*reference*/,
+boost::shared_ptr<ICIMInstance> TMemoryNamespace::GetInstance(const TCIMReference& reference,
                                                               TCIMContext /*context*/) {
-  throw THWXException(kHWXStatusNotImplemented);
+  std::map<std::string, TCIMValue> keys;
+  reference.EnumerateKeyBindings([&keys](std::pair<std::string, TCIMValue> key) {
+    keys.insert(key);
+    return true;
+  });
+  return FindInstance(reference.GetClassName(), keys);
 }
 
 boost::shared_ptr<ICIMInstance> TMemoryNamespace::FindInstance(

@@ -74,7 +74,9 @@ class TMemoryNamespace : public ICIMNamespace,
       const boost::function<bool(boost::shared_ptr<ICIMQualifierDecl>)>& callback,
       TCIMContext context) override;
 
-  /// Throws `kHWXStatusNotImplemented`: `FindInstance` is the way to an instance.
+  /// `FindInstance` with the class name and the keys of the reference. A reference to a class of
+  /// another namespace finds what this one has by those names. Throws `kHWXStatusInvalidReference`
+  /// for a reference without a class.
   boost::shared_ptr<ICIMInstance> GetInstance(const TCIMReference& reference,
                                               TCIMContext context) override;
 
