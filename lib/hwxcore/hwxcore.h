@@ -4,7 +4,9 @@
 // The whole public interface.
 
 #include "hwxcore/diagnostics/ILogger.h"
+#include "hwxcore/diagnostics/TBoostAssertException.h"
 #include "hwxcore/diagnostics/TCommUtil.h"
+#include "hwxcore/diagnostics/TConfig.h"
 #include "hwxcore/diagnostics/TLogger.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/schema/ICIMClass.h"
@@ -21,6 +23,7 @@
 #include "hwxcore/schema/INamespaceProvider.h"
 #include "hwxcore/schema/INamespaceProviderManager.h"
 #include "hwxcore/schema/TAddToVectorCallback.h"
+#include "hwxcore/schema/TCIMCopy.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 #include "hwxcore/schema/TNamespaceProviderManager.h"
 #include "hwxcore/schema/TRootObject.h"
@@ -33,6 +36,9 @@
 #include "hwxcore/value/TCIMDateTimeImpl.h"
 #include "hwxcore/value/TCIMDateTimeValueImpl.h"
 #include "hwxcore/value/TCIMNumericValueImpl.h"
+#include "hwxcore/value/TCIMReference.h"
+#include "hwxcore/value/TCIMReferenceImpl.h"
+#include "hwxcore/value/TCIMReferenceValueImpl.h"
 #include "hwxcore/value/TCIMStringValueImpl.h"
 #include "hwxcore/value/TCIMValue.h"
 #include "hwxcore/value/TCIMValueImpl.h"
