@@ -1,4 +1,5 @@
-// A large copy beside cp, the lines of find beside popen, and a directory beside std::filesystem.
+// A large copy beside cp, the lines of find beside popen, and directories, read and made, beside
+// std::filesystem.
 
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "SideBySide.h"
+#include "hwxcore/diagnostics/TCommUtil.h"
 #include "hwxcore/os/TOSSpecific.h"
 
 namespace {
@@ -129,5 +131,17 @@ BENCHMARK(ListBesideFilesystem)
     ->Arg(10)
     ->Arg(10000)
     ->Iterations(1);
+
+// A path that is there already.
+void MakeBesideFilesystem(benchmark::State& state) {
+  const std::string directory = "/tmp/hwx-benchmark-hierarchy";
+  const std::string path = directory + "/of/six/levels/in/all";
+  std::filesystem::create_directories(path);
+  hwxbench::Compare(
+      state, 50, 500, [&] { NQORHWX20::TCommUtil::MkDirHier(path); },
+      [&] { std::filesystem::create_directories(path); });
+  std::filesystem::remove_all(directory);
+}
+BENCHMARK(MakeBesideFilesystem)->Name("Files/mkdirhier_beside_filesystem")->Iterations(1);
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <stdexcept>
 
 #include "hwxcore/diagnostics/TLogger.h"
 #include "hwxcore/os/TOSSpecific.h"
@@ -139,18 +140,61 @@ TEST_F(SetDebugLevelTest, TakesThePrefixOfTheFlavourForANullPath) {
   EXPECT_EQ(result, 0);
 }
 
-TEST_F(SetDebugLevelTest, AbortsTheProcessIfTheFileCannotBeMade) {
-  const int withoutDirectory = RunInChild([&] { return Set(2, "absent/log_") ? 0 : 1; });
-  EXPECT_EQ(withoutDirectory, 128 + SIGABRT);
+TEST_F(SetDebugLevelTest, AbortsTheProcessWithoutADirectoryAndMakesNone) {
+  const int result = RunInChild([&] { return Set(2, "absent/log_") ? 0 : 1; });
+  EXPECT_EQ(result, 128 + SIGABRT);
   EXPECT_FALSE(TOSSpecific::DirExists(fScratch / "absent"));
-  const int withoutRight = RunInChild([&] {
+}
+
+TEST_F(SetDebugLevelTest, AbortsTheProcessAlsoForALevelThatItRefuses) {
+  const int result = RunInChild([&] { return Set(99, "absent/log_") ? 0 : 1; });
+  EXPECT_EQ(result, 128 + SIGABRT);
+}
+
+TEST_F(SetDebugLevelTest, AbortsTheProcessOnAReadOnlyFileSystem) {
+  const int result = RunInChild([&] {
     if (!hwxtest::EnterPrivateMountNamespace() || !hwxtest::MountTmpfs(fScratch.Path()) ||
         !hwxtest::RemountReadOnly(fScratch.Path())) {
-      std::raise(SIGABRT);
+      return hwxtest::kSceneNotAllowed;
     }
-    return Set(99) ? 0 : 1;
+    return Set(2) ? 0 : 1;
   });
-  EXPECT_EQ(withoutRight, 128 + SIGABRT);
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to mount";
+  EXPECT_EQ(result, 128 + SIGABRT);
+}
+
+TEST_F(SetDebugLevelTest, AbortsTheProcessWhereTheUserMayNotWrite) {
+  std::filesystem::permissions(fScratch.Path(), std::filesystem::perms(0555));
+  const int result = RunInChild([&] {
+    if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
+    return Set(2) ? 0 : 1;
+  });
+  std::filesystem::permissions(fScratch.Path(), std::filesystem::perms(0755));
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to change the user";
+  EXPECT_EQ(result, 128 + SIGABRT);
+}
+
+// The full disk still takes a name.
+TEST_F(SetDebugLevelTest, LeavesItsEmptyFileAlsoOnAFullDisk) {
+  const int result = RunInChild([&] {
+    if (!hwxtest::EnterPrivateMountNamespace() || !hwxtest::MountTmpfs(fScratch.Path())) {
+      return hwxtest::kSceneNotAllowed;
+    }
+    MakeFile(fScratch / "filler", std::string(2000000, 'x'));
+    EXPECT_TRUE(Set(2));
+    EXPECT_THAT(Files(), UnorderedElementsAre("filler", "log_714120150703-090502.log"));
+    return 0;
+  });
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to mount";
+  EXPECT_EQ(result, 0);
+}
+
+TEST_F(SetDebugLevelTest, PassesOnWhatTheMachineTypeThrowsAndMakesNoFile) {
+  hwxtest::SmbiosTables tables;
+  tables.AddSystem({"Maker", "Box-"}).AddEnd().WriteDump(fMachine / "dump");
+  EXPECT_THROW(Set(4), std::out_of_range);
+  EXPECT_THAT(Files(), testing::IsEmpty());
+  EXPECT_EQ(TLogger::GetInstance()->GetLogThreshold(), ILogger::kHWXLogStatus);
 }
 
 }  // namespace
