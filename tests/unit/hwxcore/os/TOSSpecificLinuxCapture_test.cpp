@@ -14,6 +14,7 @@
 #include "support/FileText.h"
 #include "support/MemoryLimit.h"
 #include "support/ScopedLogCapture.h"
+#include "support/ScopedSignal.h"
 #include "support/StatusOf.h"
 #include "support/TemporaryDirectory.h"
 
@@ -85,6 +86,20 @@ TEST(GetFileContents, ThrowsFileSystemErrorAfterAStatusLineWithTheName) {
   EXPECT_THAT(log.Lines(), ElementsAre(Pair("Status", kReadFailed + "the name")));
 }
 
+TEST(GetFileContents, FailsWhenASignalInterruptsTheRead) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  ASSERT_EQ(::write(ends[1], "early", 5), 5);
+  const hwxtest::ScopedSignal alarm(SIGALRM, &hwxtest::ScopedSignal::Ignore);
+  const ScopedLogCapture log;
+  hwxtest::AlarmIn(300);
+  EXPECT_EQ(StatusOf([&] { TOSSpecific::GetFileContents(ends[0], "pipe", true); }),
+            NQORHWX20::kHWXStatusFileSystemError);
+  EXPECT_THAT(log.Lines(), ElementsAre(Pair("Status", kReadFailed + "pipe")));
+  ::close(ends[0]);
+  ::close(ends[1]);
+}
+
 TEST(CaptureFile, KeepsEveryByte) {
   const TemporaryDirectory scratch;
   const std::size_t before = OpenDescriptors();
@@ -111,6 +126,27 @@ TEST(CaptureFile, ReadsALargeFileWhereMemoryIsShort) {
   const int result = RunInChild([&] {
     hwxtest::LimitMemoryTo(100 << 20);
     EXPECT_EQ(TOSSpecific::CaptureFile(scratch / "file").size(), 20000000U);
+    return 0;
+  });
+  EXPECT_EQ(result, 0);
+}
+
+TEST(CaptureFile, ReadsBehindMoreThanAThousandDescriptors) {
+  const int result = RunInChild([] {
+    if (!hwxtest::LimitDescriptors(2000)) return hwxtest::kSceneNotAllowed;
+    for (int descriptor = 0; descriptor < 1500;)
+      descriptor = ::open("/dev/null", O_RDONLY);
+    EXPECT_THAT(TOSSpecific::CaptureFile("/proc/version"), testing::HasSubstr("Linux"));
+    return 0;
+  });
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: too few descriptors allowed";
+  EXPECT_EQ(result, 0);
+}
+
+TEST(CaptureFile, ThrowsFileNotFoundWhenNoDescriptorIsLeft) {
+  const int result = RunInChild([] {
+    hwxtest::LimitDescriptors(0);
+    EXPECT_EQ(StatusOfCaptureFile("/proc/version"), NQORHWX20::kHWXStatusFileNotFound);
     return 0;
   });
   EXPECT_EQ(result, 0);
