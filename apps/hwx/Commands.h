@@ -11,6 +11,7 @@ namespace hwx {
 
 CommandPtr MakeIdentityCommand();
 CommandPtr MakeProvidersCommand();
+CommandPtr MakeConfigCommand();
 
 /// All of them, in the order in which the help lists them.
 std::vector<CommandPtr> AllCommands();
