@@ -40,6 +40,12 @@ bool IsSameCIMName(const std::string& left, const std::string& right) {
   });
 }
 
+std::string FoldedCIMName(std::string name) {
+  for (char& c : name)
+    c = static_cast<char>(LowerCase(static_cast<unsigned char>(c)));
+  return name;
+}
+
 std::size_t TCIMNameHash::operator()(const std::string& name) const {
   std::size_t hash = 14695981039346656037U;  // FNV-1a
   for (const char c : name)

@@ -20,6 +20,9 @@ void CheckCIMName(const std::string& name);
 /// Whether two texts are the same CIM name.
 bool IsSameCIMName(const std::string& left, const std::string& right);
 
+/// The form that a name shares with all that are the same: its letters in lower case.
+std::string FoldedCIMName(std::string name);
+
 /// Hashes names alike that are the same.
 struct TCIMNameHash {
   std::size_t operator()(const std::string& name) const;

@@ -96,7 +96,8 @@ class TMemoryClass : public TMemoryQualifiedElement<ICIMClass>,
   /// A value for a property that the class declares or inherits, before or after `Commit`. Throws
   /// `kHWXStatusNotFound` if there is no such property, `kHWXStatusTypeMismatch` for a value of
   /// another type, `kHWXStatusInvalidClass` for a reference to a class of the kit that isn't
-  /// committed, `kHWXStatusInvalidOpSequence` when the namespace is gone.
+  /// committed or to another class than the declared one and its subclasses, by name,
+  /// `kHWXStatusInvalidOpSequence` when the namespace is gone.
   void SetStaticPropertyValue(const std::string& name, const TCIMValue& value,
                               TCIMContext context) override;
   /// Presents the static values that were set on this class itself: who copies a schema class by

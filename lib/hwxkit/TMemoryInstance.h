@@ -40,8 +40,10 @@ class TMemoryInstance : public ICIMInstance,
   boost::shared_ptr<ICIMProperty> GetProperty(const std::string& name,
                                               TCIMContext context) override;
   /// Throws `kHWXStatusNotFound` if there is no such property, `kHWXStatusTypeMismatch` for a value
-  /// of another type than declared (a null has to be of that type too), and
-  /// `kHWXStatusInvalidOpSequence` for a key of an instance that a class holds.
+  /// of another type than declared (a null has to be of that type too), `kHWXStatusInvalidClass`
+  /// for a reference to another class than the declared one and its subclasses, by name,
+  /// `kHWXStatusInvalidReference` for one without a class, and `kHWXStatusInvalidOpSequence` for a
+  /// key of an instance that a class holds.
   void SetPropertyValue(const std::string& name, const TCIMValue& value,
                         TCIMContext context) override;
   void EnumerateProperties(const boost::function<bool(boost::shared_ptr<ICIMProperty>)>& callback,

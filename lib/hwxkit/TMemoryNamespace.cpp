@@ -1,5 +1,8 @@
 #include "hwxkit/TMemoryNamespace.h"
 
+#include <utility>
+
+#include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/THWXException.h"
 #include "hwxkit/TMemoryClass.h"
 #include "hwxkit/TMemoryInstance.h"
@@ -57,6 +60,10 @@ void TMemoryNamespace::CommitClass(const boost::shared_ptr<TMemoryClass>& newCla
   fClasses.Put(newClass->fName, newClass);
   if (superclass) superclass->fSubClasses.push_back(newClass);
   newClass->Finish(++fCommitments);
+}
+
+std::vector<boost::shared_ptr<TMemoryClass> > TMemoryNamespace::GetClasses() const {
+  return fClasses.Items();
 }
 
 boost::shared_ptr<TMemoryClass> TMemoryNamespace::FindClass(const std::string& name) const {
@@ -121,11 +128,14 @@ void TMemoryNamespace::EnumerateQualifierDecls(
 
 // Instances.
 
-// There is no way yet to take the class and the keys out of a reference; `FindInstance` is the
-// search that belongs here.
-boost::shared_ptr<ICIMInstance> TMemoryNamespace::GetInstance(const TCIMReference& /*reference*/,
+boost::shared_ptr<ICIMInstance> TMemoryNamespace::GetInstance(const TCIMReference& reference,
                                                               TCIMContext /*context*/) {
-  throw THWXException(kHWXStatusNotImplemented);
+  std::map<std::string, TCIMValue> keys;
+  reference.EnumerateKeyBindings([&keys](std::pair<std::string, TCIMValue> key) {
+    keys.insert(key);
+    return true;
+  });
+  return FindInstance(reference.GetClassName(), keys);
 }
 
 boost::shared_ptr<ICIMInstance> TMemoryNamespace::FindInstance(

@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "hwxcore/schema/ICIMNamespace.h"
 #include "hwxkit/TMemoryQualifierDecl.h"
@@ -73,9 +74,14 @@ class TMemoryNamespace : public ICIMNamespace,
       const boost::function<bool(boost::shared_ptr<ICIMQualifierDecl>)>& callback,
       TCIMContext context) override;
 
-  /// Throws `kHWXStatusNotImplemented`: `FindInstance` is the way to an instance.
+  /// `FindInstance` with the class name and the keys of the reference. A reference to a class of
+  /// another namespace finds what this one has by those names. Throws `kHWXStatusInvalidReference`
+  /// for a reference without a class.
   boost::shared_ptr<ICIMInstance> GetInstance(const TCIMReference& reference,
                                               TCIMContext context) override;
+
+  /// All classes, in the order of commitment: each behind its superclass.
+  std::vector<boost::shared_ptr<TMemoryClass> > GetClasses() const;
 
   /// The committed class of that name, or an empty pointer.
   boost::shared_ptr<TMemoryClass> FindClass(const std::string& name) const;

@@ -22,10 +22,10 @@ TMemoryProperty::~TMemoryProperty() = default;
 
 void TMemoryProperty::CheckType(const TCIMValue& value) const {
   if (value.GetType() != fDecl->GetType(TCIMContext())) throw THWXException(kHWXStatusTypeMismatch);
+  detail::CheckRefersTo(fDecl->GetDefaultValue(TCIMContext()).GetReferencedClass(), value);
 }
 
 void TMemoryProperty::Replace(const TCIMValue& value) {
-  CheckType(value);
   fValue.reset(new TCIMValue(value));  // copied first: `value` may lie in the old one
 }
 
@@ -50,6 +50,7 @@ void TMemoryProperty::SetValue(const TCIMValue& value, TCIMContext context) {
     instance->SetPropertyValue(fDecl->GetName(TCIMContext()), value, context);
     return;
   }
+  CheckType(value);
   detail::CheckReferencedClass(value);
   Replace(value);
 }

@@ -30,7 +30,8 @@ class TMemoryProperty : public ICIMProperty {
   const TCIMValue& GetValue(TCIMContext context) override;
   /// The same as the instance's `SetPropertyValue`, or as the class's `SetStaticPropertyValue`.
   /// Throws `kHWXStatusTypeMismatch` for a value of another type; a null has to be of the declared
-  /// type too.
+  /// type too. Throws `kHWXStatusInvalidClass` for a reference to another class than the declared
+  /// one and its subclasses, by name.
   void SetValue(const TCIMValue& value, TCIMContext context) override;
   /// Empty for a static property, and when the instance is gone.
   boost::shared_ptr<ICIMInstance> GetInstance(TCIMContext context) override;

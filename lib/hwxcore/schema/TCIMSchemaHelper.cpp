@@ -9,6 +9,7 @@
 #include "hwxcore/schema/ICIMNamespace.h"
 #include "hwxcore/schema/ICIMProperty.h"
 #include "hwxcore/schema/TAddToVectorCallback.h"
+#include "hwxcore/schema/detail/Existing.h"
 #include "hwxcore/schema/detail/MachineTypeModel.h"
 #include "hwxcore/schema/detail/SerialNumberCheck.h"
 #include "hwxcore/value/THWXException.h"
@@ -23,6 +24,8 @@ const std::string TCIMSchemaHelper::kOperatingSystemCreationClassName = "QORSG_O
 
 namespace {
 
+using detail::Existing;
+
 const char kProductClassName[] = "QORSG_HWXProduct";
 const char kUnknown[] = "Unknown";
 
@@ -36,13 +39,6 @@ typedef boost::shared_ptr<ICIMProperty> PropertyPtr;
 TCIMContext PluginContext(TCIMContext context = TCIMContext()) {
   context[TCIMSchemaHelper::kContextName].Set(TCIMSchemaHelper::kPluginNSPName);
   return context;
-}
-
-// What a provider hands out instead of throwing is not trusted to be there.
-template <typename T>
-const boost::shared_ptr<T>& Existing(const boost::shared_ptr<T>& object) {
-  if (!object) throw THWXException(kHWXStatusNotFound);
-  return object;
 }
 
 std::vector<InstancePtr> CollectInstances(const boost::shared_ptr<ICIMClass>& cimClass,

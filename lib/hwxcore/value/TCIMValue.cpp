@@ -12,6 +12,8 @@
 #include "hwxcore/value/TCIMDateTime.h"
 #include "hwxcore/value/TCIMDateTimeValueImpl.h"
 #include "hwxcore/value/TCIMNumericValueImpl.h"
+#include "hwxcore/value/TCIMReference.h"
+#include "hwxcore/value/TCIMReferenceValueImpl.h"
 #include "hwxcore/value/TCIMStringValueImpl.h"
 #include "hwxcore/value/THWXException.h"
 #include "hwxcore/value/detail/NumberText.h"
@@ -90,7 +92,7 @@ TCIMValue::TCIMValue() : fType(TCIMType::kCIMTypeNone), fMaxArraySize(0) {}
 TCIMValue::TCIMValue(TCIMType type, unsigned int maxArraySize)
     : fType(maxArraySize == 0 ? type : WithArrayFlag(type)), fMaxArraySize(maxArraySize) {}
 
-TCIMValue::TCIMValue(TCIMType type, std::string& text, boost::shared_ptr<ICIMNamespace> /*ns*/)
+TCIMValue::TCIMValue(TCIMType type, std::string& text, boost::shared_ptr<ICIMNamespace> ns)
     : TCIMValue() {
   switch (type) {
     case TCIMType::kCIMTypeBoolean:
@@ -133,6 +135,11 @@ TCIMValue::TCIMValue(TCIMType type, std::string& text, boost::shared_ptr<ICIMNam
     case TCIMType::kCIMTypeDateTime:
       Set(TCIMDateTime(text));
       break;
+    case TCIMType::kCIMTypeReference: {
+      TCIMReference reference(ns, text, TCIMContext());
+      Set(reference);
+      break;
+    }
     default:
       ThrowTypeMismatch();
   }
@@ -181,6 +188,9 @@ TCIMValue::TCIMValue(const TCIMChar16& value) : TCIMValue() {
   Set(value);
 }
 TCIMValue::TCIMValue(const TCIMDateTime& value) : TCIMValue() {
+  Set(value);
+}
+TCIMValue::TCIMValue(TCIMReference& value) : TCIMValue() {
   Set(value);
 }
 
@@ -271,6 +281,12 @@ void TCIMValue::Set(const TCIMDateTime& value) {
   SetBody<TCIMDateTimeValueImpl>(TCIMType::kCIMTypeDateTime, value);
 }
 
+void TCIMValue::Set(TCIMReference& value) {
+  SetBody<TCIMReferenceValueImpl>(TCIMType::kCIMTypeReference, value);
+  // The class comes after the body: a reference without one throws here, and its copy stays.
+  fReferencedClass = value.GetClass();
+}
+
 void TCIMValue::Set(TCIMType type, unsigned int maxArraySize,
                     const std::vector<TCIMValue>& elements) {
   fMaxArraySize = maxArraySize;
@@ -315,9 +331,9 @@ void TCIMValue::Set(const TCIMValue& other) {
       return CopyBody<TCIMStringValueImpl>(other);
     case TCIMType::kCIMTypeDateTime:
       return CopyBody<TCIMDateTimeValueImpl>(other);
-    case TCIMType::kCIMTypeReference:  // a null reference brings its class along
+    case TCIMType::kCIMTypeReference:  // a null reference brings its class along too
       fReferencedClass = other.fReferencedClass;
-      return;
+      return CopyBody<TCIMReferenceValueImpl>(other);
     default:
       ThrowTypeMismatch();
   }
@@ -407,6 +423,9 @@ TCIMValue::operator std::string() const {
 }
 TCIMValue::operator TCIMDateTime() const {
   return BodyOfType(TCIMType::kCIMTypeDateTime);
+}
+TCIMValue::operator TCIMReference() const {
+  return BodyOfType(TCIMType::kCIMTypeReference);
 }
 
 TCIMValue::operator std::vector<TCIMValue>&() const {

@@ -13,6 +13,7 @@ class ICIMClass;
 class ICIMNamespace;
 class TCIMChar16;
 class TCIMDateTime;
+class TCIMReference;
 class TCIMValueImpl;
 
 /// The one type in which data is passed around: the value of a property, of a qualifier, of a key,
@@ -83,7 +84,7 @@ class TCIMValue {
   /// isn't a number gives 0, an overflow gives the type's limit. Booleans read "true" and "false".
   /// A `char16` comes out as a string. `ns` is the namespace in which a reference is looked up.
   /// Throws `kHWXStatusTypeMismatch` for no type and for array types, `kHWXStatusInvalidDateTime`
-  /// for a text that is no date-time.
+  /// for a text that is no date-time, and what `TCIMReference::SetPath` throws.
   TCIMValue(TCIMType type, std::string& text, boost::shared_ptr<ICIMNamespace> ns);
 
   TCIMValue(bool value);                 // NOLINT(google-explicit-constructor)
@@ -101,6 +102,8 @@ class TCIMValue {
   TCIMValue(const std::string& value);   // NOLINT(google-explicit-constructor)
   TCIMValue(const TCIMChar16& value);    // NOLINT(google-explicit-constructor)
   TCIMValue(const TCIMDateTime& value);  // NOLINT(google-explicit-constructor)
+  /// Throws `kHWXStatusInvalidReference` for a reference without a class.
+  TCIMValue(TCIMReference& value);  // NOLINT(google-explicit-constructor)
 
   /// An array; see the `Set` of the same arguments.
   TCIMValue(TCIMType type, unsigned int maxArraySize, const std::vector<TCIMValue>& elements);
@@ -129,6 +132,11 @@ class TCIMValue {
   void Set(const std::string& value);
   void Set(const TCIMChar16& value);
   void Set(const TCIMDateTime& value);
+
+  /// Makes the value a copy of a reference, and the reference's class its referenced class. Throws
+  /// `kHWXStatusInvalidReference` for a reference without a class; the value then holds that
+  /// reference all the same, and the referenced class stays as it was.
+  void Set(TCIMReference& value);
 
   /// Makes the value an array that holds copies of `elements`. `type` may bear the array flag or
   /// not. `maxArraySize` (0: no maximum) is carried and never enforced. Throws
@@ -183,6 +191,7 @@ class TCIMValue {
   operator double() const;          // NOLINT(google-explicit-constructor)
   operator std::string() const;     // NOLINT(google-explicit-constructor)
   operator TCIMDateTime() const;    // NOLINT(google-explicit-constructor)
+  operator TCIMReference() const;   // NOLINT(google-explicit-constructor)
   /// The array's own elements, also for changing them: what is changed there is checked by nobody.
   /// The reference is valid until the value is assigned to or destroyed.
   operator std::vector<TCIMValue>&() const;  // NOLINT(google-explicit-constructor)

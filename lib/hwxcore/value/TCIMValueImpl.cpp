@@ -2,6 +2,7 @@
 
 #include "hwxcore/value/TCIMChar16.h"
 #include "hwxcore/value/TCIMDateTime.h"
+#include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
@@ -56,6 +57,9 @@ TCIMValueImpl::operator TCIMChar16() const {
   Refuse();
 }
 TCIMValueImpl::operator TCIMDateTime() const {
+  Refuse();
+}
+TCIMValueImpl::operator TCIMReference() const {
   Refuse();
 }
 TCIMValueImpl::operator std::vector<TCIMValue>&() const {

@@ -33,6 +33,7 @@ class TCIMValueImpl {
   virtual operator std::string() const;              // NOLINT(google-explicit-constructor)
   virtual operator TCIMChar16() const;               // NOLINT(google-explicit-constructor)
   virtual operator TCIMDateTime() const;             // NOLINT(google-explicit-constructor)
+  virtual operator TCIMReference() const;            // NOLINT(google-explicit-constructor)
   virtual operator std::vector<TCIMValue>&() const;  // NOLINT(google-explicit-constructor)
 
   /// Prints the content; `base` is a number base.

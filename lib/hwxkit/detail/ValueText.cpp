@@ -1,9 +1,13 @@
 #include "hwxkit/detail/ValueText.h"
 
 #include <charconv>
+#include <map>
+#include <utility>
 #include <vector>
 
+#include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxkit/CIMName.h"
 
 namespace NQORHWX20::detail {
 
@@ -32,6 +36,19 @@ std::string ArrayText(const std::vector<TCIMValue>& elements) {
   return text;
 }
 
+// Its printed path won't do: that keeps the case of names and loses digits of reals.
+std::string ReferenceText(const TCIMReference& reference) {
+  std::map<std::string, std::string> keys;
+  reference.EnumerateKeyBindings([&keys](std::pair<std::string, TCIMValue> key) {
+    keys.emplace(FoldedCIMName(key.first), ContentText(key.second));
+    return true;
+  });
+  std::string text = ContentText(FoldedCIMName(reference.GetClassName()));
+  for (const auto& key : keys)
+    text += ContentText(key.first) + key.second;
+  return text;
+}
+
 std::string BodyText(const TCIMValue& value) {
   if (value.IsArray()) return ArrayText(value);
   switch (value.GetType()) {
@@ -55,6 +72,8 @@ std::string BodyText(const TCIMValue& value) {
       return RealText(value.operator float());
     case TCIMType::kCIMTypeReal64:
       return RealText(value.operator double());
+    case TCIMType::kCIMTypeReference:
+      return ReferenceText(value);
     default:
       return value.ToString(10);
   }

@@ -11,7 +11,7 @@
 namespace NQORHWX20::detail {
 
 /// The text of any value. Throws what the value's `ToString` throws for a null date-time or
-/// character.
+/// character, and `kHWXStatusInvalidReference` for a reference without a class.
 std::string ContentText(const TCIMValue& value);
 
 /// Appends the text of a key's value. False, with nothing appended, for a value that can't be a

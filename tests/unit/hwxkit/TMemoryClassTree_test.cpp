@@ -201,7 +201,7 @@ TEST_F(ClassTree, RefusesReferencesToAClassThatIsOpen) {
 
 TEST_F(ClassTree, TakesReferencesToCommittedClasses) {
   const auto target = Commit("EX_Target");
-  const auto disk = Create("EX_Disk");
+  const auto disk = Create("EX_Disk", target);
   AddProperty(*disk, "Ref", ReferenceTo(target));
   AddProperty(*disk, "Refs", TCIMValue(Type::kCIMTypeReference, 0, {ReferenceTo(target)}));
   disk->Commit({});

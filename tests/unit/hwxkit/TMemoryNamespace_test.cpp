@@ -151,11 +151,77 @@ TEST_F(Namespace, RefusesADeletedSuperclass) {
   EXPECT_EQ(StatusOf([&] { Create("EX_Disk", device); }), kHWXStatusInvalidClass);
 }
 
-TEST_F(Namespace, GivesNoInstanceByReferenceYet) {
-  // A reference can't be made yet, and the operation doesn't look at it.
-  const unsigned char standIn = 0;
-  const auto& reference = reinterpret_cast<const TCIMReference&>(standIn);
-  EXPECT_EQ(StatusOf([&] { fNamespace->GetInstance(reference, {}); }), kHWXStatusNotImplemented);
+// Instances by reference.
+
+class NamespaceReferences : public KitTest {
+ protected:
+  NamespaceReferences() {
+    Build("EX_Disk").Key("ID", "uint32").Key("Bus", "string").Commit();
+    Build("EX_FastDisk", "EX_Disk").Commit();
+    Build("EX_Slot").KeyReference("Disk", "EX_Disk").Commit();
+  }
+
+  TCIMReference Reference(const std::string& path) const {
+    return TCIMReference(fNamespace, path, {});
+  }
+
+  // Adds an instance with the keys of `path` to that class.
+  Ptr<ICIMInstance> Add(const std::string& path) {
+    const TCIMReference reference = Reference(path);
+    const auto made = fNamespace->FindClass(reference.GetClassName())->NewInstance();
+    reference.EnumerateKeyBindings([&](std::pair<std::string, TCIMValue> key) {
+      made->Set(key.first, key.second);
+      return true;
+    });
+    fNamespace->FindClass(reference.GetClassName())->AddInstance(made);
+    return made;
+  }
+
+  Ptr<ICIMInstance> Found(const std::string& path) const {
+    return fNamespace->GetInstance(Reference(path), {});
+  }
+};
+
+TEST_F(NamespaceReferences, FindTheInstanceWithTheirKeys) {
+  const auto first = Add("r:EX_Disk.ID=\"1\",Bus=\"a\"");
+  const auto second = Add("r:EX_Disk.ID=\"2\",Bus=\"a\"");
+  EXPECT_EQ(Found("r:EX_Disk.Bus=\"a\",ID=\"1\""), first);
+  EXPECT_EQ(Found("r:EX_Disk.Bus=\"a\",ID=\"2\""), second);
+  EXPECT_FALSE(Found("r:EX_Disk.Bus=\"b\",ID=\"1\""));
+  EXPECT_EQ(Reference("r:EX_Disk.ID=\"1\",Bus=\"a\"").GetCIMElement(false), first);
+}
+
+TEST_F(NamespaceReferences, FindInstancesOfSubclassesToo) {
+  const auto fast = Add("r:EX_FastDisk.ID=\"1\",Bus=\"a\"");
+  EXPECT_EQ(Found("r:EX_Disk.ID=\"1\",Bus=\"a\""), fast);
+  const auto disk = Add("r:EX_Disk.ID=\"2\",Bus=\"a\"");
+  EXPECT_FALSE(Found("r:EX_FastDisk.ID=\"2\",Bus=\"a\""));
+}
+
+TEST_F(NamespaceReferences, FindNothingUnlessAllKeysAreThere) {
+  Add("r:EX_Disk.ID=\"1\",Bus=\"a\"");
+  EXPECT_FALSE(Found("EX_Disk"));
+  EXPECT_FALSE(Found("r:EX_Disk.ID=\"1\""));
+}
+
+TEST_F(NamespaceReferences, WithoutAClassAreInvalid) {
+  const TCIMReference none(fNamespace, {});
+  EXPECT_EQ(StatusOf([&] { fNamespace->GetInstance(none, {}); }), kHWXStatusInvalidReference);
+}
+
+TEST_F(NamespaceReferences, AreKeysByWhatTheyNameNotByHowItIsWritten) {
+  const auto slot = Add("r:EX_Slot.Disk=\"r:EX_Disk.ID=\"1\",Bus=\"a\"\"");
+  EXPECT_EQ(Found("r:ex_slot.DISK=\"x:ex_disk.BUS=\"a\",id=\"1\"\""), slot);
+  EXPECT_FALSE(Found("r:EX_Slot.Disk=\"r:EX_Disk.ID=\"2\",Bus=\"a\"\""));
+  EXPECT_FALSE(Found("r:EX_Slot.Disk=\"r:EX_FastDisk.ID=\"1\",Bus=\"a\"\""));
+}
+
+TEST_F(NamespaceReferences, OfAnotherNamespaceFindByName) {
+  const auto disk = Add("r:EX_Disk.ID=\"1\",Bus=\"a\"");
+  const auto other = TMemoryNamespace::Create("other");
+  TClassBuilder(other, "EX_Disk").Key("ID", "uint32").Key("Bus", "string").Commit();
+  const TCIMReference reference(other, "r:EX_Disk.ID=\"1\",Bus=\"a\"", {});
+  EXPECT_EQ(fNamespace->GetInstance(reference, {}), disk);
 }
 
 // The context.

@@ -1,0 +1,267 @@
+#include "hwxcore/value/TCIMReferenceImpl.h"
+
+#include "hwxcore/diagnostics/ILogger.h"
+#include "hwxcore/schema/ICIMClass.h"
+#include "hwxcore/schema/ICIMInstance.h"
+#include "hwxcore/schema/ICIMNamespace.h"
+#include "hwxcore/schema/ICIMPropertyDecl.h"
+#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/schema/detail/Existing.h"
+#include "hwxcore/value/TCIMReference.h"
+#include "hwxcore/value/THWXException.h"
+
+namespace NQORHWX20 {
+
+namespace {
+
+using detail::Existing;
+
+// Each level of nested references takes stack, here and wherever the values are copied or
+// destroyed: a path that nests deeper than this is refused before it can exhaust it.
+constexpr unsigned kMaxNesting = 200;
+
+[[noreturn]] void LogAndThrow(ILogger::EHWXLogSeverity severity, const std::string& message) {
+  TRootObject::GetCoreLogger()->OutputLogEntry(severity, message);
+  throw THWXException(kHWXStatusInvalidReference);
+}
+
+[[noreturn]] void LogAndThrow(const std::string& message) {
+  LogAndThrow(ILogger::kHWXLogError, message);
+}
+
+// Runs a look-up of the schema. What is absent is an invalid reference, told in the log by
+// `message()`; any other failure goes on as a new exception with its status.
+template <typename LookUp, typename Message>
+auto LookUpOrThrow(LookUp lookUp, Message message) {
+  try {
+    return Existing(lookUp());
+  } catch (const THWXException& failure) {
+    if (failure.GetStatus() == kHWXStatusNotFound) LogAndThrow(message());
+    throw THWXException(failure.GetStatus());
+  }
+}
+
+// Reads the text of a scalar, whose opening mark is at `position`, and moves to the closing mark.
+std::string ParseQuotedText(const std::string& path, unsigned long& position) {
+  std::string text;
+  for (++position; position < path.size() && path[position] != '"'; ++position) {
+    if (path[position] == '\\' && ++position < path.size()) {
+      // Only a backslash and a quotation mark are escaped; before others the backslash stays.
+      if (path[position] != '\\' && path[position] != '"') text += '\\';
+    }
+    if (position < path.size()) text += path[position];
+  }
+  if (position >= path.size()) LogAndThrow("Reference missing closing '\"', path=" + path);
+  return text;
+}
+
+void AppendEscaped(std::string& path, const std::string& text) {
+  for (const char c : text) {
+    if (c == '"' || c == '\\') path += '\\';
+    path += c;
+  }
+}
+
+}  // namespace
+
+TCIMReferenceImpl::TCIMReferenceImpl(TCIMReference* owner, boost::shared_ptr<ICIMNamespace> ns,
+                                     TCIMContext context)
+    : fOwner(owner), fNamespace(ns), fContext(context) {}
+
+TCIMReferenceImpl::TCIMReferenceImpl(TCIMReference* owner, const TCIMReferenceImpl& other)
+    : fOwner(owner),
+      fNamespace(other.fNamespace),
+      fContext(other.fContext),
+      fClass(other.fClass),
+      fKeyBindings(other.fKeyBindings),
+      fElement(other.fElement),
+      fNameSpaceName(other.fNameSpaceName) {}
+
+TCIMReferenceImpl::~TCIMReferenceImpl() = default;
+
+void TCIMReferenceImpl::SetPath(const std::string& path) {
+  if (!fNamespace.lock() || !fKeyBindings.empty() || fClass) {
+    throw THWXException(kHWXStatusInvalidOpSequence);
+  }
+  unsigned long position = 0;
+  ParsePath(this, path, position);
+}
+
+void TCIMReferenceImpl::ParsePath(TCIMReferenceImpl* target, const std::string& path,
+                                  unsigned long& position) {
+  ParsePathAtDepth(target, path, position, 0);
+}
+
+void TCIMReferenceImpl::ParsePathAtDepth(TCIMReferenceImpl* target, const std::string& path,
+                                         unsigned long& position, unsigned depth) {
+  const bool nested = position != 0;
+  if (nested) ++position;
+  // A dot counts only behind a colon. Without both, all the rest is the name of a class, any
+  // namespace text with it, and that is meant.
+  const std::size_t colon = path.find(':', position);
+  const std::size_t dot = colon == std::string::npos ? colon : path.find('.', colon);
+  if (dot == std::string::npos) {
+    target->SetClassName(position < path.size() ? path.substr(position) : std::string());
+    position = path.size();
+    return;
+  }
+  // The namespace text selects nothing: classes are looked up in this object's own namespace.
+  const std::string className = path.substr(colon + 1, dot - colon - 1);
+  const boost::shared_ptr<ICIMNamespace> ns = fNamespace.lock();
+  if (!ns) throw THWXException(kHWXStatusInvalidOpSequence);
+  const boost::shared_ptr<ICIMClass> keyClass =
+      LookUpOrThrow([&] { return ns->GetClass(className, fContext); },
+                    [&] { return "Reference specifies invalid class, path=" + path; });
+  target->SetClass(keyClass);
+  for (position = dot; position < path.size(); ++position) {
+    if (nested && path[position] == '"') return;
+    ParseKey(target, ns, *keyClass, path, position, depth);
+  }
+}
+
+// Reads a key, whose separator is at `position`, and moves to the closing mark of its value.
+void TCIMReferenceImpl::ParseKey(TCIMReferenceImpl* target,
+                                 const boost::shared_ptr<ICIMNamespace>& ns, ICIMClass& keyClass,
+                                 const std::string& path, unsigned long& position, unsigned depth) {
+  if (path[position] != ',' && path[position] != '.') {
+    LogAndThrow("Reference missing '.' or ',', path=" + path);
+  }
+  const std::size_t equals = path.find('=', position);
+  if (equals == std::string::npos) {
+    LogAndThrow("Reference missing property value, path=" + path);
+  }
+  const std::string name = path.substr(position + 1, equals - position - 1);
+  const boost::shared_ptr<ICIMPropertyDecl> decl = LookUpOrThrow(
+      [&] { return keyClass.GetPropertyDecl(name, TCIMContext()); },
+      [&] { return "Reference specifies invalid property, property=" + name + ", path=" + path; });
+  position = equals + 1;
+  if (position >= path.size() || path[position] != '"') {
+    // At debug level, unlike its siblings, and that is meant.
+    LogAndThrow(ILogger::kHWXLogDebug, "Reference missing opening '\"', path=" + path);
+  }
+  if (decl->GetDefaultValue(TCIMContext()).IsReference()) {
+    if (depth >= kMaxNesting) LogAndThrow("Reference nests too deeply, path=" + path);
+    TCIMReference reference(ns, fContext);
+    ParsePathAtDepth(reference.GetBody(), path, position, depth + 1);
+    target->AddKeyValue(name, TCIMValue(reference));
+  } else {
+    std::string text = ParseQuotedText(path, position);
+    const TCIMValue::TCIMType type = decl->GetType(TCIMContext());
+    target->AddKeyValue(name, TCIMValue(type, text, ns));
+  }
+}
+
+std::string TCIMReferenceImpl::GetPath() const {
+  std::string path = GetClassName();
+  char separator = '.';
+  for (const auto& [name, value] : fKeyBindings) {
+    path += separator;
+    path += name;
+    path += "=\"";
+    const std::string text = value.ToString(10);
+    if (value.IsReference()) {
+      path += text;  // not escaped: its own quotation marks stand as they are
+    } else {
+      AppendEscaped(path, text);
+    }
+    path += '"';
+    separator = ',';
+  }
+  return path;
+}
+
+void TCIMReferenceImpl::AddKeyValue(const std::string& name, const TCIMValue& value) {
+  if (!fClass) throw THWXException(kHWXStatusInvalidOpSequence);
+  const TCIMValue::TCIMType declared =
+      Existing(fClass->GetPropertyDecl(name, TCIMContext()))->GetType(TCIMContext());
+  if (declared != value.GetType()) {
+    TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError,
+                                                 "Core: Declaration type: " + declared.ToString() +
+                                                     " Value type: " + value.GetType().ToString());
+    throw THWXException(kHWXStatusTypeMismatch);
+  }
+  fKeyBindings.try_emplace(name, value);  // a key that is there stays, and that is meant
+}
+
+void TCIMReferenceImpl::EnumerateKeyBindings(
+    const boost::function<bool(std::pair<std::string, TCIMValue>)>& callback) const {
+  for (const auto& key : fKeyBindings) {
+    if (!callback(key)) return;
+  }
+}
+
+void TCIMReferenceImpl::SetNamespace(boost::shared_ptr<ICIMNamespace> ns) {
+  fNamespace = ns;
+}
+
+boost::shared_ptr<ICIMNamespace> TCIMReferenceImpl::GetNamespace() const {
+  return fNamespace.lock();
+}
+
+void TCIMReferenceImpl::SetContext(TCIMContext context) {
+  fContext.swap(context);
+}
+
+void TCIMReferenceImpl::SetNameSpaceName(std::string name) {
+  fNameSpaceName.swap(name);
+}
+
+std::string TCIMReferenceImpl::GetNameSpaceName() const {
+  return fNameSpaceName;
+}
+
+void TCIMReferenceImpl::SetClass(boost::shared_ptr<ICIMClass> newClass) {
+  if (!fKeyBindings.empty()) throw THWXException(kHWXStatusInvalidOpSequence);
+  fClass = newClass;
+}
+
+void TCIMReferenceImpl::SetClassName(const std::string& name) {
+  const boost::shared_ptr<ICIMNamespace> ns = fNamespace.lock();
+  if (!ns || !fKeyBindings.empty()) throw THWXException(kHWXStatusInvalidOpSequence);
+  try {
+    fClass = ns->GetClass(name, fContext);
+  } catch (const THWXException& failure) {
+    if (failure.GetStatus() == kHWXStatusNotFound) throw THWXException(kHWXStatusUnknownClass);
+    throw THWXException(failure.GetStatus());
+  }
+}
+
+boost::shared_ptr<ICIMClass> TCIMReferenceImpl::GetClass() const {
+  if (!fClass) throw THWXException(kHWXStatusInvalidReference);
+  return fClass;
+}
+
+const std::string& TCIMReferenceImpl::GetClassName() const {
+  return GetClass()->GetName(TCIMContext());
+}
+
+void TCIMReferenceImpl::Clear() {
+  fNamespace.reset();
+  fClass.reset();
+  fKeyBindings.clear();
+  fElement.reset();
+}
+
+boost::shared_ptr<ICIMElement> TCIMReferenceImpl::GetCIMElement(bool classOnly) const {
+  if (classOnly || fKeyBindings.empty()) return fClass;
+  if (!fElement) {
+    // The class's namespace is asked, not the reference's own.
+    const boost::shared_ptr<ICIMNamespace> ns = GetClass()->GetNamespace(TCIMContext());
+    if (!ns) throw THWXException(kHWXStatusNotFound);
+    fElement = ns->GetInstance(*fOwner, TCIMContext());
+    if (!fElement) throw THWXException(kHWXStatusNotFound);
+  }
+  return fElement;
+}
+
+bool TCIMReferenceImpl::operator==(const TCIMReferenceImpl& other) const {
+  return fClass == other.fClass && fKeyBindings == other.fKeyBindings &&
+         fNameSpaceName == other.fNameSpaceName;
+}
+
+bool TCIMReferenceImpl::operator<(const TCIMReferenceImpl& other) const {
+  if (fClass != other.fClass) return fClass < other.fClass;
+  return fKeyBindings < other.fKeyBindings;
+}
+
+}  // namespace NQORHWX20

@@ -1,0 +1,35 @@
+#ifndef HWXCORE_VALUE_TCIMREFERENCEVALUEIMPL_H
+#define HWXCORE_VALUE_TCIMREFERENCEVALUEIMPL_H
+
+#include <string>
+
+#include "hwxcore/value/TCIMReference.h"
+#include "hwxcore/value/TCIMValueImpl.h"
+
+namespace NQORHWX20 {
+
+/// The body of references: a `TCIMReference` behind the interface of bodies.
+///
+/// Thread-safety: none; a body belongs to one handle.
+class TCIMReferenceValueImpl : public TCIMValueImpl {
+ public:
+  explicit TCIMReferenceValueImpl(const TCIMReference& value);
+  TCIMReferenceValueImpl(const TCIMReferenceValueImpl&) = default;
+  ~TCIMReferenceValueImpl() override;
+
+  operator TCIMReference() const override;
+
+  /// The path, whatever the base.
+  std::string ToString(unsigned char base) const override;
+
+  /// False for another type, else what `TCIMReference` says or throws.
+  bool operator==(const TCIMValue& other) const override;
+  bool operator<(const TCIMValue& other) const override;
+
+ private:
+  TCIMReference fValue;
+};
+
+}  // namespace NQORHWX20
+
+#endif  // HWXCORE_VALUE_TCIMREFERENCEVALUEIMPL_H
