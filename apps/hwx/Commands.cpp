@@ -7,6 +7,7 @@ std::vector<CommandPtr> AllCommands() {
   commands.push_back(MakeIdentityCommand());
   commands.push_back(MakeProvidersCommand());
   commands.push_back(MakeConfigCommand());
+  commands.push_back(MakeRunCommand());
   return commands;
 }
 
