@@ -6,6 +6,8 @@ std::vector<CommandPtr> AllCommands() {
   std::vector<CommandPtr> commands;
   commands.push_back(MakeIdentityCommand());
   commands.push_back(MakeProvidersCommand());
+  commands.push_back(MakeConfigCommand());
+  commands.push_back(MakeRunCommand());
   return commands;
 }
 

@@ -11,6 +11,8 @@ namespace hwx {
 
 CommandPtr MakeIdentityCommand();
 CommandPtr MakeProvidersCommand();
+CommandPtr MakeConfigCommand();
+CommandPtr MakeRunCommand();
 
 /// All of them, in the order in which the help lists them.
 std::vector<CommandPtr> AllCommands();
