@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <pugixml.hpp>
 #include <string>
+#include <vector>
 
 #include "hwxkit/TContainerException.h"
 #include "providers/container/Vocabulary.h"
@@ -39,6 +40,13 @@ class TPiece {
       else
         CheckBlank(child);
     }
+  }
+
+  /// All of them.
+  std::vector<pugi::xml_node> Elements(const pugi::xml_node& element) const {
+    std::vector<pugi::xml_node> elements;
+    ForEachElement(element, [&](const pugi::xml_node& child) { elements.push_back(child); });
+    return elements;
   }
 
   [[noreturn]] void FailUnexpected(const pugi::xml_node& element) const;

@@ -209,10 +209,8 @@ class TReader {
   }
 
   void ReadWrapped(const TPiece& piece, const pugi::xml_node& element) {
-    std::vector<pugi::xml_node> objects;
     piece.CheckAttributes(element, {});
-    piece.ForEachElement(element, [&](const pugi::xml_node& child) { objects.push_back(child); });
-    if (!ReadObject(piece, objects))
+    if (!ReadObject(piece, piece.Elements(element)))
       piece.Fail(element,
                  "holds neither a CLASS, nor an INSTANCE with or without its INSTANCENAME");
   }

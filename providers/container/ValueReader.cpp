@@ -104,12 +104,12 @@ TCIMValue TValueReader::Value(const pugi::xml_node& element, TType type, const c
                            " stands in a " + expected);
   }
   if (IsArrayType(type)) return Array(value, type, null.GetMaxArraySize(), depth);
-  return Single(value, type, null, depth);
+  return Single(value, type, depth);
 }
 
-TCIMValue TValueReader::Single(const pugi::xml_node& element, TType type, const TCIMValue& null,
+TCIMValue TValueReader::Single(const pugi::xml_node& element, TType type,
                                unsigned int depth) const {
-  if (type == TType::kCIMTypeReference) return Reference(element, null, depth);
+  if (type == TType::kCIMTypeReference) return Reference(element, depth);
   return Scalar(element, type);
 }
 
@@ -144,7 +144,7 @@ TCIMValue TValueReader::Array(const pugi::xml_node& element, TType type, unsigne
       if (!fPiece.Text(child).empty()) fPiece.Fail(child, "isn't empty");
       values.push_back(Null(child, elementType));
     } else if (Is(child, expected)) {
-      values.push_back(Single(child, elementType, Null(child, elementType), depth));
+      values.push_back(Single(child, elementType, depth));
     } else {
       fPiece.FailUnexpected(child);
     }
@@ -154,51 +154,34 @@ TCIMValue TValueReader::Array(const pugi::xml_node& element, TType type, unsigne
 
 // References.
 
-TCIMValue TValueReader::Reference(const pugi::xml_node& element, const TCIMValue& null,
-                                  unsigned int depth) const {
+TCIMValue TValueReader::Reference(const pugi::xml_node& element, unsigned int depth) const {
   if (depth == kMaxReferenceDepth) fPiece.Fail(element, "references are nested too deeply");
-  fPiece.CheckAttributes(element, {"REFERENCECLASS"});
+  fPiece.CheckAttributes(element, {});
   TCIMReference reference(fNamespace, TCIMContext());
-  bool hasTarget = false;
-  fPiece.ForEachElement(element, [&](const pugi::xml_node& child) {
-    if (hasTarget) fPiece.FailUnexpected(child);
-    Target(child, reference, depth);
-    hasTarget = true;
-  });
-  TCIMValue value(null);
-  try {
-    value.Set(reference);
-  } catch (const THWXException&) {
-    // A reference without a class: the value holds it all the same.
-  }
-  return value;
+  const std::vector<pugi::xml_node> targets = fPiece.Elements(element);
+  if (targets.size() != 1) fPiece.Fail(element, "doesn't hold one object");
+  Target(targets[0], reference, depth);
+  return TCIMValue(reference);
 }
 
 // What a VALUE.REFERENCE holds.
 void TValueReader::Target(const pugi::xml_node& element, TCIMReference& reference,
                           unsigned int depth) const {
-  const bool isLocalInstance = Is(element, "LOCALINSTANCEPATH");
-  if (Is(element, "LOCALNAMESPACEPATH")) {
-    reference.SetNameSpaceName(NamespaceName(fPiece, element));
-  } else if (isLocalInstance || Is(element, "LOCALCLASSPATH")) {
-    std::vector<pugi::xml_node> parts;
-    fPiece.CheckAttributes(element, {});
-    fPiece.ForEachElement(element, [&](const pugi::xml_node& part) { parts.push_back(part); });
-    const char* const object = isLocalInstance ? "INSTANCENAME" : "CLASSNAME";
-    if (parts.size() != 2 || !Is(parts[0], "LOCALNAMESPACEPATH") || !Is(parts[1], object))
-      fPiece.Fail(element, std::string("doesn't hold a LOCALNAMESPACEPATH and a ") + object);
-    reference.SetNameSpaceName(NamespaceName(fPiece, parts[0]));
-    Object(parts[1], reference, depth);
-  } else if (Is(element, "CLASSNAME") || Is(element, "INSTANCENAME")) {
-    Object(element, reference, depth);
-  } else {
-    fPiece.FailUnexpected(element);
-  }
+  const bool isInstance = Is(element, "LOCALINSTANCEPATH");
+  if (!isInstance && !Is(element, "LOCALCLASSPATH")) return Object(element, reference, depth);
+  const char* const object = isInstance ? "INSTANCENAME" : "CLASSNAME";
+  fPiece.CheckAttributes(element, {});
+  const std::vector<pugi::xml_node> parts = fPiece.Elements(element);
+  if (parts.size() != 2 || !Is(parts[0], "LOCALNAMESPACEPATH") || !Is(parts[1], object))
+    fPiece.Fail(element, std::string("doesn't hold a LOCALNAMESPACEPATH and a ") + object);
+  reference.SetNameSpaceName(NamespaceName(fPiece, parts[0]));
+  Object(parts[1], reference, depth);
 }
 
 void TValueReader::Object(const pugi::xml_node& element, TCIMReference& reference,
                           unsigned int depth) const {
   const bool isInstance = Is(element, "INSTANCENAME");
+  if (!isInstance && !Is(element, "CLASSNAME")) fPiece.FailUnexpected(element);
   const char* const attribute = isInstance ? "CLASSNAME" : "NAME";
   fPiece.CheckAttributes(element, {attribute});
   fPiece.Name(element, attribute);  // refuses to find none

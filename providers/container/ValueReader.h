@@ -52,13 +52,11 @@ class TValueReader {
   NQORHWX20::TCIMValue Null(const pugi::xml_node& element, TType type) const;
   NQORHWX20::TCIMValue Value(const pugi::xml_node& element, TType type, const char* companion,
                              unsigned int depth) const;
-  NQORHWX20::TCIMValue Single(const pugi::xml_node& element, TType type,
-                              const NQORHWX20::TCIMValue& null, unsigned int depth) const;
+  NQORHWX20::TCIMValue Single(const pugi::xml_node& element, TType type, unsigned int depth) const;
   NQORHWX20::TCIMValue Scalar(const pugi::xml_node& element, TType type) const;
   NQORHWX20::TCIMValue Array(const pugi::xml_node& element, TType type, unsigned int maxArraySize,
                              unsigned int depth) const;
-  NQORHWX20::TCIMValue Reference(const pugi::xml_node& element, const NQORHWX20::TCIMValue& null,
-                                 unsigned int depth) const;
+  NQORHWX20::TCIMValue Reference(const pugi::xml_node& element, unsigned int depth) const;
   void Target(const pugi::xml_node& element, NQORHWX20::TCIMReference& reference,
               unsigned int depth) const;
   void Object(const pugi::xml_node& element, NQORHWX20::TCIMReference& reference,

@@ -17,15 +17,6 @@ namespace {
 
 using namespace NQORHWX20;
 
-// The class that a reference names; empty if it names none.
-boost::shared_ptr<ICIMClass> NamedClass(const TCIMReference& reference) {
-  try {
-    return reference.GetClass();
-  } catch (const THWXException&) {
-    return boost::shared_ptr<ICIMClass>();
-  }
-}
-
 bool HasKeys(const TCIMReference& reference) {
   bool any = false;
   reference.EnumerateKeyBindings(
@@ -81,7 +72,7 @@ void TValueWriter::Value(const TCIMValue& value, bool isKey, unsigned int depth)
   if (value.IsArray())
     Array(value, depth);
   else if (value.IsReference())
-    Reference(value, false, depth);
+    Reference(value, depth);
   else
     Scalar(value, isKey);
 }
@@ -113,7 +104,7 @@ void TValueWriter::Array(const TCIMValue& value, unsigned int depth) {
       Extent(element);
       fXML += "/>";
     } else if (element.IsReference()) {
-      Reference(element, true, depth);
+      Reference(element, depth);
     } else {
       Scalar(element, false);
     }
@@ -123,42 +114,36 @@ void TValueWriter::Array(const TCIMValue& value, unsigned int depth) {
 
 // References.
 
-void TValueWriter::Reference(const TCIMValue& value, bool isElement, unsigned int depth) {
+void TValueWriter::Reference(const TCIMValue& value, unsigned int depth) {
   if (depth == kMaxReferenceDepth) {
     throw TUnsavable(kHWXStatusNotSupported, "references that are nested deeper than " +
                                                  std::to_string(kMaxReferenceDepth));
   }
-  const TCIMReference reference = value;
-  fXML += "<VALUE.REFERENCE";
-  // Where there is a class, it is that of the value too.
-  if (isElement && !NamedClass(reference)) Extent(value);
-  fXML += '>';
-  Target(reference, depth);
+  // No value keeps a reference without a class.
+  fXML += "<VALUE.REFERENCE>";
+  Target(value, depth);
   fXML += "</VALUE.REFERENCE>";
 }
 
 void TValueWriter::Target(const TCIMReference& reference, unsigned int depth) {
-  const boost::shared_ptr<ICIMClass> named = NamedClass(reference);
   const bool hasKeys = HasKeys(reference);
   const std::string label = reference.GetNameSpaceName();
   const char* const path = hasKeys ? "LOCALINSTANCEPATH" : "LOCALCLASSPATH";
-  const bool isPath = named && !label.empty();
-  if (isPath) fXML.append("<").append(path).append(">");
-  if (!label.empty()) NamespacePath(label);
-  if (named) {
-    const boost::shared_ptr<TMemoryClass> keyClass = ClassOf(named);
-    const std::string& name = keyClass->GetName(TCIMContext());
-    fXML += hasKeys ? "<INSTANCENAME" : "<CLASSNAME";
-    Attribute(hasKeys ? "CLASSNAME" : "NAME", name);
-    fXML += hasKeys ? ">" : "/>";
-    reference.EnumerateKeyBindings([&](const std::pair<std::string, TCIMValue>& key) {
-      CheckKey(*keyClass, key.first, key.second);
-      Key(key.first, key.second, depth + 1);
-      return true;
-    });
-    if (hasKeys) fXML += "</INSTANCENAME>";
+  if (!label.empty()) {
+    fXML.append("<").append(path).append(">");
+    NamespacePath(label);
   }
-  if (isPath) End(path);
+  const boost::shared_ptr<TMemoryClass> named = ClassOf(reference.GetClass());
+  fXML += hasKeys ? "<INSTANCENAME" : "<CLASSNAME";
+  Attribute(hasKeys ? "CLASSNAME" : "NAME", named->GetName(TCIMContext()));
+  fXML += hasKeys ? ">" : "/>";
+  reference.EnumerateKeyBindings([&](const std::pair<std::string, TCIMValue>& key) {
+    CheckKey(*named, key.first, key.second);
+    Key(key.first, key.second, depth + 1);
+    return true;
+  });
+  if (hasKeys) fXML += "</INSTANCENAME>";
+  if (!label.empty()) End(path);
 }
 
 void TValueWriter::CheckKey(const TMemoryClass& keyClass, const std::string& name,
@@ -172,7 +157,7 @@ void TValueWriter::CheckKey(const TMemoryClass& keyClass, const std::string& nam
 void TValueWriter::Key(const std::string& name, const TCIMValue& value, unsigned int depth) {
   fXML += "<KEYBINDING";
   Attribute("NAME", name);
-  Extent(value);
+  if (value.IsNull() || !value.IsReference()) Extent(value);  // else the class stands in the value
   fXML += '>';
   Value(value, true, depth);
   fXML += "</KEYBINDING>";

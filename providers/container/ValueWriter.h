@@ -68,7 +68,7 @@ class TValueWriter {
   void Key(const std::string& name, const NQORHWX20::TCIMValue& value, unsigned int depth);
   void Scalar(const NQORHWX20::TCIMValue& value, bool isKey);
   void Array(const NQORHWX20::TCIMValue& value, unsigned int depth);
-  void Reference(const NQORHWX20::TCIMValue& value, bool isElement, unsigned int depth);
+  void Reference(const NQORHWX20::TCIMValue& value, unsigned int depth);
   void Target(const NQORHWX20::TCIMReference& reference, unsigned int depth);
   void CheckKey(const NQORHWX20::TMemoryClass& keyClass, const std::string& name,
                 const NQORHWX20::TCIMValue& value) const;

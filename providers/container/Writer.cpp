@@ -49,7 +49,8 @@ class TWriter {
 
   void WriteFlavor(unsigned int flavor);
   void WriteQualifierDecl(ICIMQualifierDecl& decl);
-  void WriteReadyQualifierDecls();
+  void WriteReadyQualifierDecls(bool isLast);
+  void CheckDeclared(ICIMQualifier& qualifier) const;
   void WriteQualifiers(ICIMQualifiedElement& element);
   void WriteClass(TMemoryClass& source);
   void WriteProperty(ICIMPropertyDecl& decl, const std::string& origin);
@@ -150,26 +151,37 @@ void TWriter::CollectQualifierDecls() {
       TCIMContext());
 }
 
-// All but those whose default values refer to a class that isn't written yet. They never wait
-// longer than to the class that first bears them.
-void TWriter::WriteReadyQualifierDecls() {
-  for (auto decl = fPending.begin(); decl != fPending.end();) {
-    const TCIMValue& value = (*decl)->GetDefaultValue(TCIMContext());
-    const auto referenced = value.GetReferencedClass();
-    const bool waits =
-        value.IsReference() && referenced && !fOut.HasClass(referenced->GetName(TCIMContext()));
-    if (!waits) {
-      Within([&] { return "qualifier " + Quoted((*decl)->GetName(TCIMContext())); },
-             [&] { WriteQualifierDecl(**decl); });
+// All but those whose default values refer to a class that isn't written yet, unless they are
+// written now or never.
+void TWriter::WriteReadyQualifierDecls(bool isLast) {
+  const auto write = [&](const TQualifierDecl& decl) {
+    try {
+      Within([&] { return "qualifier " + Quoted(decl->GetName(TCIMContext())); },
+             [&] { WriteQualifierDecl(*decl); });
+      return true;
+    } catch (const TUnsavable&) {
+      if (isLast) throw;
+      fOut.XML().clear();
+      return false;
     }
-    decl = waits ? std::next(decl) : fPending.erase(decl);
-  }
+  };
+  fPending.remove_if(write);
+}
+
+// A declaration that had to wait waits for classes in front of the first that bears it: so much is
+// sure of the class of its value, but not of those that elements and keys refer to.
+void TWriter::CheckDeclared(ICIMQualifier& qualifier) const {
+  const TQualifierDecl decl = qualifier.GetQualifierDecl(TCIMContext());
+  if (std::find(fPending.begin(), fPending.end(), decl) == fPending.end()) return;
+  throw TUnsavable(kHWXStatusInvalidClass, "the qualifier " + Quoted(decl->GetName(TCIMContext())) +
+                                               ", which refers to a class that comes later");
 }
 
 void TWriter::WriteQualifiers(ICIMQualifiedElement& element) {
   element.EnumerateQualifiers(
       [this](const boost::shared_ptr<ICIMQualifier>& qualifier) {
         if (qualifier->IsInherited(TCIMContext())) return true;
+        CheckDeclared(*qualifier);
         const TCIMValue& value = qualifier->GetValue(TCIMContext());
         fOut.XML() += "<QUALIFIER";
         fOut.Attribute("NAME", qualifier->GetName(TCIMContext()));
@@ -341,7 +353,7 @@ void TWriter::WriteInstances(TMemoryClass& source) {
 void TWriter::Write() {
   Begin();
   CollectQualifierDecls();
-  WriteReadyQualifierDecls();
+  WriteReadyQualifierDecls(false);
   const auto classes = fNamespace.GetClasses();
   const auto forEach = [&](auto write) {
     for (const auto& source : classes) {
@@ -351,8 +363,9 @@ void TWriter::Write() {
   };
   forEach([this](TMemoryClass& source) {
     WriteClass(source);
-    WriteReadyQualifierDecls();
+    WriteReadyQualifierDecls(false);
   });
+  WriteReadyQualifierDecls(true);
   // Static values may refer to classes that come later, so they wait for all of them.
   forEach([this](TMemoryClass& source) { WriteStaticValues(source); });
   forEach([this](TMemoryClass& source) { WriteInstances(source); });

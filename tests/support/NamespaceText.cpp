@@ -207,6 +207,7 @@ std::vector<std::string> NamespaceLines(ICIMNamespace& ns, bool inOrder) {
         return true;
       },
       {});
+  std::sort(lines.begin() + 1, lines.end());
   for (const Ptr<ICIMClass>& found : Classes(ns, inOrder))
     AddClass(lines, *found);
   return lines;

@@ -14,8 +14,9 @@ namespace hwxtest {
 std::string ValueText(const NQORHWX20::TCIMValue& value);
 
 /// All that the abstract classes tell of a namespace, line by line: qualifier declarations, classes
-/// with all that they declare and inherit, static values, instances. Each class stands behind the
-/// order in which enumerations present it if `inOrder`, else by its name.
+/// with all that they declare and inherit, static values, instances. The classes stand in the order
+/// in which enumerations present them if `inOrder`, else by their names; the qualifier declarations
+/// are always sorted, as their order means nothing.
 std::vector<std::string> NamespaceLines(NQORHWX20::ICIMNamespace& ns, bool inOrder = true);
 
 /// The first difference between two namespaces, as a text to read; empty if they are equal.

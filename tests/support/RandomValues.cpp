@@ -12,7 +12,6 @@ namespace hwxtest {
 namespace {
 
 using namespace NQORHWX20;
-using Type = TCIMValue::TCIMType;
 
 }  // namespace
 

@@ -4,10 +4,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "hwxcore/hwxcore.h"
 #include "hwxkit/hwxkit.h"
@@ -92,15 +91,6 @@ inline Ptr<NQORHWX20::ICIMInstance> OnlyInstance(const Namespace& ns, const std:
       NQORHWX20::TAddToVectorCallback<NQORHWX20::ICIMInstance>(&instances), false, {});
   EXPECT_EQ(instances.size(), 1u) << name;
   return instances.at(0);
-}
-
-inline std::string ReadFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-}
-
-inline void WriteFile(const std::string& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary) << bytes;
 }
 
 }  // namespace hwxtest
