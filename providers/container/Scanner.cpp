@@ -197,7 +197,7 @@ void TScanner::TakeMarkup() {
     SkipUntil("--", "a comment");
     if (Peek() != '>') Fail(line, "a comment with two hyphens in it");
     Take();
-  } else if (Peek() == '[' && !fOpen.empty()) {
+  } else if (Peek() == '[') {
     Expect("[CDATA[");
     SkipUntil("]]>", "a CDATA section");
   } else {
