@@ -29,7 +29,7 @@ bool ContinuesName(int c) {
   return StartsName(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
 }
 
-bool EndsWith(const std::string& text, std::string_view end) {
+bool EndsWith(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
@@ -95,8 +95,10 @@ bool TScanner::Refill() {
 void TScanner::TakeInCharacters() {
   constexpr std::size_t kLongest = 4;
   const std::string_view bytes(fBuffer.data(), fRead);
-  while (fFilled < bytes.size()) {
+  for (;;) {
+    fFilled += PlainLength(bytes.substr(fFilled));
     const std::string_view rest = bytes.substr(fFilled);
+    if (rest.empty()) return;
     const std::size_t length = XMLCharacterLength(rest);
     if (length == 0) {
       if (static_cast<unsigned char>(rest[0]) >= 0xC2 && rest.size() < kLongest) return;
@@ -119,9 +121,29 @@ char TScanner::Take() {
   const char c = fBuffer[fPosition++];
   if (c == '\n') ++fLine;
   fText += c;
+  CheckSize();
+  return c;
+}
+
+void TScanner::CheckSize() const {
   if (fText.size() > fLimits.fPiece)
     Fail(fTextLine, "an element is larger than " + std::to_string(fLimits.fPiece) + " bytes");
-  return c;
+}
+
+// The same for all bytes up to one for which `stop` is true, or to the end.
+template <typename Stop>
+void TScanner::TakeUntil(Stop stop) {
+  while (Peek() != kEnd) {
+    const auto start = fBuffer.begin() + static_cast<std::ptrdiff_t>(fPosition);
+    const auto last = fBuffer.begin() + static_cast<std::ptrdiff_t>(fFilled);
+    const auto end =
+        std::find_if(start, last, [&](char c) { return stop(static_cast<unsigned char>(c)); });
+    fText.append(start, end);
+    fLine += static_cast<unsigned long>(std::count(start, end, '\n'));
+    fPosition += static_cast<std::size_t>(end - start);
+    CheckSize();
+    if (end != last) return;
+  }
 }
 
 // Small parts of the grammar.
@@ -140,20 +162,19 @@ void TScanner::Expect(std::string_view text) {
   }
 }
 
-std::string TScanner::TakeName() {
-  std::string name;
-  if (StartsName(Peek())) {
-    while (ContinuesName(Peek()))
-      name += Take();
-  }
-  if (name.empty()) Fail("malformed XML: a name is missing");
-  return name;
+// The name stays valid until more is taken.
+std::string_view TScanner::TakeName() {
+  const std::size_t start = fText.size();
+  if (StartsName(Peek())) TakeUntil([](int c) { return !ContinuesName(c); });
+  if (fText.size() == start) Fail("malformed XML: a name is missing");
+  return std::string_view(fText).substr(start);
 }
 
 void TScanner::SkipUntil(std::string_view end, const char* what) {
   const unsigned long line = fLine;
   const std::size_t start = fText.size();
-  while (!EndsWith(fText, end) || fText.size() < start + end.size()) {
+  while (!EndsWith(std::string_view(fText).substr(start), end)) {
+    TakeUntil([&](int c) { return c == end.back(); });
     if (Peek() == kEnd) Fail(line, std::string(what) + " doesn't end");
     Take();
   }
@@ -171,7 +192,7 @@ void TScanner::CheckDeclaration() const {
 
 void TScanner::TakeProcessingInstruction() {
   Expect("?");
-  const std::string target = LowerCase(TakeName());
+  const std::string target = LowerCase(std::string(TakeName()));
   SkipUntil("?>", "a processing instruction");
   if (target == "xml") CheckDeclaration();
 }
@@ -235,75 +256,86 @@ void TScanner::TakeReference() {
 // Character data, up to the next markup.
 void TScanner::TakeText() {
   const std::size_t start = fText.size();
-  for (int c = Peek(); c != '<' && c != kEnd; c = Peek()) {
+  for (;;) {
+    TakeUntil([](int c) { return c == '<' || c == '&' || c == '>'; });
+    const int c = Peek();
     if (c == '&') {
       TakeReference();
-      continue;
+    } else if (c == '>') {
+      Take();
+      if (EndsWith(std::string_view(fText).substr(start), "]]>")) Fail("\"]]>\" within a text");
+    } else {
+      return;
     }
-    Take();
-    if (c == '>' && fText.size() >= start + 3 && EndsWith(fText, "]]>"))
-      Fail("\"]]>\" within a text");
   }
 }
 
 // Tags.
 
-void TScanner::TakeAttribute(std::vector<std::string>& names) {
-  const std::string name = TakeName();
-  if (std::find(names.begin(), names.end(), name) != names.end())
-    Fail("the attribute " + name + " stands twice in one tag");
-  if (names.size() == kMostAttributes) Fail("too many attributes");
-  names.push_back(name);
+void TScanner::CheckAttributeName(std::string_view name) {
+  const std::string_view text = fText;
+  for (const auto& [start, end] : fAttributes) {
+    if (text.substr(start, end - start) == name)
+      Fail("the attribute " + std::string(name) + " stands twice in one tag");
+  }
+  if (fAttributes.size() == kMostAttributes) Fail("too many attributes");
+  fAttributes.emplace_back(fText.size() - name.size(), fText.size());
+}
+
+void TScanner::TakeAttribute() {
+  CheckAttributeName(TakeName());
   TakeBlanks();
   Expect("=");
   TakeBlanks();
+  const auto failHere = [this](const std::string& before, const std::string& behind) {
+    const auto& [start, end] = fAttributes.back();
+    Fail(before + fText.substr(start, end - start) + behind);
+  };
   const int quote = Peek();
-  if (quote != '"' && quote != '\'') Fail("the attribute " + name + " has no quotation mark");
+  if (quote != '"' && quote != '\'') failHere("the attribute ", " has no quotation mark");
   Take();
-  for (int c = Peek(); c != quote; c = Peek()) {
-    if (c == kEnd) Fail("the attribute " + name + " doesn't end");
-    if (c == '<') Fail("a \"<\" within the attribute " + name);
-    if (c == '&')
-      TakeReference();
-    else
-      Take();
+  for (;;) {
+    TakeUntil([quote](int c) { return c == quote || c == '<' || c == '&'; });
+    const int c = Peek();
+    if (c == quote) break;
+    if (c == kEnd) failHere("the attribute ", " doesn't end");
+    if (c == '<') failHere("a \"<\" within the attribute ", "");
+    TakeReference();
   }
   Take();
 }
 
 TScanner::EToken TScanner::TakeStartTag() {
   const unsigned long line = fLine;
-  std::string name = TakeName();
-  std::vector<std::string> attributes;
+  fElement = TakeName();
+  fAttributes.clear();
   bool isSeparated = TakeBlanks();
   while (Peek() != '>' && Peek() != '/') {
-    if (!isSeparated) Fail("malformed XML in a tag of " + name);
-    TakeAttribute(attributes);
+    if (!isSeparated) Fail("malformed XML in a tag of " + fElement);
+    TakeAttribute();
     isSeparated = TakeBlanks();
   }
   const bool isEmpty = Peek() == '/';
   if (isEmpty) Take();
   Expect(">");
-  if (fOpen.empty() && fHasRoot) Fail(line, "a second element at the top: " + name);
+  if (fOpen.empty() && fHasRoot) Fail(line, "a second element at the top: " + fElement);
   if (fOpen.size() == kMaxElementDepth) Fail(line, "elements are nested too deeply");
   fHasRoot = true;
-  fElement = name;
   if (isEmpty) return kEmptyTag;
-  fOpen.emplace_back(std::move(name), line);
+  fOpen.emplace_back(fElement, line);
   return kStartTag;
 }
 
 void TScanner::TakeEndTag() {
   Expect("/");
-  const std::string name = TakeName();
+  fElement = TakeName();
   TakeBlanks();
   Expect(">");
-  if (fOpen.empty()) Fail("an end tag of " + name + " without a start tag");
-  if (fOpen.back().first != name) {
-    Fail("an end tag of " + name + " where " + fOpen.back().first + ", begun in line " +
+  if (fOpen.empty()) Fail("an end tag of " + fElement + " without a start tag");
+  if (fOpen.back().first != fElement) {
+    Fail("an end tag of " + fElement + " where " + fOpen.back().first + ", begun in line " +
          std::to_string(fOpen.back().second) + ", has to end");
   }
-  fElement = name;
   fOpen.pop_back();
 }
 

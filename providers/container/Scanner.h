@@ -57,11 +57,14 @@ class TScanner {
   void TakeInCharacters();
   int Peek();
   char Take();
+  void CheckSize() const;
   [[noreturn]] void Fail(const std::string& why) const { Fail(fLine, why); }
 
   bool TakeBlanks();
+  template <typename Stop>
+  void TakeUntil(Stop stop);
   void Expect(std::string_view text);
-  std::string TakeName();
+  std::string_view TakeName();
   void SkipUntil(std::string_view end, const char* what);
 
   void CheckDeclaration() const;
@@ -71,7 +74,8 @@ class TScanner {
   void TakeText();
   void TakeReference();
   void CheckCharacterReference(const std::string& name);
-  void TakeAttribute(std::vector<std::string>& names);
+  void CheckAttributeName(std::string_view name);
+  void TakeAttribute();
   EToken TakeStartTag();
   void TakeEndTag();
   EToken TakeTag();
@@ -89,6 +93,8 @@ class TScanner {
   unsigned long fLine;
 
   std::vector<std::pair<std::string, unsigned long> > fOpen;  // elements, with their lines
+  // The names of the attributes in a tag, where they begin and end in `fText`.
+  std::vector<std::pair<std::size_t, std::size_t> > fAttributes;
   bool fIsAtStart;  // nothing but a byte order mark has been read yet
   bool fHasRoot;
   std::string fElement;

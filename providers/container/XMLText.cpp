@@ -1,5 +1,7 @@
 #include "providers/container/XMLText.h"
 
+#include <algorithm>
+
 namespace container {
 
 namespace {
@@ -99,13 +101,22 @@ std::size_t XMLCharacterLength(std::string_view text) {
   return LongCharacterLength(text);
 }
 
+// Nearly all of nearly every text is plain, so these few are the ones that have to be quick.
+std::size_t PlainLength(std::string_view text) {
+  const auto isSpecial = [](char c) {
+    return static_cast<signed char>(c) < ' ' && !(c == '\t' || c == '\n' || c == '\r');
+  };
+  return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isSpecial) - text.begin());
+}
+
 bool IsXMLText(std::string_view text) {
-  std::size_t length = 0;
-  for (std::size_t i = 0; i < text.size(); i += length) {
-    length = XMLCharacterLength(text.substr(i));
+  for (;;) {
+    text.remove_prefix(PlainLength(text));
+    if (text.empty()) return true;
+    const std::size_t length = XMLCharacterLength(text);
     if (length == 0) return false;
+    text.remove_prefix(length);
   }
-  return true;
 }
 
 unsigned long CodePoint(std::string_view character) {
@@ -127,6 +138,7 @@ std::string FromCodePoint(unsigned short codePoint) {
 
 std::string Escaped(std::string_view text) {
   static const char kDigits[] = "0123456789ABCDEF";
+  if (text.find('\\') == std::string_view::npos && IsXMLText(text)) return std::string(text);
   std::string escaped;
   std::size_t length = 0;
   for (std::size_t i = 0; i < text.size(); i += length) {
@@ -144,6 +156,7 @@ std::string Escaped(std::string_view text) {
 }
 
 std::optional<std::string> Unescaped(std::string_view text) {
+  if (text.find('\\') == std::string_view::npos) return std::string(text);
   std::string plain;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] != '\\') {

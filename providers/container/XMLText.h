@@ -19,6 +19,9 @@ bool IsXMLCharacter(unsigned long codePoint);
 /// carry, be it malformed, forbidden or cut off.
 std::size_t XMLCharacterLength(std::string_view text);
 
+/// How many bytes at the beginning of `text` are ASCII characters that XML can carry.
+std::size_t PlainLength(std::string_view text);
+
 /// Whether XML can carry the whole text.
 bool IsXMLText(std::string_view text);
 
