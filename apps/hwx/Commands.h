@@ -9,8 +9,11 @@
 
 namespace hwx {
 
+CommandPtr MakeCollectCommand();
+CommandPtr MakeDiffCommand();
 CommandPtr MakeIdentityCommand();
 CommandPtr MakeProvidersCommand();
+CommandPtr MakeShowCommand();
 
 /// All of them, in the order in which the help lists them.
 std::vector<CommandPtr> AllCommands();
