@@ -48,6 +48,9 @@ class ICommand {
   /// Does what was asked for and returns the exit status. Throws `TFailure`, or an exception of the
   /// library, if it can't.
   virtual int Run(const TGlobalOptions& options) = 0;
+
+  /// The exit status when `Run` throws.
+  virtual int FailureStatus() const { return kExitFailed; }
 };
 
 typedef std::unique_ptr<ICommand> CommandPtr;
