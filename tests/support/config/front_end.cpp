@@ -39,11 +39,19 @@ extern "C" int dladdr(const void* address, Dl_info* info) noexcept {
   return next(address, info);
 }
 
-// Not inlined: at -O1 the compiler would see a pair of `new` and `free`, and warn of it.
+// The sanitizers bring a set of their own, in which each form is apart, so all that are used are
+// replaced. Not inlined: the compiler would see `new` paired with `free`, and warn of it.
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return gNoFileBuffer && size >= kFileBuffer ? nullptr : std::malloc(size);
+}
+
 [[gnu::noinline]] void* operator new(std::size_t size) {
-  if (gNoFileBuffer && size >= kFileBuffer) throw std::bad_alloc();
-  if (void* const block = std::malloc(size)) return block;
+  if (void* const block = ::operator new(size, std::nothrow)) return block;
   throw std::bad_alloc();
+}
+
+[[gnu::noinline]] void* operator new[](std::size_t size) {
+  return ::operator new(size);
 }
 
 [[gnu::noinline]] void operator delete(void* block) noexcept {
@@ -51,6 +59,18 @@ extern "C" int dladdr(const void* address, Dl_info* info) noexcept {
 }
 
 [[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
+  std::free(block);
+}
+
+[[gnu::noinline]] void operator delete(void* block, const std::nothrow_t&) noexcept {
+  std::free(block);
+}
+
+[[gnu::noinline]] void operator delete[](void* block) noexcept {
+  std::free(block);
+}
+
+[[gnu::noinline]] void operator delete[](void* block, std::size_t) noexcept {
   std::free(block);
 }
 
