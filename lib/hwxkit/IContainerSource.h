@@ -62,6 +62,10 @@ class IContainerSource : public INamespaceSource {
   /// instances of this moment are kept, and what an instance source throws passes through.
   virtual void SaveContainer(const boost::shared_ptr<ICIMNamespace>& ns,
                              const std::string& path) = 0;
+
+  /// The text of the file that `SaveContainer` would write, if its name doesn't end in ".gz". Fails
+  /// as that does.
+  virtual std::string ContainerText(const boost::shared_ptr<ICIMNamespace>& ns) = 0;
 };
 
 }  // namespace NQORHWX20

@@ -31,6 +31,14 @@ auto Logged(Call call) {
   }
 }
 
+// `name` is the file's in messages.
+TMemoryNamespace& Kept(const TNamespace& ns, const std::string& name) {
+  const auto kept = boost::dynamic_pointer_cast<TMemoryNamespace>(ns);
+  if (kept) return *kept;
+  throw TContainerException(kHWXStatusNotSupported,
+                            name + ": the namespace isn't one that can be kept in a file");
+}
+
 class TContainerProvider : public IContainerSource {
  public:
   const std::string& GetName(TCIMContext /*context*/) override { return fName; }
@@ -53,14 +61,11 @@ class TContainerProvider : public IContainerSource {
   }
 
   void SaveContainer(const TNamespace& ns, const std::string& path) override {
-    Logged([&] {
-      const auto kept = boost::dynamic_pointer_cast<TMemoryNamespace>(ns);
-      if (!kept) {
-        throw TContainerException(kHWXStatusNotSupported,
-                                  path + ": the namespace isn't one that can be kept in a file");
-      }
-      SaveFile(*kept, path);
-    });
+    Logged([&] { SaveFile(Kept(ns, path), path); });
+  }
+
+  std::string ContainerText(const TNamespace& ns) override {
+    return Logged([&] { return Text(Kept(ns, "container"), "container"); });
   }
 
  private:

@@ -36,4 +36,10 @@ void SaveFile(NQORHWX20::TMemoryNamespace& ns, const std::string& path) {
   file.Commit();
 }
 
+std::string Text(NQORHWX20::TMemoryNamespace& ns, const std::string& name) {
+  TStringSink text;
+  WriteContainer(ns, text, name);
+  return text.Bytes();
+}
+
 }  // namespace container

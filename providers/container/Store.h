@@ -16,6 +16,10 @@ boost::shared_ptr<NQORHWX20::TMemoryNamespace> LoadFile(const std::string& path)
 /// failures.
 void SaveFile(NQORHWX20::TMemoryNamespace& ns, const std::string& path);
 
+/// What `SaveFile` writes to a file that isn't compressed. `name` stands for the file's in
+/// messages.
+std::string Text(NQORHWX20::TMemoryNamespace& ns, const std::string& name);
+
 }  // namespace container
 
 #endif  // CONTAINER_STORE_H
