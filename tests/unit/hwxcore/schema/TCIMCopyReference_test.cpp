@@ -69,9 +69,12 @@ TEST_F(CopyReference, LeavesContextAndLabelBehind) {
   TCIMReference source = Reference(fSource, "Thing", {{"Id", 1U}});
   source.SetContext({{"nspID", "cmpi"}});
   source.SetNameSpaceName("somewhere");
-  fTrace.Forget();
   TCIMReference copy = Copied(TCIMValue(source));
   EXPECT_EQ(copy.GetNameSpaceName(), "");
+  source.Clear();
+  source.SetNamespace(fSource);
+  EXPECT_THAT(CallsOf([&] { source.SetClassName("Thing"); }),
+              ElementsAre("source.GetClass(Thing) {nspID=cmpi}"));
   copy.Clear();
   copy.SetNamespace(fTarget);
   EXPECT_THAT(CallsOf([&] { copy.SetClassName("Thing"); }), ElementsAre("target.GetClass(Thing)"));
