@@ -6,6 +6,7 @@ std::vector<CommandPtr> AllCommands() {
   std::vector<CommandPtr> commands;
   commands.push_back(MakeIdentityCommand());
   commands.push_back(MakeProvidersCommand());
+  commands.push_back(MakeFirmwareCommand());
   return commands;
 }
 

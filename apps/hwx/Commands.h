@@ -11,6 +11,11 @@ namespace hwx {
 
 CommandPtr MakeIdentityCommand();
 CommandPtr MakeProvidersCommand();
+CommandPtr MakeFirmwareCommand();
+
+/// The commands of the command "firmware".
+CommandPtr MakeFirmwareDumpCommand();
+CommandPtr MakeFirmwareShowCommand();
 
 /// All of them, in the order in which the help lists them.
 std::vector<CommandPtr> AllCommands();
