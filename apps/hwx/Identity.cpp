@@ -1,6 +1,8 @@
 #include "hwx/Identity.h"
 
+#include "hwx/FirmwareQueries.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
+#include "hwxcore/schema/detail/SerialNumberCheck.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace hwx {
@@ -104,6 +106,13 @@ void AskTypeAndModel(const TMachine& machine, TIdentity& identity) {
   }
 }
 
+// The rule for serial numbers serves here too: makers leave the same in the place of both.
+TAnswer<std::string> AskProductName(const TMachine& machine) {
+  auto answer = AskText(machine, kProductName, &TCIMSchemaHelper::GetSystemProductName);
+  if (!answer.fValue || detail::CheckedSerialNumber(*answer.fValue)) return answer;
+  return Missing<std::string>(Quoted(*answer.fValue) + " is a filler, not a product name");
+}
+
 TAnswer<std::string> AskSerialNumber(const TMachine& machine) {
   const auto explain = [&](const THWXStatusCode& status) {
     if (status != kHWXStatusNotFound) return ExplainByStatus(status);
@@ -131,6 +140,12 @@ TAnswer<std::string> OperatingSystemTypeName(const TAnswer<unsigned short>& type
   }
 }
 
+void AskFirmware(TIdentity& identity) {
+  const TBiosIdentity bios = AskBios();
+  identity.fBiosID = bios.fBiosID;
+  identity.fMachineTypeByBios = bios.fMachineTypeFromID;
+}
+
 void AskOperatingSystem(const TMachine& machine, TIdentity& identity) {
   identity.fOperatingSystemName =
       AskText(machine, kOSName, &TCIMSchemaHelper::GetOperatingSystemName);
@@ -156,8 +171,9 @@ std::string SourceBuild(TMachine machine) {
 TIdentity AskIdentity(const TMachine& machine) {
   TIdentity identity;
   AskTypeAndModel(machine, identity);
-  identity.fProductName = AskText(machine, kProductName, &TCIMSchemaHelper::GetSystemProductName);
+  identity.fProductName = AskProductName(machine);
   identity.fSerialNumber = AskSerialNumber(machine);
+  AskFirmware(identity);
   identity.fSystemName = AskText(machine, kSystemName, &TCIMSchemaHelper::GetSystemName);
   AskOperatingSystem(machine, identity);
   identity.fDataSourceVersion = AskText(machine, kSourceVersion, &SourceVersion);
