@@ -9,9 +9,14 @@
 
 namespace hwx {
 
+CommandPtr MakeCollectCommand();
+CommandPtr MakeConfigCommand();
+CommandPtr MakeDiffCommand();
+CommandPtr MakeFirmwareCommand();
 CommandPtr MakeIdentityCommand();
 CommandPtr MakeProvidersCommand();
-CommandPtr MakeFirmwareCommand();
+CommandPtr MakeRunCommand();
+CommandPtr MakeShowCommand();
 
 /// The commands of the command "firmware".
 CommandPtr MakeFirmwareDumpCommand();

@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -29,13 +30,19 @@ class TFirmwareCommand : public ICommand {
     return app;
   }
 
-  int Run(const TGlobalOptions& options) override {
-    for (auto& [command, added] : fCommands)
-      if (added->parsed()) return command->Run(options);
-    return kExitUsage;
+  std::optional<std::string> TakeArguments(const std::vector<std::string>& arguments) override {
+    return Chosen().TakeArguments(arguments);
   }
 
+  int Run(const TGlobalOptions& options) override { return Chosen().Run(options); }
+
  private:
+  // There is one: the command line was refused otherwise.
+  ICommand& Chosen() const {
+    const auto isChosen = [](const auto& entry) { return entry.second->parsed(); };
+    return *std::find_if(fCommands.begin(), fCommands.end(), isChosen)->first;
+  }
+
   std::vector<std::pair<CommandPtr, CLI::App*>> fCommands;
 };
 

@@ -13,9 +13,17 @@ class TFirmwareDumpCommand : public ICommand {
   CLI::App* AddTo(CLI::App& program) override {
     CLI::App* const app =
         program.add_subcommand("dump", "Write the tables to a file, for --firmware");
-    AddText(*app, "file", fFile, "Write this file", "FILE")->required();
+    AddText(*app, "file", fFile, "Write this file", "FILE");
     app->add_flag("--force", fForces, "Replace FILE if it is there");
     return app;
+  }
+
+  // The file may stand behind dashes, in case it looks like an option.
+  std::optional<std::string> TakeArguments(const std::vector<std::string>& arguments) override {
+    if (!fFile && arguments.empty()) return "file is required";
+    if (fFile || arguments.size() != 1) return ICommand::TakeArguments(arguments);
+    fFile = arguments.front();
+    return std::nullopt;
   }
 
   int Run(const TGlobalOptions& options) override {

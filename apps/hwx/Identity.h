@@ -24,13 +24,14 @@ struct TIdentity {
   TAnswer<std::string> fOperatingSystemVersion;
   TAnswer<unsigned short> fOperatingSystemType;  ///< The CIM number.
   TAnswer<std::string> fOperatingSystemTypeName;
+  TAnswer<std::string> fXenDomain;  ///< "control", "guest", or "none" where there is no Xen.
   TAnswer<std::string> fDataSourceVersion;
   TAnswer<std::string> fDataSourceBuild;
 };
 
-/// Asks a namespace, by the library's queries, who its machine is. Failures of the namespace become
-/// reasons. What the type 0 structure tells comes from the firmware itself. Thread-safety: that of
-/// the namespace, and of the environment, which no thread may use meanwhile.
+/// Asks a namespace, by the library's queries, who its machine is, its firmware what the type 0
+/// structure tells, and this system in which domain it runs. Failures become reasons.
+/// Thread-safety: that of the namespace, and of the environment, which no thread may use meanwhile.
 TIdentity AskIdentity(const TMachine& machine);
 
 }  // namespace hwx
