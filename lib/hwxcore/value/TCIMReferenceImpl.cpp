@@ -1,5 +1,8 @@
 #include "hwxcore/value/TCIMReferenceImpl.h"
 
+#include <algorithm>
+#include <memory>
+
 #include "hwxcore/diagnostics/ILogger.h"
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxcore/schema/ICIMInstance.h"
@@ -8,6 +11,7 @@
 #include "hwxcore/schema/TRootObject.h"
 #include "hwxcore/schema/detail/Existing.h"
 #include "hwxcore/value/TCIMReference.h"
+#include "hwxcore/value/TCIMReferenceValueImpl.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
@@ -41,23 +45,37 @@ auto LookUpOrThrow(LookUp lookUp, Message message) {
   }
 }
 
+bool IsSpecial(char c) {
+  return c == '"' || c == '\\';
+}
+
+// The first quotation mark or backslash at or behind `position`, else the end.
+std::size_t FindSpecial(const std::string& text, std::size_t position) {
+  while (position < text.size() && !IsSpecial(text[position]))
+    ++position;
+  return position;
+}
+
 // Reads the text of a scalar, whose opening mark is at `position`, and moves to the closing mark.
 std::string ParseQuotedText(const std::string& path, unsigned long& position) {
   std::string text;
-  for (++position; position < path.size() && path[position] != '"'; ++position) {
-    if (path[position] == '\\' && ++position < path.size()) {
-      // Only a backslash and a quotation mark are escaped; before others the backslash stays.
-      if (path[position] != '\\' && path[position] != '"') text += '\\';
-    }
-    if (position < path.size()) text += path[position];
+  while (true) {
+    const std::size_t start = position + 1;
+    position = FindSpecial(path, start);
+    text.append(path, start, position - start);
+    if (position < path.size() && path[position] == '"') return text;
+    if (++position >= path.size()) LogAndThrow("Reference missing closing '\"', path=" + path);
+    // Only a backslash and a quotation mark are escaped; before others the backslash stays.
+    if (!IsSpecial(path[position])) text += '\\';
+    text += path[position];
   }
-  if (position >= path.size()) LogAndThrow("Reference missing closing '\"', path=" + path);
-  return text;
 }
 
 void AppendEscaped(std::string& path, const std::string& text) {
+  path.reserve(path.size() + text.size() +
+               static_cast<std::size_t>(std::count_if(text.begin(), text.end(), IsSpecial)));
   for (const char c : text) {
-    if (c == '"' || c == '\\') path += '\\';
+    if (IsSpecial(c)) path += '\\';
     path += c;
   }
 }
@@ -139,16 +157,20 @@ void TCIMReferenceImpl::ParseKey(TCIMReferenceImpl* target,
     // At debug level, unlike its siblings, and that is meant.
     LogAndThrow(ILogger::kHWXLogDebug, "Reference missing opening '\"', path=" + path);
   }
+  // A map of this one key, whose entry is handed over: copies would add up where references nest.
+  std::map<std::string, TCIMValue> key;
   if (decl->GetDefaultValue(TCIMContext()).IsReference()) {
     if (depth >= kMaxNesting) LogAndThrow("Reference nests too deeply, path=" + path);
-    TCIMReference reference(ns, fContext);
-    ParsePathAtDepth(reference.GetBody(), path, position, depth + 1);
-    target->AddKeyValue(name, TCIMValue(reference));
+    auto nested = std::make_unique<TCIMReferenceValueImpl>(TCIMReference(ns, fContext));
+    ParsePathAtDepth(nested->GetReference().GetBody(), path, position, depth + 1);
+    key[name].SetBody(std::move(nested));
   } else {
     std::string text = ParseQuotedText(path, position);
     const TCIMValue::TCIMType type = decl->GetType(TCIMContext());
-    target->AddKeyValue(name, TCIMValue(type, text, ns));
+    key.try_emplace(name, type, text, ns);
   }
+  target->CheckKey(name, key.begin()->second);
+  target->fKeyBindings.insert(target->fKeyBindings.end(), key.extract(key.begin()));
 }
 
 std::string TCIMReferenceImpl::GetPath() const {
@@ -171,16 +193,20 @@ std::string TCIMReferenceImpl::GetPath() const {
 }
 
 void TCIMReferenceImpl::AddKeyValue(const std::string& name, const TCIMValue& value) {
+  CheckKey(name, value);
+  // A key that is there stays, and that is meant. Keys mostly come in order.
+  fKeyBindings.try_emplace(fKeyBindings.end(), name, value);
+}
+
+void TCIMReferenceImpl::CheckKey(const std::string& name, const TCIMValue& value) const {
   if (!fClass) throw THWXException(kHWXStatusInvalidOpSequence);
   const TCIMValue::TCIMType declared =
       Existing(fClass->GetPropertyDecl(name, TCIMContext()))->GetType(TCIMContext());
-  if (declared != value.GetType()) {
-    TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError,
-                                                 "Core: Declaration type: " + declared.ToString() +
-                                                     " Value type: " + value.GetType().ToString());
-    throw THWXException(kHWXStatusTypeMismatch);
-  }
-  fKeyBindings.try_emplace(name, value);  // a key that is there stays, and that is meant
+  if (declared == value.GetType()) return;
+  TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError,
+                                               "Core: Declaration type: " + declared.ToString() +
+                                                   " Value type: " + value.GetType().ToString());
+  throw THWXException(kHWXStatusTypeMismatch);
 }
 
 void TCIMReferenceImpl::EnumerateKeyBindings(
@@ -261,7 +287,17 @@ bool TCIMReferenceImpl::operator==(const TCIMReferenceImpl& other) const {
 
 bool TCIMReferenceImpl::operator<(const TCIMReferenceImpl& other) const {
   if (fClass != other.fClass) return fClass < other.fClass;
-  return fKeyBindings < other.fKeyBindings;
+  // As maps compare, with each pair of names compared once.
+  auto mine = fKeyBindings.begin();
+  auto theirs = other.fKeyBindings.begin();
+  for (; theirs != other.fKeyBindings.end(); ++mine, ++theirs) {
+    if (mine == fKeyBindings.end()) return true;
+    const int names = mine->first.compare(theirs->first);
+    if (names != 0) return names < 0;
+    if (mine->second < theirs->second) return true;
+    if (theirs->second < mine->second) return false;
+  }
+  return false;
 }
 
 }  // namespace NQORHWX20

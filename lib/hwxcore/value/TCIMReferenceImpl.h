@@ -60,6 +60,8 @@ class TCIMReferenceImpl {
                 ICIMClass& keyClass, const std::string& path, unsigned long& position,
                 unsigned depth);
 
+  void CheckKey(const std::string& name, const TCIMValue& value) const;
+
   TCIMReference* fOwner;
   boost::weak_ptr<ICIMNamespace> fNamespace;
   TCIMContext fContext;

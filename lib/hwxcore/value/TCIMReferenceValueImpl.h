@@ -17,7 +17,10 @@ class TCIMReferenceValueImpl : public TCIMValueImpl {
   TCIMReferenceValueImpl(const TCIMReferenceValueImpl&) = default;
   ~TCIMReferenceValueImpl() override;
 
-  operator TCIMReference() const override;
+  operator TCIMReference() const override;  // NOLINT(google-explicit-constructor)
+
+  /// The reference itself, to be filled in before a value takes the body.
+  TCIMReference& GetReference() { return fValue; }
 
   /// The path, whatever the base.
   std::string ToString(unsigned char base) const override;
