@@ -1,25 +1,17 @@
 #include "hwx/CommandLine.h"
 
-#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <sstream>
+#include <utility>
 
+#include "hwx/CommandOptions.h"
 #include "hwx/Printable.h"
 
 namespace hwx {
 
 namespace {
 
-const char kNotEmpty[] = "may not be empty";
-
-// An option whose argument stays missing unless it is given.
-CLI::Option* AddText(CLI::App& app, const char* name, std::optional<std::string>& target,
-                     const char* description, const char* argument) {
-  const auto check = [](const std::string& text) {
-    return std::string(text.empty() ? kNotEmpty : "");
-  };
-  return app.add_option(name, target, description)->check(check)->type_name(argument);
-}
-
-void AddGlobalOptions(CLI::App& app, TOptions& options) {
+void AddGlobalOptions(CLI::App& app, TGlobalOptions& options) {
   AddText(app, "--firmware", options.fFirmware,
           "Read the firmware tables from there, not from this\n"
           "machine: a file as \"dmidecode --dump-bin\" writes it,\n"
@@ -29,33 +21,31 @@ void AddGlobalOptions(CLI::App& app, TOptions& options) {
   app.add_flag("--verbose", options.fVerbose, "Write a log, with debug messages too");
 }
 
-void AddCommands(CLI::App& app, TOptions& options) {
-  const char* const footer = "The options of hwx itself may stand here too; see hwx --help.";
-  const char* const json = "Print JSON, for programs";
-  CLI::App* const identity = app.add_subcommand("identity", "Show who this machine is");
-  identity->footer(footer);
-  identity->add_flag("--json", options.fJson, json);
-  identity->callback([&options] { options.fCommand = ECommand::kIdentity; });
-
-  CLI::App* const providers =
-      app.add_subcommand("providers", "Show which plug-ins there are, and which of them load");
-  providers->footer(footer);
-  providers->add_flag("--json", options.fJson, json);
-  AddText(*providers, "--plugin-dir", options.fPluginDirectory,
-          "Look for plain plug-ins in the subdirectories of DIR", "DIR");
-  providers->callback([&options] { options.fCommand = ECommand::kProviders; });
+std::vector<CLI::App*> AddCommands(CLI::App& app, const std::vector<CommandPtr>& commands) {
+  std::vector<CLI::App*> added;
+  added.reserve(commands.size());
+  for (const CommandPtr& command : commands)
+    added.push_back(command->AddTo(app));
+  return added;
 }
 
 TNotice UsageError(const std::string& message) {
   return {kExitUsage, "hwx: " + Printable(message) + "\nRun \"hwx --help\" for how it is used.\n"};
 }
 
+// Whether the command line names a command, and one of its own where the command has some.
+bool NamesCommand(const CLI::App& app) {
+  const std::vector<CLI::App*> chosen = app.get_subcommands();
+  if (!chosen.empty()) return NamesCommand(*chosen.front());
+  return app.get_subcommands(nullptr).empty();
+}
+
 TNotice Unexpected(const CLI::App& app) {
   const std::string first = app.remaining(true).front();
   const bool isOption = first.size() > 1 && first.front() == '-';
-  const bool isCommand = app.get_subcommands().empty();
-  const char* const kind =
-      isOption ? "unknown option" : (isCommand ? "unknown command" : "unexpected argument");
+  const char* const kind = isOption            ? "unknown option"
+                           : NamesCommand(app) ? "unexpected argument"
+                                               : "unknown command";
   return UsageError(kind + (" \"" + first + "\""));
 }
 
@@ -74,16 +64,19 @@ TNotice NoticeOf(const CLI::App& app, const CLI::ParseError& end) {
 
 }  // namespace
 
-std::variant<TOptions, TNotice> ParseCommandLine(int argc, const char* const* argv) {
-  TOptions options;
+std::variant<TRequest, TNotice> ParseCommandLine(int argc, const char* const* argv,
+                                                 std::vector<CommandPtr> commands) {
+  TRequest request;
   CLI::App app("Shows who this machine is, from what its firmware and operating system tell",
                "hwx");
   app.set_version_flag("--version", "hwx " HWX_VERSION, "Print the version and exit");
   app.set_help_flag("-h,--help", "Print this help and exit");
   app.fallthrough();  // the options of hwx itself may also follow the command
   app.require_subcommand(0, 1);
-  AddGlobalOptions(app, options);
-  AddCommands(app, options);
+  AddGlobalOptions(app, request.fOptions);
+  // Commands take over the footer that stands when they are added.
+  app.footer("The options of hwx itself may stand here too; see hwx --help.");
+  const std::vector<CLI::App*> added = AddCommands(app, commands);
   app.footer(
       "Exit status: 0 when the command did its work, 1 when it couldn't, 2 for wrong usage.");
   try {
@@ -91,8 +84,11 @@ std::variant<TOptions, TNotice> ParseCommandLine(int argc, const char* const* ar
   } catch (const CLI::ParseError& end) {
     return NoticeOf(app, end);
   }
-  if (app.get_subcommands().empty()) return TNotice{kExitUsage, WholeLines(app.help())};
-  return options;
+  const std::vector<CLI::App*> chosen = app.get_subcommands();
+  if (chosen.empty()) return TNotice{kExitUsage, WholeLines(app.help())};
+  const auto place = std::find(added.begin(), added.end(), chosen.front());
+  request.fCommand = std::move(commands[static_cast<std::size_t>(place - added.begin())]);
+  return request;
 }
 
 }  // namespace hwx

@@ -3,28 +3,18 @@
 #ifndef HWX_COMMANDLINE_H
 #define HWX_COMMANDLINE_H
 
-#include <optional>
 #include <string>
 #include <variant>
+#include <vector>
+
+#include "hwx/Command.h"
 
 namespace hwx {
 
-/// The exit statuses of the program.
-enum EExitStatus : int {
-  kExitOK = 0,      ///< The command did its work.
-  kExitFailed = 1,  ///< It couldn't; why stands on the standard error stream.
-  kExitUsage = 2    ///< The command line is wrong.
-};
-
-enum class ECommand { kIdentity, kProviders };
-
-struct TOptions {
-  ECommand fCommand = ECommand::kIdentity;
-  bool fJson = false;
-  bool fVerbose = false;
-  std::optional<std::string> fFirmware;
-  std::optional<std::string> fLogDirectory;
-  std::optional<std::string> fPluginDirectory;
+/// A command to run.
+struct TRequest {
+  TGlobalOptions fOptions;
+  CommandPtr fCommand;
 };
 
 /// Text to print in place of running a command: help and version on the standard output, with the
@@ -34,8 +24,9 @@ struct TNotice {
   std::string fText;  ///< Whole lines.
 };
 
-/// Reads the command line. Throws nothing of its own.
-std::variant<TOptions, TNotice> ParseCommandLine(int argc, const char* const* argv);
+/// Reads the command line, which is for one of `commands`. Throws nothing of its own.
+std::variant<TRequest, TNotice> ParseCommandLine(int argc, const char* const* argv,
+                                                 std::vector<CommandPtr> commands);
 
 }  // namespace hwx
 

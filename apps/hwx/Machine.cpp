@@ -79,4 +79,14 @@ boost::shared_ptr<ICIMNamespace> OpenMachine() {
   return OpenedNamespace(*RegisteredSource());
 }
 
+boost::shared_ptr<ICIMNamespace> OpenMachine(const TGlobalOptions& options) {
+  const TMachine machine = OpenMachine();
+  if (!options.fFirmware) return machine;
+  const auto status = FirmwareStatus(machine);
+  if (status && !status->empty()) {
+    throw TFailure("--firmware " + *options.fFirmware + ": " + *status);
+  }
+  return machine;
+}
+
 }  // namespace hwx

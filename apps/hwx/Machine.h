@@ -6,6 +6,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include "hwx/Command.h"
 #include "hwxcore/schema/ICIMNamespace.h"
 
 namespace hwx {
@@ -13,6 +14,10 @@ namespace hwx {
 /// The namespace of the provider "plugin". Throws `TFailure`, which says at which step the road
 /// ended.
 boost::shared_ptr<NQORHWX20::ICIMNamespace> OpenMachine();
+
+/// The same for a command. What the user gave in place of the machine's tables must be good, or
+/// `TFailure` says what is wrong with it; the machine's own tables needn't be.
+boost::shared_ptr<NQORHWX20::ICIMNamespace> OpenMachine(const TGlobalOptions& options);
 
 }  // namespace hwx
 

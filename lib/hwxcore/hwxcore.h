@@ -4,7 +4,9 @@
 // The whole public interface.
 
 #include "hwxcore/diagnostics/ILogger.h"
+#include "hwxcore/diagnostics/TBoostAssertException.h"
 #include "hwxcore/diagnostics/TCommUtil.h"
+#include "hwxcore/diagnostics/TConfig.h"
 #include "hwxcore/diagnostics/TLogger.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/schema/ICIMClass.h"

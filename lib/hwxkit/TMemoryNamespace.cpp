@@ -62,6 +62,10 @@ void TMemoryNamespace::CommitClass(const boost::shared_ptr<TMemoryClass>& newCla
   newClass->Finish(++fCommitments);
 }
 
+std::vector<boost::shared_ptr<TMemoryClass> > TMemoryNamespace::GetClasses() const {
+  return fClasses.Items();
+}
+
 boost::shared_ptr<TMemoryClass> TMemoryNamespace::FindClass(const std::string& name) const {
   return fClasses.Find(name);
 }

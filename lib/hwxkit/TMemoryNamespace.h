@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "hwxcore/schema/ICIMNamespace.h"
 #include "hwxkit/TMemoryQualifierDecl.h"
@@ -78,6 +79,9 @@ class TMemoryNamespace : public ICIMNamespace,
   /// for a reference without a class.
   boost::shared_ptr<ICIMInstance> GetInstance(const TCIMReference& reference,
                                               TCIMContext context) override;
+
+  /// All classes, in the order of commitment: each behind its superclass.
+  std::vector<boost::shared_ptr<TMemoryClass> > GetClasses() const;
 
   /// The committed class of that name, or an empty pointer.
   boost::shared_ptr<TMemoryClass> FindClass(const std::string& name) const;

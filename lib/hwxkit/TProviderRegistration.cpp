@@ -8,9 +8,12 @@
 namespace NQORHWX20 {
 
 TProviderRegistration::TProviderRegistration(const std::string& name,
-                                             const TNamespaceFactory& factory) {
-  TRootObject::GetNamespaceProviderManager()->RegisterNamespaceProvider(
-      boost::make_shared<TMemoryProvider>(name, factory));
+                                             const TNamespaceFactory& factory)
+    : TProviderRegistration(boost::make_shared<TMemoryProvider>(name, factory)) {}
+
+TProviderRegistration::TProviderRegistration(
+    const boost::shared_ptr<INamespaceProvider>& provider) {
+  TRootObject::GetNamespaceProviderManager()->RegisterNamespaceProvider(provider);
 }
 
 }  // namespace NQORHWX20

@@ -1,6 +1,7 @@
 #ifndef HWXKIT_TPROVIDERREGISTRATION_H
 #define HWXKIT_TPROVIDERREGISTRATION_H
 
+#include <boost/shared_ptr.hpp>
 #include <string>
 
 #include "hwxkit/TMemoryProvider.h"
@@ -18,7 +19,10 @@ namespace NQORHWX20 {
 /// Thread-safety: none, as the registry has none: load plug-ins from one thread at start-up.
 class TProviderRegistration {
  public:
+  /// Enters a `TMemoryProvider`.
   TProviderRegistration(const std::string& name, const TNamespaceFactory& factory);
+  /// Enters a provider of the plug-in's own.
+  explicit TProviderRegistration(const boost::shared_ptr<INamespaceProvider>& provider);
 };
 
 }  // namespace NQORHWX20

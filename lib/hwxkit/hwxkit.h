@@ -4,10 +4,12 @@
 // The whole kit for writing namespace providers.
 
 #include "hwxkit/CIMName.h"
+#include "hwxkit/IContainerSource.h"
 #include "hwxkit/INamespaceSource.h"
 #include "hwxkit/QualifierFlags.h"
 #include "hwxkit/StandardQualifiers.h"
 #include "hwxkit/TClassBuilder.h"
+#include "hwxkit/TContainerException.h"
 #include "hwxkit/TInstanceList.h"
 #include "hwxkit/TMemoryClass.h"
 #include "hwxkit/TMemoryInstance.h"

@@ -36,8 +36,11 @@ class PluginRoot {
 
   PluginRoot() {
     std::filesystem::create_directory(Path());
-    AddLibrary(HWX_TEST_CORE_LIBRARY);
-    AddLibrary(HWX_TEST_LOGGER_LIBRARY);  // which the core looks for beside itself
+    const std::filesystem::path core = HWX_TEST_CORE_LIBRARY;
+    AddLibrary(core);
+    // What the core looks for beside itself.
+    for (const char* companion : {"liblogger.so", "libsmbios.so", "libhwxbase.so"})
+      AddLibrary(core.parent_path() / companion);
   }
 
   std::string Path() const { return fDirectory / "root"; }

@@ -5,6 +5,9 @@
 #include <numeric>
 #include <stdexcept>
 
+#include "support/Dmidecode.h"
+#include "support/TemporaryDirectory.h"
+
 namespace hwxtest {
 
 namespace {
@@ -27,6 +30,13 @@ Bytes Dump(Bytes entryPoint, const Bytes& table) {
   entryPoint.resize(kDumpHeaderSize);
   entryPoint.insert(entryPoint.end(), table.begin(), table.end());
   return entryPoint;
+}
+
+// dmidecode reads no directory of the kernel's files.
+void ExpectDmidecodeAgreesOn(const SmbiosTables& tables) {
+  const TemporaryDirectory directory;
+  WriteBytes(directory / "dump", tables.Dump64());
+  ExpectDmidecodeAgrees(directory / "dump");
 }
 
 // Gathers the strings of a structure and gives each its number.
@@ -132,10 +142,12 @@ void SmbiosTables::WriteDirectory(const std::string& directory) const {
   std::filesystem::create_directories(directory);
   WriteBytes(directory + "/smbios_entry_point", EntryPoint64());
   WriteBytes(directory + "/DMI", fTable);
+  ExpectDmidecodeAgreesOn(*this);
 }
 
 void SmbiosTables::WriteDump(const std::string& path) const {
   WriteBytes(path, Dump64());
+  ExpectDmidecodeAgrees(path);
 }
 
 void FixChecksums32(Bytes& bytes) {

@@ -58,7 +58,8 @@ class SmbiosTables {
   Bytes Dump64() const;
 
   /// Write the files `smbios_entry_point` (64-bit) and `DMI` to a directory, which is made with its
-  /// parents, or the 64-bit dump to a file.
+  /// parents, or the 64-bit dump to a file. Where dmidecode is installed, the test also expects
+  /// that it reads the same strings of type 0 and type 1 in them.
   void WriteDirectory(const std::string& directory) const;
   void WriteDump(const std::string& path) const;
 

@@ -1,6 +1,8 @@
 #ifndef HWXCORE_OS_TOSSPECIFIC_H
 #define HWXCORE_OS_TOSSPECIFIC_H
 
+#include <cstdint>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -17,7 +19,9 @@ class INamespaceConsumer;
 ///
 /// - Constants, directory primitives, clock, system log   TOSSpecificLinux.cpp
 /// - Files and paths                                       TOSSpecificLinuxFiles.cpp
+/// - Child processes                                       TOSSpecificLinuxProcess.cpp
 /// - Plug-in discovery and loading                         TOSSpecificLinuxPlugins.cpp
+/// - Machine identity from firmware                        TOSSpecificLinuxFirmware.cpp
 ///
 /// Paths are byte strings. Failures are thrown as `THWXException` unless a member says otherwise.
 ///
@@ -59,11 +63,110 @@ class TOSSpecific {
   /// Logs `text` at debug level, behind "TOSSpecific debug output: ".
   static void DebugOut(std::string text);
 
-  // Files and paths.
+  // Files and paths. Nothing is tried twice, and what a failed operation has made stays.
+
+  /// Whether `path` is anything but a directory, or a link to such.
+  static bool FileExists(std::string path);
+
+  /// The size in bytes of a file, or of what a link leads to. Throws `kHWXStatusFileNotFound`, also
+  /// for a directory.
+  static std::int64_t GetFileSize(std::string path);
+
+  /// Throws `kHWXStatusFail`, also for a path of 1024 bytes or more.
+  static std::string GetCurrentDir();
 
   /// The directory that holds this library, without a separator at its end. Throws
   /// `kHWXStatusFileSystemError` if the loader can't tell.
   static std::string GetHWXRootPath();
+
+  /// Makes a file that holds `content`, or empties the one there is; a new one gets mode 0666 less
+  /// the umask. Whether all of `content` could be written isn't told. Returns false, after a debug
+  /// line, if the file can't be opened.
+  static bool createFile(std::string path, std::string content);
+
+  /// Removes a file, whether it is there or not, and returns true, whether it could or not.
+  ///
+  /// The path is handed to a shell as it is, in the command `rm -f`. The shell splits it at blanks,
+  /// expands wildcards and variables, and obeys ";", "|", "$(...)" and the like; a text that begins
+  /// with "-" is an option to `rm`. Never pass a path that comes from outside.
+  static bool deleteFile(std::string path);
+
+  /// Copies the bytes of a file. A new file gets the source's mode less the umask. A file that is
+  /// there isn't emptied: if it is longer, its tail stays behind the copy. Throws
+  /// `kHWXStatusFileSystemError`; what was copied till then stays.
+  static void FileCopy(std::string source, std::string destination);
+
+  /// Copies the files of a directory, as `FileCopy` does, and with `recursive` its subdirectories
+  /// with theirs. Links are followed; an entry that can't be looked at, such as a broken link, is
+  /// passed over. `destination` is made where it is missing, its parents aren't. An empty text
+  /// means the root directory. Throws `kHWXStatusFileSystemError`, or what `CreateDir` and
+  /// `FileCopy` throw; the handle of `source` then stays open, except if that is what failed.
+  static void DirCopy(std::string source, std::string destination, bool recursive);
+
+  /// Opens `path` for output on `stream`, which is closed first if it is open, and empties the
+  /// file. Throws `kHWXStatusAccessDenied` if the user has no right to, otherwise
+  /// `kHWXStatusFileSystemError`, each after a log entry and with the stream's fail bit set.
+  static void OpenOutputFileStream(std::ofstream& stream, std::string path);
+
+  /// The names in a directory, without "." and "..", in the directory's own order. Throws
+  /// `kHWXStatusFileSystemError` if it can't be opened. Each call costs a descriptor for the life
+  /// of the process: the directory is never closed.
+  static std::vector<std::string> ListDir(std::string path);
+
+  /// The lines that the program `find` prints for `path`: the path and all that lies below it. Its
+  /// complaints, about a path that is missing or may not be read, are lines like any other. A text
+  /// that begins with "-" is an expression to `find`. What has come after 300 seconds of silence is
+  /// taken for all; should that end within a line, the call never returns and takes memory without
+  /// end. Throws what `SpawnProcess` throws.
+  static std::vector<std::string> FindFile(std::string path);
+
+  /// `path` behind `base`, with one separator between, if `path` is relative and `base` isn't
+  /// empty; otherwise `path`. One separator at the end of `path` goes first; a path that is empty
+  /// then is relative.
+  static std::string RelocateRelativePath(std::string base, std::string path);
+
+  // Child processes: run a program and gather what it prints, errors and all, in the order of
+  // writing. All four forms work alike:
+  //
+  // - The child inherits every open descriptor, and the standard input with them. Two threads may
+  //   spawn at once, but each child then holds the other's pipe open until it ends.
+  // - `timeout`, in whole seconds, bounds each wait for output and begins anew with each piece that
+  //   comes: a child that prints now and then may run for ever. -1 means no limit, 0 that the
+  //   output has to be there at once; other numbers below 0 fail. A signal that the caller handles
+  //   while it waits ends the wait as a failure.
+  // - A child whose wait ended so is left running: it is neither killed nor waited for, gets
+  // SIGPIPE
+  //   when it next prints, and stays a zombie until the caller ends.
+  // - The end of the output comes when all who hold the pipe are gone, background processes of the
+  //   child among them. The wait for the child's own end, after that, has no limit.
+  // - The output is taken in chunks of up to 4095 bytes; a NUL byte ends its chunk, and the rest of
+  //   that chunk is lost.
+  // - Throws `kHWXStatusFail`, after a log entry, if no child can be made. Both ends of the pipe
+  //   then stay open.
+  //
+  // No shell is involved: arguments reach the program as they are.
+
+  /// Runs `command`, searched for along PATH, in the caller's environment, and appends its output
+  /// to `output`. Returns 0 if the child ended by itself with status 0, and -1 in every other case,
+  /// also if there is no such program (nothing is then printed) or no pipe.
+  static int SpawnProcess(std::string command, std::vector<std::string> arguments,
+                          std::string& output, int timeout);
+
+  /// The same; returns the output. Whether the program succeeded, or was waited for to its end,
+  /// isn't told.
+  static std::string SpawnProcess(std::string command, std::vector<std::string> arguments,
+                                  int timeout);
+
+  /// The same for a program and its arguments, split at each single blank. There is no quoting: two
+  /// blanks in a row give an empty argument, and so does a blank at the end.
+  static std::string SpawnProcess(std::string commandLine, int timeout);
+
+  /// Runs the file `path`, not searched for, with `processName` as its first argument and
+  /// `environment`, of texts "NAME=value", as all of its environment. Result and output as in the
+  /// first form.
+  static int SpawnProcess(const std::string& processName, const std::vector<std::string>& arguments,
+                          const std::string& path, const std::vector<std::string>& environment,
+                          std::string& output, int timeout);
 
   // Plug-in discovery and loading. Nothing that is loaded is ever closed again. The symbols of each
   // plug-in are visible to everything that is loaded after it.
@@ -107,6 +210,64 @@ class TOSSpecific {
   static std::string BuildSpecificationPath(std::string path);
   /// Path of the plug-in's registration document, in the same way.
   static std::string BuildRegistrationPath(std::string path, std::string pluginWord);
+
+  // Machine identity from firmware. Each call opens the firmware's tables and reads them anew; what
+  // it does is logged at debug level. None of them throws `THWXException`: where the firmware can't
+  // be read, a default stands in.
+
+  /// The four characters of the machine type in the product name, behind its first "-" and the
+  /// bracket there, or in front of the model where the name is the two alone. Fewer if the name
+  /// ends there. "0000" if there is none or the tables can't be read.
+  ///
+  /// Throws `std::out_of_range` if the name ends in its first "-". The handle and the buffer of the
+  /// read then stay unreleased.
+  static std::string GetMachineType();
+
+  /// The machine type that a table gives for the BIOS's build, so that it doesn't hang on the
+  /// product name; that of `GetMachineType`, with its exceptions, if the table has none or the BIOS
+  /// version can't be read.
+  static std::string GetMachineTypeFromID();
+
+  /// The first two characters of the BIOS's build, as the firmware writes them; "00" if the BIOS
+  /// version can't be read or is shorter. Throws `std::out_of_range` if the version is longer and
+  /// the build in it is shorter than that.
+  static std::string GetBiosID();
+
+  /// What the firmware says of the machine: `field` is "type", "name" (the product name up to its
+  /// first "-"), "model" (three characters) or "SN" (the serial number as it stands there, fillers
+  /// too). Any other gives "error param of GetMachineInfo".
+  ///
+  /// The type is "0000" and the others "Unknown" where there is none; all are "0000" if the tables
+  /// can't be opened. Without a product name, there is none of them. Throws `std::out_of_range` if
+  /// the product name ends less than six characters behind the start of its first "-", or if the
+  /// firmware has no serial number of the number that it tells, and leaves then what
+  /// `GetMachineType` leaves.
+  static std::string GetMachineInfo(std::string field);
+  static std::string GetMachineSN();     ///< `GetMachineInfo("SN")`.
+  static std::string GetMachineModel();  ///< `GetMachineInfo("model")`.
+  static std::string GetMachineName();   ///< `GetMachineInfo("name")`.
+
+  /// `GetMachineName()`: the firmware's product name, not the name of an operating system.
+  static std::string GetOperatingSystemName();
+
+  /// Copies the string numbered `index`, from 1, of the `size` bytes from `src` to `dst` and
+  /// returns 1; 0, and `dst` untouched, if there is none that a NUL ends within them. The first
+  /// string is copied without its NUL, the others with it, so `dst` must hold `size` bytes, of
+  /// zeros if a text is to be read from it.
+  static int getBIDString(char* src, char* dst, int size, int index);
+
+  /// The strings in the `size` bytes from `text`: the first up to `separator`, the others up to a
+  /// NUL. One whose end lies in the last two bytes, or behind them, is left out.
+  static std::vector<std::string> multiStringTok(char* text, unsigned long size, char separator);
+
+  /// Deletes brackets and what lies outside them: everything up to the first "[", then everything
+  /// from the first "]" on. Nothing else is removed. Returns 1.
+  static int removeNonAlpaNumeric(std::string& text);
+
+  /// Takes a version apart. `build` is a copy of `text`; it keeps what lies in front of the second
+  /// "-", or the first if there is one only, and `text` what lies behind it. Without any, both stay
+  /// as they are. Returns 1.
+  static int breakApartVersion(std::string& text, std::string& build);
 };
 
 }  // namespace NQORHWX20

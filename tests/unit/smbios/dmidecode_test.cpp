@@ -5,30 +5,16 @@
 #include <cstdio>
 
 #include "smbios/TableReader.h"
+#include "support/Dmidecode.h"
 #include "support/SmbiosTables.h"
 #include "support/TemporaryDirectory.h"
 
 namespace {
 
 using hwxtest::Bytes;
+using hwxtest::Dmidecode;
 using hwxtest::SmbiosTables;
 using smbios::TStructure;
-
-std::string OutputOf(const std::string& command) {
-  std::string output;
-  FILE* pipe = ::popen(command.c_str(), "r");
-  char block[4096];
-  while (const std::size_t count = std::fread(block, 1, sizeof block, pipe)) {
-    output.append(block, count);
-  }
-  ::pclose(pipe);
-  return output;
-}
-
-// Administrators' tools are often outside a user's path.
-std::string Dmidecode(const std::string& arguments) {
-  return OutputOf("PATH=$PATH:/usr/sbin:/sbin dmidecode " + arguments + " 2>/dev/null");
-}
 
 template <class... Args>
 std::string Format(const char* format, Args... args) {
@@ -66,7 +52,7 @@ std::string Undecoded(const TStructure& structure) {
 class DmidecodeComparison : public testing::Test {
  protected:
   void SetUp() override {
-    if (Dmidecode("--version").empty()) GTEST_SKIP() << "SKIPPED: dmidecode is not installed";
+    if (!hwxtest::HasDmidecode()) GTEST_SKIP() << "SKIPPED: dmidecode is not installed";
   }
 
   void ExpectSameStructures(const Bytes& dump) {

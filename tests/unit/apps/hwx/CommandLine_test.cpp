@@ -2,7 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
 #include <vector>
+
+#include "hwx/CommandOptions.h"
+#include "hwx/Commands.h"
 
 namespace hwx {
 namespace {
@@ -10,16 +14,52 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-std::variant<TOptions, TNotice> Parse(std::vector<const char*> arguments) {
+// Takes the place of a command, and tells which one was chosen.
+class TRecordingCommand : public ICommand {
+ public:
+  TRecordingCommand(CommandPtr command, std::string& chosen)
+      : fCommand(std::move(command)), fChosen(chosen) {}
+
+  CLI::App* AddTo(CLI::App& program) override {
+    CLI::App* const app = fCommand->AddTo(program);
+    fName = app->get_name();
+    return app;
+  }
+
+  int Run(const TGlobalOptions&) override {
+    fChosen = fName;
+    return kExitOK;
+  }
+
+ private:
+  CommandPtr fCommand;
+  std::string fName;
+  std::string& fChosen;
+};
+
+std::variant<TRequest, TNotice> Parse(std::vector<const char*> arguments,
+                                      std::vector<CommandPtr> commands = AllCommands()) {
   arguments.insert(arguments.begin(), "hwx");
-  return ParseCommandLine(static_cast<int>(arguments.size()), arguments.data());
+  return ParseCommandLine(static_cast<int>(arguments.size()), arguments.data(),
+                          std::move(commands));
 }
 
-TOptions Options(const std::vector<const char*>& arguments) {
+TGlobalOptions Options(const std::vector<const char*>& arguments) {
   const auto result = Parse(arguments);
   if (const auto* notice = std::get_if<TNotice>(&result)) ADD_FAILURE() << notice->fText;
-  const auto* options = std::get_if<TOptions>(&result);
-  return options ? *options : TOptions();
+  const auto* request = std::get_if<TRequest>(&result);
+  return request ? request->fOptions : TGlobalOptions();
+}
+
+// The command that would run.
+std::string Chosen(const std::vector<const char*>& arguments) {
+  std::string chosen;
+  std::vector<CommandPtr> commands;
+  for (CommandPtr& command : AllCommands())
+    commands.push_back(std::make_unique<TRecordingCommand>(std::move(command), chosen));
+  const auto result = Parse(arguments, std::move(commands));
+  if (const auto* request = std::get_if<TRequest>(&result)) request->fCommand->Run({});
+  return chosen;
 }
 
 TNotice Notice(const std::vector<const char*>& arguments) {
@@ -37,21 +77,19 @@ std::string UsageError(const std::vector<const char*>& arguments) {
 }
 
 TEST(CommandLine, ReadsTheCommand) {
-  EXPECT_EQ(Options({"identity"}).fCommand, ECommand::kIdentity);
-  EXPECT_EQ(Options({"providers"}).fCommand, ECommand::kProviders);
+  for (const char* command : {"identity", "providers"})
+    EXPECT_EQ(Chosen({command}), command);
 }
 
 TEST(CommandLine, LeavesOutWhatIsNotGiven) {
-  const TOptions options = Options({"identity"});
-  EXPECT_FALSE(options.fJson);
+  const TGlobalOptions options = Options({"identity"});
   EXPECT_FALSE(options.fVerbose);
   EXPECT_FALSE(options.fFirmware);
   EXPECT_FALSE(options.fLogDirectory);
-  EXPECT_FALSE(options.fPluginDirectory);
 }
 
 TEST(CommandLine, TakesItsOwnOptionsBeforeTheCommand) {
-  const TOptions options =
+  const TGlobalOptions options =
       Options({"--firmware", "a.bin", "--log-dir=/tmp/x", "--verbose", "identity"});
   EXPECT_EQ(options.fFirmware, "a.bin");
   EXPECT_EQ(options.fLogDirectory, "/tmp/x");
@@ -59,9 +97,8 @@ TEST(CommandLine, TakesItsOwnOptionsBeforeTheCommand) {
 }
 
 TEST(CommandLine, TakesItsOwnOptionsBehindTheCommandToo) {
-  const TOptions options =
+  const TGlobalOptions options =
       Options({"identity", "--json", "--firmware", "a.bin", "--verbose", "--log-dir", "x"});
-  EXPECT_TRUE(options.fJson);
   EXPECT_EQ(options.fFirmware, "a.bin");
   EXPECT_EQ(options.fLogDirectory, "x");
   EXPECT_TRUE(options.fVerbose);
@@ -72,7 +109,7 @@ TEST(CommandLine, TakesVerboseMoreThanOnce) {
 }
 
 TEST(CommandLine, TakesThePluginDirectoryWithProvidersAlone) {
-  EXPECT_EQ(Options({"providers", "--plugin-dir", "d"}).fPluginDirectory, "d");
+  EXPECT_EQ(Chosen({"providers", "--plugin-dir", "d"}), "providers");
   EXPECT_EQ(UsageError({"identity", "--plugin-dir", "d"}), "hwx: unknown option \"--plugin-dir\"");
 }
 

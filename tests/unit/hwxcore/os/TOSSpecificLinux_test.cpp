@@ -9,6 +9,7 @@
 #include "hwxcore/diagnostics/TLogger.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "support/ChildProcess.h"
+#include "support/Descriptors.h"
 #include "support/FakeClock.h"
 #include "support/FakeSystemLog.h"
 #include "support/ScopedEnvironment.h"
@@ -18,6 +19,7 @@
 
 using hwxtest::FakeClock;
 using hwxtest::FakeSystemLog;
+using hwxtest::OpenDescriptors;
 using hwxtest::ScopedEnvironment;
 using hwxtest::ScopedLogCapture;
 using hwxtest::TemporaryDirectory;
@@ -242,11 +244,6 @@ TEST(TOSSpecificOutputLogString, DoesNothing) {
   TOSSpecific::OutputLogString("text");
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-}
-
-std::size_t OpenDescriptors() {
-  const std::filesystem::directory_iterator descriptors("/proc/self/fd");
-  return static_cast<std::size_t>(std::distance(begin(descriptors), end(descriptors)));
 }
 
 // What reaches the system log of one event.

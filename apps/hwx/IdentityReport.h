@@ -1,14 +1,13 @@
-// What the commands print: tables for people, JSON for programs. Both end in a newline and hold
-// nothing that steers a terminal, whatever the firmware says.
+// What the command "identity" prints: a table for people, JSON for programs. Both end in a newline
+// and hold nothing that steers a terminal, whatever the firmware says.
 // Thread-safety: functions without state.
 
-#ifndef HWX_REPORT_H
-#define HWX_REPORT_H
+#ifndef HWX_IDENTITYREPORT_H
+#define HWX_IDENTITYREPORT_H
 
 #include <string>
 
 #include "hwx/Identity.h"
-#include "hwx/Providers.h"
 
 namespace hwx {
 
@@ -19,12 +18,6 @@ std::string IdentityText(const TIdentity& identity);
 /// UTF-8 are replaced by U+FFFD; characters outside ASCII are escaped.
 std::string IdentityJson(const TIdentity& identity);
 
-/// A paragraph for each kind of plug-in.
-std::string ProvidersText(const TPluginList& list);
-
-/// The same as JSON.
-std::string ProvidersJson(const TPluginList& list);
-
 }  // namespace hwx
 
-#endif  // HWX_REPORT_H
+#endif  // HWX_IDENTITYREPORT_H

@@ -1,8 +1,8 @@
-#include "hwx/Report.h"
+#include "hwx/ProvidersReport.h"
 
-#include <nlohmann/json.hpp>
 #include <vector>
 
+#include "hwx/Json.h"
 #include "hwx/Printable.h"
 #include "hwx/Table.h"
 
@@ -10,37 +10,7 @@ namespace hwx {
 
 namespace {
 
-using TJson = nlohmann::ordered_json;
 using TRow = std::vector<std::string>;
-
-// Pure ASCII: so no control character, also of the higher ones, reaches a terminal raw.
-std::string Dump(const TJson& json) {
-  constexpr int kIndent = 2;
-  return json.dump(kIndent, ' ', true, TJson::error_handler_t::replace) + "\n";
-}
-
-template <typename T>
-TJson Json(const TAnswer<T>& answer) {
-  TJson json;
-  if (answer.fValue) {
-    json["value"] = *answer.fValue;
-  } else {
-    json["value"] = nullptr;
-    json["reason"] = answer.fReason;
-  }
-  return json;
-}
-
-std::string Text(const TAnswer<std::string>& answer) {
-  return answer.fValue ? *answer.fValue : "(" + answer.fReason + ")";
-}
-
-std::string TypeText(const TIdentity& identity) {
-  const auto& number = identity.fOperatingSystemType;
-  const auto& name = identity.fOperatingSystemTypeName;
-  if (!number.fValue) return "(" + number.fReason + ")";
-  return std::to_string(*number.fValue) + " (" + name.fValue.value_or(name.fReason) + ")";
-}
 
 TJson Json(const TPlugin& plugin, const char* nameKey) {
   TJson json;
@@ -92,37 +62,6 @@ std::string PlainPluginParagraph(const TPluginList& list) {
 
 }  // namespace
 
-std::string IdentityText(const TIdentity& identity) {
-  return AlignedTable({
-      {"Machine type", Text(identity.fMachineType)},
-      {"Model", Text(identity.fModel)},
-      {"Product name", Text(identity.fProductName)},
-      {"Serial number", Text(identity.fSerialNumber)},
-      {"System name", Text(identity.fSystemName)},
-      {"Operating system", Text(identity.fOperatingSystemName)},
-      {"Operating system version", Text(identity.fOperatingSystemVersion)},
-      {"Operating system type", TypeText(identity)},
-      {"Data source version", Text(identity.fDataSourceVersion)},
-      {"Data source build", Text(identity.fDataSourceBuild)},
-  });
-}
-
-std::string IdentityJson(const TIdentity& identity) {
-  return Dump({
-      {"machineType", Json(identity.fMachineType)},
-      {"model", Json(identity.fModel)},
-      {"productName", Json(identity.fProductName)},
-      {"serialNumber", Json(identity.fSerialNumber)},
-      {"systemName", Json(identity.fSystemName)},
-      {"operatingSystemName", Json(identity.fOperatingSystemName)},
-      {"operatingSystemVersion", Json(identity.fOperatingSystemVersion)},
-      {"operatingSystemType", Json(identity.fOperatingSystemType)},
-      {"operatingSystemTypeName", Json(identity.fOperatingSystemTypeName)},
-      {"dataSourceVersion", Json(identity.fDataSourceVersion)},
-      {"dataSourceBuild", Json(identity.fDataSourceBuild)},
-  });
-}
-
 std::string ProvidersText(const TPluginList& list) {
   return Paragraph("Namespace providers", list.fLibraryDirectory, list.fProviders, &ProviderState) +
          "\n" + Paragraph("Namespace consumers", list.fLibraryDirectory, list.fConsumers, &State) +
@@ -139,7 +78,7 @@ std::string ProvidersJson(const TPluginList& list) {
   json["consumers"] = Json(list.fConsumers, "name");
   json["pluginDirectory"] = list.fHasPluginDirectory ? TJson(list.fPluginDirectory) : TJson();
   json["plugins"] = Json(list.fPlainPlugins, "path");
-  return Dump(json);
+  return JsonText(json);
 }
 
 }  // namespace hwx

@@ -1,0 +1,54 @@
+#include "hwx/IdentityReport.h"
+
+#include "hwx/Json.h"
+#include "hwx/Table.h"
+
+namespace hwx {
+
+namespace {
+
+std::string Text(const TAnswer<std::string>& answer) {
+  return answer.fValue ? *answer.fValue : "(" + answer.fReason + ")";
+}
+
+std::string TypeText(const TIdentity& identity) {
+  const auto& number = identity.fOperatingSystemType;
+  const auto& name = identity.fOperatingSystemTypeName;
+  if (!number.fValue) return "(" + number.fReason + ")";
+  return std::to_string(*number.fValue) + " (" + name.fValue.value_or(name.fReason) + ")";
+}
+
+}  // namespace
+
+std::string IdentityText(const TIdentity& identity) {
+  return AlignedTable({
+      {"Machine type", Text(identity.fMachineType)},
+      {"Model", Text(identity.fModel)},
+      {"Product name", Text(identity.fProductName)},
+      {"Serial number", Text(identity.fSerialNumber)},
+      {"System name", Text(identity.fSystemName)},
+      {"Operating system", Text(identity.fOperatingSystemName)},
+      {"Operating system version", Text(identity.fOperatingSystemVersion)},
+      {"Operating system type", TypeText(identity)},
+      {"Data source version", Text(identity.fDataSourceVersion)},
+      {"Data source build", Text(identity.fDataSourceBuild)},
+  });
+}
+
+std::string IdentityJson(const TIdentity& identity) {
+  return JsonText({
+      {"machineType", Json(identity.fMachineType)},
+      {"model", Json(identity.fModel)},
+      {"productName", Json(identity.fProductName)},
+      {"serialNumber", Json(identity.fSerialNumber)},
+      {"systemName", Json(identity.fSystemName)},
+      {"operatingSystemName", Json(identity.fOperatingSystemName)},
+      {"operatingSystemVersion", Json(identity.fOperatingSystemVersion)},
+      {"operatingSystemType", Json(identity.fOperatingSystemType)},
+      {"operatingSystemTypeName", Json(identity.fOperatingSystemTypeName)},
+      {"dataSourceVersion", Json(identity.fDataSourceVersion)},
+      {"dataSourceBuild", Json(identity.fDataSourceBuild)},
+  });
+}
+
+}  // namespace hwx

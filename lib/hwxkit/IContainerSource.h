@@ -1,0 +1,69 @@
+#ifndef HWXKIT_ICONTAINERSOURCE_H
+#define HWXKIT_ICONTAINERSOURCE_H
+
+#include <boost/shared_ptr.hpp>
+#include <string>
+
+#include "hwxkit/INamespaceSource.h"
+
+namespace NQORHWX20 {
+
+/// A provider of containers: namespaces in memory that are kept as files. Front ends find the one
+/// of this system in the registry as "container":
+///
+///     TOSSpecific::LoadNSPLibrary("container");
+///     const auto containers = boost::dynamic_pointer_cast<IContainerSource>(
+///         TRootObject::GetNamespaceProviderManager()->GetNamespaceProvider("container"));
+///     const auto ns = containers->LoadContainer("machine.xml.gz");
+///
+/// A container answers calls for every provider, whatever the key "nspID" of a context says, so the
+/// queries for a machine's identity work on it as they do on the machine. Files whose names end in
+/// ".gz" are compressed. A path of "" is a file that isn't there.
+///
+/// Loading and saving fail with a `TContainerException`, whose text names the file and the place in
+/// it; the same text goes to the log as an error before. Of the status, callers may rely on:
+///
+/// | Status                        | Meaning                                                      |
+/// |-------------------------------|--------------------------------------------------------------|
+/// | `kHWXStatusFileNotFound`      | There is no such file, or for saving no such directory       |
+/// | `kHWXStatusAccessDenied`      | The operating system refused access                          |
+/// | `kHWXStatusFileSystemError`   | Another failure of the file system, such as a full disk      |
+/// | `kHWXStatusInvalidGzipFile`   | The name says compressed, and the file isn't                 |
+/// | `kHWXStatusCorruptGzipFile`   | The compressed data is damaged or cut off                    |
+/// | `kHWXStatusVersionMismatch`   | The file is of another version of the format                 |
+/// | `kHWXStatusCorruptedContainer`| The file is malformed, or says what can't be                 |
+/// | `kHWXStatusInvalidClass`, `kHWXStatusInvalidProperty`, `kHWXStatusNotSupported` | Saving: the
+/// namespace holds what can't be kept in a file, or isn't one of the kit's                        |
+///
+/// Thread-safety: different namespaces may be loaded and saved by different threads at the same
+/// time; one namespace belongs to one thread.
+class IContainerSource : public INamespaceSource {
+ public:
+  /// The key of the context by which `OpenNamespace` is told a file.
+  static const char* const kFileContextName;
+
+  ~IContainerSource() override;
+
+  /// With the key `kFileContextName`, a string, in the context the same as `LoadContainer` of that
+  /// file; without it the same as `NewContainer`. Throws `kHWXStatusNotFound` if the key "nspID"
+  /// names another provider, and `kHWXStatusTypeMismatch` or `kHWXStatusValueIsNULL` for a file
+  /// that isn't a string.
+  boost::shared_ptr<ICIMNamespace> OpenNamespace(TCIMContext context) override = 0;
+
+  /// A new container without classes and without qualifier declarations; the caller owns it.
+  virtual boost::shared_ptr<ICIMNamespace> NewContainer(
+      const std::string& namespaceName = "root/container") = 0;
+
+  /// The container that a file holds; the caller owns it, and it has no ties to the file.
+  virtual boost::shared_ptr<ICIMNamespace> LoadContainer(const std::string& path) = 0;
+
+  /// Writes a namespace to a file, which is there whole or not at all: whatever goes wrong, a file
+  /// that was there stays as it was. `ns` may be any namespace of the kit; of live classes the
+  /// instances of this moment are kept, and what an instance source throws passes through.
+  virtual void SaveContainer(const boost::shared_ptr<ICIMNamespace>& ns,
+                             const std::string& path) = 0;
+};
+
+}  // namespace NQORHWX20
+
+#endif  // HWXKIT_ICONTAINERSOURCE_H

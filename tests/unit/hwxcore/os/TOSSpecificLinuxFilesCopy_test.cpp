@@ -1,0 +1,227 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+#include "hwxcore/os/TOSSpecific.h"
+#include "support/ChildProcess.h"
+#include "support/Descriptors.h"
+#include "support/FileText.h"
+#include "support/ScopedSignal.h"
+#include "support/StatusOf.h"
+#include "support/TemporaryDirectory.h"
+
+using hwxtest::AllBytes;
+using hwxtest::FileText;
+using hwxtest::MakeFile;
+using hwxtest::OpenDescriptors;
+using hwxtest::RunInChild;
+using hwxtest::ScopedSignal;
+using hwxtest::TemporaryDirectory;
+using NQORHWX20::TOSSpecific;
+
+namespace {
+
+int StatusOfFileCopy(const std::string& source, const std::string& destination) {
+  return hwxtest::StatusOf([&] { TOSSpecific::FileCopy(source, destination); });
+}
+
+mode_t ModeOf(const std::string& path) {
+  struct stat status {};
+  ::stat(path.c_str(), &status);
+  return status.st_mode & 07777U;
+}
+
+TEST(FileCopy, CopiesEveryByte) {
+  const TemporaryDirectory scratch;
+  for (const std::size_t size : {0, 1, 32767, 32768, 32769, 131071, 131072, 131073, 1000000}) {
+    MakeFile(scratch / "from", AllBytes(size));
+    ::unlink((scratch / "to").c_str());
+    TOSSpecific::FileCopy(scratch / "from", scratch / "to");
+    EXPECT_TRUE(FileText(scratch / "to") == AllBytes(size)) << size;
+  }
+}
+
+TEST(FileCopy, CopiesAPseudoFileThatReportsNoSize) {
+  const TemporaryDirectory scratch;
+  ASSERT_EQ(TOSSpecific::GetFileSize("/proc/version"), 0);
+  TOSSpecific::FileCopy("/proc/version", scratch / "to");
+  EXPECT_EQ(FileText(scratch / "to"), FileText("/proc/version"));
+  EXPECT_NE(FileText(scratch / "to"), "");
+}
+
+TEST(FileCopy, KeepsTheTailOfALongerFile) {
+  const TemporaryDirectory scratch;
+  MakeFile(scratch / "from", "new");
+  MakeFile(scratch / "to", "old and longer");
+  TOSSpecific::FileCopy(scratch / "from", scratch / "to");
+  EXPECT_EQ(FileText(scratch / "to"), "new and longer");
+}
+
+TEST(FileCopy, LeavesAFileThatIsCopiedOntoItselfAsItIs) {
+  const TemporaryDirectory scratch;
+  MakeFile(scratch / "file", AllBytes(300000));
+  TOSSpecific::FileCopy(scratch / "file", scratch / "file");
+  EXPECT_TRUE(FileText(scratch / "file") == AllBytes(300000));
+}
+
+TEST(FileCopy, GivesANewFileTheModeOfTheSourceLessTheUmask) {
+  const TemporaryDirectory scratch;
+  const int result = RunInChild([&] {
+    MakeFile(scratch / "from", "");
+    ::chmod((scratch / "from").c_str(), 0757);
+    ::umask(0);
+    TOSSpecific::FileCopy(scratch / "from", scratch / "open");
+    ::umask(027);
+    TOSSpecific::FileCopy(scratch / "from", scratch / "masked");
+    return 0;
+  });
+  EXPECT_EQ(result, 0);
+  EXPECT_EQ(ModeOf(scratch / "open"), 0757U);
+  EXPECT_EQ(ModeOf(scratch / "masked"), 0750U);
+}
+
+TEST(FileCopy, LeavesTheModeOfAnOldFileAlone) {
+  const TemporaryDirectory scratch;
+  MakeFile(scratch / "from", "new");
+  MakeFile(scratch / "to", "old");
+  ::chmod((scratch / "from").c_str(), 0755);
+  ::chmod((scratch / "to").c_str(), 0600);
+  TOSSpecific::FileCopy(scratch / "from", scratch / "to");
+  EXPECT_EQ(ModeOf(scratch / "to"), 0600U);
+}
+
+TEST(FileCopy, ThrowsFileSystemErrorWithoutASource) {
+  const TemporaryDirectory scratch;
+  EXPECT_EQ(StatusOfFileCopy(scratch / "absent", scratch / "to"),
+            NQORHWX20::kHWXStatusFileSystemError);
+  EXPECT_FALSE(TOSSpecific::FileExists(scratch / "to"));
+}
+
+TEST(FileCopy, ThrowsFileSystemErrorWithoutAPlaceAndLeaksNothing) {
+  const TemporaryDirectory scratch;
+  MakeFile(scratch / "from", "text");
+  const std::size_t before = OpenDescriptors();
+  EXPECT_EQ(StatusOfFileCopy(scratch / "from", scratch / "absent/to"),
+            NQORHWX20::kHWXStatusFileSystemError);
+  EXPECT_EQ(StatusOfFileCopy(scratch / "from", scratch.Path()),
+            NQORHWX20::kHWXStatusFileSystemError);
+  TOSSpecific::FileCopy(scratch / "from", scratch / "to");
+  EXPECT_EQ(OpenDescriptors(), before);
+}
+
+TEST(FileCopy, ThrowsForADirectoryAfterMakingTheDestination) {
+  const TemporaryDirectory scratch;
+  const std::size_t before = OpenDescriptors();
+  EXPECT_EQ(StatusOfFileCopy(scratch.Path(), scratch / "to"), NQORHWX20::kHWXStatusFileSystemError);
+  EXPECT_EQ(FileText(scratch / "to"), "");
+  EXPECT_EQ(OpenDescriptors(), before);
+}
+
+TEST(FileCopy, ThrowsFileSystemErrorWhereTheUserMayNotReadOrWrite) {
+  const TemporaryDirectory scratch;
+  ::chmod(scratch.Path().c_str(), 0777);
+  MakeFile(scratch / "secret", "text");
+  MakeFile(scratch / "fixed", "text");
+  ::chmod((scratch / "secret").c_str(), 0);
+  ::chmod((scratch / "fixed").c_str(), 0444);
+  const int result = RunInChild([&] {
+    if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
+    EXPECT_EQ(StatusOfFileCopy(scratch / "secret", scratch / "to"),
+              NQORHWX20::kHWXStatusFileSystemError);
+    EXPECT_FALSE(TOSSpecific::FileExists(scratch / "to"));
+    EXPECT_EQ(StatusOfFileCopy("/proc/version", scratch / "fixed"),
+              NQORHWX20::kHWXStatusFileSystemError);
+    return 0;
+  });
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to change the user";
+  EXPECT_EQ(result, 0);
+}
+
+TEST(FileCopy, LeavesThePartialCopyOnAFullDisk) {
+  const TemporaryDirectory scratch;
+  const int result = RunInChild([&] {
+    if (!hwxtest::EnterPrivateMountNamespace() || !hwxtest::MountTmpfs(scratch.Path())) {
+      return hwxtest::kSceneNotAllowed;
+    }
+    const TemporaryDirectory elsewhere;
+    MakeFile(elsewhere / "from", AllBytes(3000000));
+    const std::size_t before = OpenDescriptors();
+    EXPECT_EQ(StatusOfFileCopy(elsewhere / "from", scratch / "to"),
+              NQORHWX20::kHWXStatusFileSystemError);
+    EXPECT_EQ(OpenDescriptors(), before);
+    const std::string copy = FileText(scratch / "to");
+    EXPECT_GT(copy.size(), 500000U);
+    EXPECT_TRUE(copy == AllBytes(copy.size()));
+    return 0;
+  });
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to mount";
+  EXPECT_EQ(result, 0);
+}
+
+TEST(FileCopy, LeavesThePartialCopyAtTheLimitOfAFilesSize) {
+  const TemporaryDirectory scratch;
+  const int result = RunInChild([&] {
+    MakeFile(scratch / "from", AllBytes(100000));
+    const ScopedSignal ignored(SIGXFSZ, SIG_IGN);
+    const rlimit limit{50000, 50000};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_EQ(StatusOfFileCopy(scratch / "from", scratch / "to"),
+              NQORHWX20::kHWXStatusFileSystemError);
+    return 0;
+  });
+  EXPECT_EQ(result, 0);
+  EXPECT_TRUE(FileText(scratch / "to") == AllBytes(50000));
+}
+
+TEST(FileCopy, ThrowsFileSystemErrorOnAReadOnlyFileSystem) {
+  const TemporaryDirectory scratch;
+  const int result = RunInChild([&] {
+    if (!hwxtest::EnterPrivateMountNamespace() || !hwxtest::MountTmpfs(scratch.Path()) ||
+        !hwxtest::RemountReadOnly(scratch.Path())) {
+      return hwxtest::kSceneNotAllowed;
+    }
+    EXPECT_EQ(StatusOfFileCopy("/proc/version", scratch / "to"),
+              NQORHWX20::kHWXStatusFileSystemError);
+    return 0;
+  });
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to mount";
+  EXPECT_EQ(result, 0);
+}
+
+// A signal cuts the first write short: the pipe holds no more than a page, and its reader is late.
+TEST(FileCopy, LosesWhatAShortWriteLeavesOfItsBlockAndGoesOn) {
+  constexpr std::size_t kPage = 4096;
+  constexpr std::size_t kBlock = 32768;
+  const TemporaryDirectory scratch;
+  const std::string text = AllBytes(5 * kBlock + 100);
+  MakeFile(scratch / "from", text);
+  ASSERT_EQ(::mkfifo((scratch / "to").c_str(), 0600), 0);
+  const int reader = ::open((scratch / "to").c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_EQ(::fcntl(reader, F_SETPIPE_SZ, kPage), static_cast<int>(kPage));
+  std::string received;
+  std::thread lateReader([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(900));
+    ::fcntl(reader, F_SETFL, 0);
+    char buffer[kPage];
+    for (ssize_t size; (size = ::read(reader, buffer, kPage)) > 0;)
+      received.append(buffer, static_cast<std::size_t>(size));
+  });
+  const int result = RunInChild([&] {
+    const ScopedSignal alarm(SIGALRM, &ScopedSignal::Ignore);
+    hwxtest::AlarmIn(300);
+    EXPECT_EQ(StatusOfFileCopy(scratch / "from", scratch / "to"), NQORHWX20::kHWXStatusOK);
+    return 0;
+  });
+  lateReader.join();
+  ::close(reader);
+  EXPECT_EQ(result, 0);
+  EXPECT_TRUE(received == text.substr(0, kPage) + text.substr(kBlock)) << received.size();
+}
+
+}  // namespace

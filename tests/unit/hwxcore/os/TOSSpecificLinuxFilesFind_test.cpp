@@ -1,0 +1,112 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <new>
+
+#include "hwxcore/os/TOSSpecific.h"
+#include "support/ChildProcess.h"
+#include "support/FileText.h"
+#include "support/ProgramDirectory.h"
+#include "support/TemporaryDirectory.h"
+
+using hwxtest::MakeFile;
+using hwxtest::ProgramDirectory;
+using hwxtest::RunInChild;
+using hwxtest::TemporaryDirectory;
+using NQORHWX20::TOSSpecific;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+TEST(FindFile, GivesThePathAndAllThatLiesBelowIt) {
+  const TemporaryDirectory scratch;
+  std::filesystem::create_directories(scratch / "a/b");
+  MakeFile(scratch / "a/b/c d", "");
+  EXPECT_THAT(
+      TOSSpecific::FindFile(scratch.Path()),
+      UnorderedElementsAre(scratch.Path(), scratch / "a", scratch / "a/b", scratch / "a/b/c d"));
+  EXPECT_THAT(TOSSpecific::FindFile(scratch / "a/b/c d"), ElementsAre(scratch / "a/b/c d"));
+}
+
+TEST(FindFile, GivesTheLinesOfTheProgramForTheOneArgument) {
+  const ProgramDirectory programs;
+  programs.Add("find", "echo $# $0; echo \"[$1]\"; echo; echo last; exit 1");
+  EXPECT_THAT(TOSSpecific::FindFile("one argument"),
+              ElementsAre("1 " + programs / "find", "[one argument]", "", "last"));
+}
+
+TEST(FindFile, GivesAComplaintAsALineLikeAnyOther) {
+  const TemporaryDirectory scratch;
+  const std::vector<std::string> lines = TOSSpecific::FindFile(scratch / "absent");
+  EXPECT_THAT(lines, ElementsAre(HasSubstr(scratch / "absent")));
+  EXPECT_NE(lines[0], scratch / "absent");
+}
+
+TEST(FindFile, GivesTheComplaintAboutAnUnreadableDirectoryAmongTheLines) {
+  const TemporaryDirectory scratch;
+  ::chmod(scratch.Path().c_str(), 0755);
+  std::filesystem::create_directory(scratch / "secret");
+  ::chmod((scratch / "secret").c_str(), 0);
+  const int result = RunInChild([&] {
+    if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
+    const std::vector<std::string> lines = TOSSpecific::FindFile(scratch.Path());
+    EXPECT_EQ(lines.size(), 3U);
+    EXPECT_THAT(lines, testing::Contains(HasSubstr("find: ")));
+    return 0;
+  });
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to change the user";
+  EXPECT_EQ(result, 0);
+}
+
+TEST(FindFile, GivesNothingIfTheProgramPrintsNothingOrIsMissing) {
+  const ProgramDirectory programs;
+  programs.Add("find", "exit 0");
+  EXPECT_THAT(TOSSpecific::FindFile("/"), IsEmpty());
+  const hwxtest::ScopedEnvironment path("PATH", "/absent");
+  EXPECT_THAT(TOSSpecific::FindFile("/"), IsEmpty());
+}
+
+TEST(FindFile, GivesEmptyLines) {
+  const ProgramDirectory programs;
+  programs.Add("find", "echo; echo; echo x; echo");
+  EXPECT_THAT(TOSSpecific::FindFile("/"), ElementsAre("", "", "x", ""));
+}
+
+// Lets this process take no more memory than so much beyond what it has.
+void LimitMemoryTo(rlim_t more) {
+  rlim_t pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  const rlim_t size = pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + more;
+  const rlimit limit{size, size};
+  ::setrlimit(RLIMIT_AS, &limit);
+}
+
+TEST(FindFile, TakesALastLineThatDoesNotEndAgainAndAgain) {
+  const ProgramDirectory programs;
+  programs.Add("find", "echo first; printf unended");
+  const int result = RunInChild([] {
+    constexpr int kNoMemory = 42;
+    LimitMemoryTo(512 << 20);
+    try {
+      TOSSpecific::FindFile("/");
+    } catch (const std::bad_alloc&) {
+      return kNoMemory;
+    }
+    return 0;
+  });
+#ifdef __SANITIZE_ADDRESS__
+  EXPECT_NE(result, 0) << "it returned";  // the sanitizer ends a process that has no memory left
+#else
+  EXPECT_EQ(result, 42);
+#endif
+}
+
+}  // namespace

@@ -1,0 +1,179 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <thread>
+
+#include "support/ProgramDirectory.h"
+#include "support/ScopedEnvironment.h"
+#include "support/ScopedLogCapture.h"
+#include "support/Spawning.h"
+
+using hwxtest::LeftChild;
+using hwxtest::ProgramDirectory;
+using hwxtest::ScopedEnvironment;
+using hwxtest::ScopedLogCapture;
+using hwxtest::Spawn;
+using NQORHWX20::TOSSpecific;
+using testing::ElementsAre;
+using testing::Pair;
+
+namespace {
+
+typedef std::vector<std::string> Texts;
+
+// The arguments that a command line gives, each in brackets.
+std::string Split(const std::string& arguments) {
+  return TOSSpecific::SpawnProcess("printf [%s]" + arguments, 60);
+}
+
+TEST(SpawnCommandLine, IsSplitAtEachBlank) {
+  EXPECT_EQ(TOSSpecific::SpawnProcess("echo a b", 60), "a b\n");
+  EXPECT_EQ(Split(" a b c"), "[a][b][c]");
+}
+
+TEST(SpawnCommandLine, IsTheProgramAloneWhereThereIsNoBlank) {
+  EXPECT_EQ(TOSSpecific::SpawnProcess("echo", 60), "\n");
+}
+
+TEST(SpawnCommandLine, GivesEmptyArgumentsBetweenAndBehindBlanks) {
+  EXPECT_EQ(Split(" a  b"), "[a][][b]");
+  EXPECT_EQ(Split(" a   b"), "[a][][][b]");
+  EXPECT_EQ(Split(" a "), "[a][]");
+  EXPECT_EQ(Split(" a  "), "[a][][]");
+}
+
+TEST(SpawnCommandLine, KnowsNoOtherSeparatorAndNoQuoting) {
+  EXPECT_EQ(Split(" a\tb c\nd"), "[a\tb][c\nd]");
+  EXPECT_EQ(Split(" 'a b' \"c\" \\ d"), "['a][b'][\"c\"][\\][d]");
+  EXPECT_EQ(Split(" * $HOME ;"), "[*][$HOME][;]");
+}
+
+TEST(SpawnCommandLine, WithABlankInFrontHasNoProgram) {
+  EXPECT_EQ(TOSSpecific::SpawnProcess(" echo a", 60), "");
+  EXPECT_EQ(TOSSpecific::SpawnProcess("", 60), "");
+}
+
+TEST(SpawnCommandLine, ReturnsTheOutputWhateverTheResult) {
+  EXPECT_EQ(TOSSpecific::SpawnProcess("sh -c echo;exit\t1", 60), "\n");
+}
+
+TEST(SpawnExplicitly, RunsTheFileUnderAnotherName) {
+  std::string output = "kept ";
+  EXPECT_EQ(
+      TOSSpecific::SpawnProcess("renamed", {"-c", "echo $0 $1", "x"}, "/bin/sh", {}, output, 60),
+      0);
+  EXPECT_EQ(output, "kept x\n");
+  EXPECT_EQ(TOSSpecific::SpawnProcess("renamed", {"-c", "echo $0"}, "/bin/sh", {}, output, 60), 0);
+  EXPECT_EQ(output, "kept x\nrenamed\n");
+}
+
+TEST(SpawnExplicitly, GivesTheChildExactlyTheEnvironment) {
+  const ScopedEnvironment variable("HWX_TEST_VARIABLE", "inherited");
+  std::string output;
+  EXPECT_EQ(TOSSpecific::SpawnProcess("env", {}, "/usr/bin/env", {"A=1", "B=two words", "C="},
+                                      output, 60),
+            0);
+  EXPECT_EQ(output, "A=1\nB=two words\nC=\n");
+}
+
+TEST(SpawnExplicitly, GivesTheChildNoVariablesForAnEmptyEnvironment) {
+  std::string output;
+  EXPECT_EQ(TOSSpecific::SpawnProcess("env", {}, "/usr/bin/env", {}, output, 60), 0);
+  EXPECT_EQ(output, "");
+}
+
+TEST(SpawnExplicitly, DoesNotSearch) {
+  const ProgramDirectory programs;
+  programs.Add("hwx-test-program", "echo found");
+  std::string output;
+  EXPECT_EQ(TOSSpecific::SpawnProcess("x", {}, "hwx-test-program", {}, output, 60), -1);
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(programs.Path());
+  EXPECT_EQ(TOSSpecific::SpawnProcess("x", {}, "hwx-test-program", {}, output, 60), 0);
+  std::filesystem::current_path(before);
+  EXPECT_EQ(output, "found\n");
+}
+
+TEST(SpawnExplicitly, DoesNotHandAScriptToTheShell) {
+  const ProgramDirectory programs;
+  programs.AddFile("script", "echo ran\n");
+  std::filesystem::permissions(programs / "script", std::filesystem::perms(0755));
+  std::string output;
+  EXPECT_EQ(TOSSpecific::SpawnProcess("x", {}, programs / "script", {}, output, 60), -1);
+  EXPECT_EQ(output, "");
+}
+
+TEST(SpawnExplicitly, GivesMinusOneForEveryFailure) {
+  std::string output;
+  EXPECT_EQ(TOSSpecific::SpawnProcess("x", {}, "/no/such/program", {}, output, 60), -1);
+  EXPECT_EQ(TOSSpecific::SpawnProcess("x", {"-c", "exit 1"}, "/bin/sh", {}, output, 60), -1);
+  EXPECT_EQ(TOSSpecific::SpawnProcess("x", {"-c", "kill -9 $$"}, "/bin/sh", {}, output, 60), -1);
+  EXPECT_EQ(TOSSpecific::SpawnProcess("x", {}, "/bin/true", {}, output, -7), -1);
+  ::wait(nullptr);
+}
+
+TEST(SpawnExplicitly, LogsAllThatItIsGiven) {
+  const ScopedLogCapture log;
+  std::string output;
+  const Texts environment = {"A=1", "B=two words"};
+  TOSSpecific::SpawnProcess("name", {"a", "", "b c"}, "/bin/true", environment, output, 60);
+  TOSSpecific::SpawnProcess("name", {}, "/bin/true", {}, output, 60);
+  EXPECT_THAT(log.Lines(),
+              ElementsAre(Pair("Debug",
+                               "TOSSpecific::SpawnProcess calling /bin/true\nwith parameters "
+                               "name a  b c \nwith envoirment vars A=1 B=two words "),
+                          Pair("Debug",
+                               "TOSSpecific::SpawnProcess calling /bin/true\nwith parameters "
+                               "name \nwith envoirment vars ")));
+}
+
+TEST(SpawnExplicitly, NamesTheProcessInTheMessageOfATimeOut) {
+  const ScopedLogCapture log;
+  std::string output;
+  EXPECT_EQ(TOSSpecific::SpawnProcess("renamed", {"-c", "echo $$; exec /bin/sleep 300"}, "/bin/sh",
+                                      {}, output, 1),
+            -1);
+  const LeftChild child(output);
+  EXPECT_EQ(child.State(), 'S');
+  ASSERT_EQ(log.Lines().size(), 2U);
+  EXPECT_THAT(log.Lines()[1], Pair("Debug", "ERROR: SpawnProcess - renamed TimeOut!"));
+}
+
+TEST(SpawnProcess, ThreadedCallsDoNotMix) {
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < 8; ++thread) {
+    threads.emplace_back([thread] {
+      for (int call = 0; call < 10; ++call) {
+        const std::string text = std::to_string(thread) + "." + std::to_string(call);
+        const hwxtest::Spawned spawned = Spawn("echo", {text});
+        EXPECT_EQ(spawned.fResult, 0);
+        EXPECT_EQ(spawned.fOutput, text + "\n");
+        std::string output;
+        EXPECT_EQ(TOSSpecific::SpawnProcess("x", {text}, "/bin/echo", {"A=1"}, output, 60), 0);
+        EXPECT_EQ(output, text + "\n");
+      }
+    });
+  }
+  for (std::thread& thread : threads)
+    thread.join();
+}
+
+// A child that took its parent's locks along would hang in the allocator.
+TEST(SpawnProcess, ThreadedAllocationDoesNotBlockTheChild) {
+  std::atomic<bool> isOver{false};
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < 16; ++thread) {
+    threads.emplace_back([&isOver] {
+      while (!isOver)
+        EXPECT_EQ(std::string(1000, 'x').back(), 'x');
+    });
+  }
+  for (int call = 0; call < 50; ++call)
+    EXPECT_EQ(Spawn("true", {}).fResult, 0);
+  isOver = true;
+  for (std::thread& thread : threads)
+    thread.join();
+}
+
+}  // namespace
