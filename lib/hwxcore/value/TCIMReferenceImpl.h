@@ -59,8 +59,14 @@ class TCIMReferenceImpl {
   void ParseKey(TCIMReferenceImpl* target, const boost::shared_ptr<ICIMNamespace>& ns,
                 ICIMClass& keyClass, const std::string& path, unsigned long& position,
                 unsigned depth);
-
+  /// Throws what `AddKeyValue` throws.
   void CheckKey(const std::string& name, const TCIMValue& value) const;
+
+  /// Negative, zero or positive: less, neither, greater.
+  int Compare(const TCIMReferenceImpl& other) const;
+  static int CompareValues(const TCIMValue& one, const TCIMValue& other);
+  /// The body of the reference that `value` holds, null if it holds none.
+  static const TCIMReferenceImpl* ReferenceIn(const TCIMValue& value);
 
   TCIMReference* fOwner;
   boost::weak_ptr<ICIMNamespace> fNamespace;

@@ -21,6 +21,7 @@ class TCIMReferenceValueImpl : public TCIMValueImpl {
 
   /// The reference itself, to be filled in before a value takes the body.
   TCIMReference& GetReference() { return fValue; }
+  const TCIMReference& GetReference() const { return fValue; }
 
   /// The path, whatever the base.
   std::string ToString(unsigned char base) const override;
