@@ -103,19 +103,49 @@ BENCHMARK_CAPTURE(ParsePathValueLength, escaped, "\\\\")
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 
-// References within references, down to a long value.
+// References within references.
+NamespacePtr MakeNestingNamespace() {
+  const auto ns = TMemoryNamespace::Create("root/bench");
+  TClassBuilder(ns, "Thing").Key("Name", "string").Commit();
+  TClassBuilder(ns, "Link").KeyReference("To", "Thing").Commit();
+  return ns;
+}
+
+std::string MakeNestedPath(std::size_t depth) {
+  std::string path = "r:Thing.Name=\"name\"";
+  for (std::size_t i = 0; i < depth; ++i)
+    path = "r:Link.To=\"" + path + "\"";
+  return path;
+}
+
 void ParsePathNesting(benchmark::State& state) {
   hwxbench::FitExponent(state, {5, 10, 20, 40, 80, 160}, 50, [](std::size_t depth) {
-    const auto ns = TMemoryNamespace::Create("root/bench");
-    TClassBuilder(ns, "Thing").Key("Name", "string").Commit();
-    TClassBuilder(ns, "Link").KeyReference("To", "Thing").Commit();
-    std::string path = "r:Thing.Name=\"name\"";
-    for (std::size_t i = 0; i < depth; ++i)
-      path = "r:Link.To=\"" + path + "\"";
-    return [ns, path] { return TCIMReference(ns, path, TCIMContext()); };
+    return [ns = MakeNestingNamespace(), path = MakeNestedPath(depth)] {
+      return TCIMReference(ns, path, TCIMContext());
+    };
   });
 }
 BENCHMARK(ParsePathNesting)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+void GetPathNesting(benchmark::State& state) {
+  hwxbench::FitExponent(state, {5, 10, 20, 40, 80, 160}, 50, [](std::size_t depth) {
+    const NamespacePtr ns = MakeNestingNamespace();
+    return [ns, reference = TCIMReference(ns, MakeNestedPath(depth), TCIMContext())] {
+      return reference.GetPath();
+    };
+  });
+}
+BENCHMARK(GetPathNesting)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+void GetPathKeys(benchmark::State& state) {
+  hwxbench::FitExponent(state, {10, 30, 100, 300, 1000, 3000, 10000}, 20, [](std::size_t keys) {
+    const NamespacePtr ns = MakeNamespace(keys);
+    return [ns, reference = TCIMReference(ns, MakePath(keys, "value"), TCIMContext())] {
+      return reference.GetPath();
+    };
+  });
+}
+BENCHMARK(GetPathKeys)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 void GetPathAllEscaped(benchmark::State& state) {
   hwxbench::FitExponent(state, {1000, 10000, 100000, 1000000, 10000000}, 20,

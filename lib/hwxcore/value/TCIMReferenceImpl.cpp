@@ -175,22 +175,26 @@ void TCIMReferenceImpl::ParseKey(TCIMReferenceImpl* target,
 }
 
 std::string TCIMReferenceImpl::GetPath() const {
-  std::string path = GetClassName();
+  std::string path;
+  AppendPath(path);
+  return path;
+}
+
+void TCIMReferenceImpl::AppendPath(std::string& path) const {
+  path += GetClassName();
   char separator = '.';
   for (const auto& [name, value] : fKeyBindings) {
     path += separator;
     path += name;
     path += "=\"";
-    const std::string text = value.ToString(10);
-    if (value.IsReference()) {
-      path += text;  // not escaped: its own quotation marks stand as they are
+    if (const TCIMReferenceImpl* const reference = ReferenceIn(value)) {
+      reference->AppendPath(path);  // not escaped: its own quotation marks stand as they are
     } else {
-      AppendEscaped(path, text);
+      AppendEscaped(path, value.ToString(10));
     }
     path += '"';
     separator = ',';
   }
-  return path;
 }
 
 void TCIMReferenceImpl::AddKeyValue(const std::string& name, const TCIMValue& value) {

@@ -61,6 +61,7 @@ class TCIMReferenceImpl {
                 unsigned depth);
   /// Throws what `AddKeyValue` throws.
   void CheckKey(const std::string& name, const TCIMValue& value) const;
+  void AppendPath(std::string& path) const;
 
   /// Negative, zero or positive: less, neither, greater.
   int Compare(const TCIMReferenceImpl& other) const;
