@@ -187,8 +187,9 @@ void TCIMReferenceImpl::AppendPath(std::string& path) const {
     path += separator;
     path += name;
     path += "=\"";
-    if (const TCIMReferenceImpl* const reference = ReferenceIn(value)) {
-      reference->AppendPath(path);  // not escaped: its own quotation marks stand as they are
+    if (const TCIMReference* const reference = TCIMReferenceValueImpl::In(value)) {
+      // Not escaped: its own quotation marks stand as they are.
+      reference->GetBody()->AppendPath(path);
     } else {
       AppendEscaped(path, value.ToString(10));
     }
@@ -294,6 +295,16 @@ bool TCIMReferenceImpl::operator<(const TCIMReferenceImpl& other) const {
   return Compare(other) < 0;
 }
 
+int TCIMReferenceImpl::CompareValues(const TCIMValue& one, const TCIMValue& other) {
+  const TCIMReference* const reference = TCIMReferenceValueImpl::In(one);
+  const TCIMReference* const otherReference = TCIMReferenceValueImpl::In(other);
+  if (reference != nullptr && otherReference != nullptr) {
+    return reference->GetBody()->Compare(*otherReference->GetBody());
+  }
+  if (one < other) return -1;
+  return other < one ? 1 : 0;
+}
+
 // As maps compare, but each name and each nested reference once: asking "less?" both ways at every
 // level would double the time with each level.
 int TCIMReferenceImpl::Compare(const TCIMReferenceImpl& other) const {
@@ -307,19 +318,6 @@ int TCIMReferenceImpl::Compare(const TCIMReferenceImpl& other) const {
   }
   if (mine != fKeyBindings.end()) return 1;
   return theirs != other.fKeyBindings.end() ? -1 : 0;
-}
-
-int TCIMReferenceImpl::CompareValues(const TCIMValue& one, const TCIMValue& other) {
-  const TCIMReferenceImpl* const reference = ReferenceIn(one);
-  const TCIMReferenceImpl* const otherReference = ReferenceIn(other);
-  if (reference != nullptr && otherReference != nullptr) return reference->Compare(*otherReference);
-  if (one < other) return -1;
-  return other < one ? 1 : 0;
-}
-
-const TCIMReferenceImpl* TCIMReferenceImpl::ReferenceIn(const TCIMValue& value) {
-  if (!value.IsReference() || value.IsNull()) return nullptr;
-  return static_cast<const TCIMReferenceValueImpl&>(*value.fBody).GetReference().GetBody();
 }
 
 }  // namespace NQORHWX20

@@ -66,8 +66,6 @@ class TCIMReferenceImpl {
   /// Negative, zero or positive: less, neither, greater.
   int Compare(const TCIMReferenceImpl& other) const;
   static int CompareValues(const TCIMValue& one, const TCIMValue& other);
-  /// The body of the reference that `value` holds, null if it holds none.
-  static const TCIMReferenceImpl* ReferenceIn(const TCIMValue& value);
 
   TCIMReference* fOwner;
   boost::weak_ptr<ICIMNamespace> fNamespace;

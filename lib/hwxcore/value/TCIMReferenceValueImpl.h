@@ -21,7 +21,10 @@ class TCIMReferenceValueImpl : public TCIMValueImpl {
 
   /// The reference itself, to be filled in before a value takes the body.
   TCIMReference& GetReference() { return fValue; }
-  const TCIMReference& GetReference() const { return fValue; }
+
+  /// The reference that `value` holds, without a copy; null if it holds none. Valid as long as
+  /// `value` isn't changed.
+  static const TCIMReference* In(const TCIMValue& value);
 
   /// The path, whatever the base.
   std::string ToString(unsigned char base) const override;

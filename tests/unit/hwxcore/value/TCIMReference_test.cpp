@@ -170,6 +170,24 @@ TEST_F(TCIMReferenceBinding, AddKeyValueWantsExactlyTheDeclaredType) {
   EXPECT_THAT(Keys(reference), IsEmpty());
 }
 
+TEST_F(TCIMReferenceBinding, AddKeyValueNamesArraysAsTheirElements) {
+  TCIMReference reference = Parsed("Thing");
+  ScopedLogCapture log;
+  const TCIMValue array(Type(Type::kCIMTypeUInt32), 0, {TCIMValue(5u)});
+  EXPECT_EQ(StatusOf([&] { reference.AddKeyValue("Id", array); }), kHWXStatusTypeMismatch);
+  EXPECT_THAT(log.Lines(), ElementsAre(ScopedLogCapture::Line(
+                               "Error", "Core: Declaration type: uint32 Value type: uint32")));
+}
+
+TEST_F(TCIMReferenceBinding, AddKeyValueTakesANullOfTheDeclaredType) {
+  TCIMReference reference = Parsed("Thing");
+  reference.AddKeyValue("Id", TCIMValue(Type(Type::kCIMTypeUInt32), 0));
+  bool null = false;
+  reference.EnumerateKeyBindings(
+      [&](std::pair<std::string, TCIMValue> key) { return null = key.second.IsNull(); });
+  EXPECT_TRUE(null);
+}
+
 TEST_F(TCIMReferenceBinding, AddKeyValueKeepsTheFirst) {
   TCIMReference reference = Keyed();
   ScopedLogCapture log;
