@@ -16,6 +16,12 @@ using ::testing::Pair;
 
 constexpr int kDeepest = 200;  // the references within one another that a path may have
 
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::size_t kSmallStack = 4 * 1024 * 1024;  // its frames are several times as large
+#else
+constexpr std::size_t kSmallStack = 512 * 1024;
+#endif
+
 class TCIMReferenceHostile : public ReferenceTest {
  protected:
   // A path with that many references within one another.
@@ -70,7 +76,7 @@ TEST_F(TCIMReferenceHostile, ReportsWhatNestsTooDeeply) {
 TEST_F(TCIMReferenceHostile, TheDeepestPathNeedsLittleStack) {
   const std::string path = Nested(kDeepest);
   bool equal = false;
-  RunOnStack(512 * 1024, [&] {
+  RunOnStack(kSmallStack, [&] {
     const TCIMReference reference = Parsed(path);
     const TCIMReference copy(reference);
     equal = copy == reference && !(copy < reference) && copy.GetPath() == reference.GetPath();
