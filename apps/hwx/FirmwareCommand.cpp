@@ -1,6 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <algorithm>
-#include <utility>
 #include <vector>
 
 #include "hwx/Commands.h"
@@ -13,8 +11,8 @@ namespace {
 class TFirmwareCommand : public ICommand {
  public:
   TFirmwareCommand() {
-    fCommands.emplace_back(MakeFirmwareShowCommand(), nullptr);
-    fCommands.emplace_back(MakeFirmwareDumpCommand(), nullptr);
+    fCommands.push_back(MakeFirmwareShowCommand());
+    fCommands.push_back(MakeFirmwareDumpCommand());
   }
 
   CLI::App* AddTo(CLI::App& program) override {
@@ -25,25 +23,20 @@ class TFirmwareCommand : public ICommand {
     app->callback([app] {
       if (app->get_subcommands().empty()) throw CLI::RequiredError::Subcommand(1);
     });
-    for (auto& [command, added] : fCommands)
-      added = command->AddTo(*app);
+    for (const CommandPtr& command : fCommands)
+      command->AddTo(*app)->callback([this, chosen = command.get()] { fChosen = chosen; });
     return app;
   }
 
   std::optional<std::string> TakeArguments(const std::vector<std::string>& arguments) override {
-    return Chosen().TakeArguments(arguments);
+    return fChosen->TakeArguments(arguments);
   }
 
-  int Run(const TGlobalOptions& options) override { return Chosen().Run(options); }
+  int Run(const TGlobalOptions& options) override { return fChosen->Run(options); }
 
  private:
-  // There is one: the command line was refused otherwise.
-  ICommand& Chosen() const {
-    const auto isChosen = [](const auto& entry) { return entry.second->parsed(); };
-    return *std::find_if(fCommands.begin(), fCommands.end(), isChosen)->first;
-  }
-
-  std::vector<std::pair<CommandPtr, CLI::App*>> fCommands;
+  std::vector<CommandPtr> fCommands;
+  ICommand* fChosen = nullptr;  // one of them; what CLI11 knows is gone when it runs
 };
 
 }  // namespace
