@@ -18,6 +18,9 @@ boost::shared_ptr<NQORHWX20::ICIMNamespace> BuildNamespace() {
   DefineOperatingSystem(ns);
   DefineProduct(ns);
   DefineScsiDevice(ns);
+  DefineBIOSElement(ns);
+  DefineChassis(ns);
+  DefineCard(ns);
   DefineMemory(ns);
   DefinePhysicalMemory(ns);
   DefinePhysicalMemoryArray(ns);

@@ -19,9 +19,15 @@ struct Published {
 };
 
 constexpr Published kClasses[] = {
-    {"QORSG_ComputerSystem", "Name"},   {"QORSG_OperatingSystem", "Name"},
-    {"QORSG_HWXProduct", "Name"},       {"QORSG_SCSIDevice", "DeviceID"},
-    {"CIM_Memory", "DeviceID"},         {"CIM_PhysicalMemory", "Tag"},
+    {"QORSG_ComputerSystem", "Name"},
+    {"QORSG_OperatingSystem", "Name"},
+    {"QORSG_HWXProduct", "Name"},
+    {"QORSG_SCSIDevice", "DeviceID"},
+    {"CIM_BIOSElement", "Name"},
+    {"CIM_Chassis", "Tag"},
+    {"CIM_Card", "Tag"},
+    {"CIM_Memory", "DeviceID"},
+    {"CIM_PhysicalMemory", "Tag"},
     {"CIM_PhysicalMemoryArray", "Tag"},
 };
 
