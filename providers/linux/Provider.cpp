@@ -21,9 +21,11 @@ boost::shared_ptr<NQORHWX20::ICIMNamespace> BuildNamespace() {
   DefineBIOSElement(ns);
   DefineChassis(ns);
   DefineCard(ns);
+  DefineProcessor(ns);
   DefineMemory(ns);
   DefinePhysicalMemory(ns);
   DefinePhysicalMemoryArray(ns);
+  DefineEthernetPort(ns);
   return ns;
 }
 

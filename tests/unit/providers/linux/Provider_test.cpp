@@ -26,9 +26,11 @@ constexpr Published kClasses[] = {
     {"CIM_BIOSElement", "Name"},
     {"CIM_Chassis", "Tag"},
     {"CIM_Card", "Tag"},
+    {"CIM_Processor", "DeviceID"},
     {"CIM_Memory", "DeviceID"},
     {"CIM_PhysicalMemory", "Tag"},
     {"CIM_PhysicalMemoryArray", "Tag"},
+    {"CIM_EthernetPort", "DeviceID"},
 };
 
 class Provider : public ProviderTest {
