@@ -26,6 +26,11 @@ boost::shared_ptr<NQORHWX20::ICIMNamespace> BuildNamespace() {
   DefinePhysicalMemory(ns);
   DefinePhysicalMemoryArray(ns);
   DefineEthernetPort(ns);
+  DefineDiskDrive(ns);
+  DefineDiskPartition(ns);
+  DefineFileSystem(ns);
+  DefinePCIDevice(ns);
+  DefineUSBDevice(ns);
   return ns;
 }
 

@@ -31,6 +31,11 @@ constexpr Published kClasses[] = {
     {"CIM_PhysicalMemory", "Tag"},
     {"CIM_PhysicalMemoryArray", "Tag"},
     {"CIM_EthernetPort", "DeviceID"},
+    {"CIM_DiskDrive", "DeviceID"},
+    {"CIM_DiskPartition", "DeviceID"},
+    {"CIM_FileSystem", "Name"},
+    {"CIM_PCIDevice", "DeviceID"},
+    {"CIM_USBDevice", "DeviceID"},
 };
 
 class Provider : public ProviderTest {
