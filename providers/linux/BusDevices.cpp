@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::uint64_t kDevicesOnBus = 32;
 constexpr std::uint64_t kFunctionsOfDevice = 8;
+constexpr std::uint16_t kUSB3 = 0x0300;
 
 template <typename Number>
 std::optional<Number> ReadHex(const std::string& path) {
@@ -75,7 +76,9 @@ std::optional<TUSBDevice> ReadUSBDevice(const std::string& directory, const std:
   device.fClassCode = ReadHex<std::uint8_t>(directory + "/bDeviceClass");
   device.fSubclassCode = ReadHex<std::uint8_t>(directory + "/bDeviceSubClass");
   device.fProtocolCode = ReadHex<std::uint8_t>(directory + "/bDeviceProtocol");
-  device.fMaxPacketSize = ReadByte(directory + "/bMaxPacketSize0");
+  if (device.fUSBVersion < kUSB3) {  // which tells the binary logarithm there
+    device.fMaxPacketSize = ReadByte(directory + "/bMaxPacketSize0");
+  }
   device.fConfigurations = ReadByte(directory + "/bNumConfigurations");
   device.fConfiguration = ReadByte(directory + "/bConfigurationValue");
   if (device.fClassCode) {
@@ -84,14 +87,21 @@ std::optional<TUSBDevice> ReadUSBDevice(const std::string& directory, const std:
   return device;
 }
 
+// The database is only read where there is something to look up.
 template <typename Device>
-std::vector<Device> ReadDevices(const std::string& directory, const TIdDatabase& names,
+std::vector<Device> ReadDevices(const std::string& root, const std::string& bus,
                                 std::optional<Device> (*read)(const std::string&,
                                                               const std::string&,
                                                               const TIdDatabase&)) {
+  const std::string directory = root + "/sys/bus/" + bus + "/devices/";
+  const std::vector<std::string> found = ListDirectory(directory);
+  if (found.empty()) {
+    return {};
+  }
+  const TIdDatabase names = ReadIdDatabase(root, bus + ".ids");
   std::vector<Device> devices;
-  for (const std::string& name : ListDirectory(directory)) {
-    if (auto device = read(directory + "/" + name, name, names)) {
+  for (const std::string& name : found) {
+    if (auto device = read(directory + name, name, names)) {
       devices.push_back(std::move(*device));
     }
   }
@@ -131,13 +141,11 @@ std::optional<std::uint16_t> ParseUSBVersion(std::string_view text) {
 }
 
 std::vector<TPCIDevice> ReadPCIDevices(const std::string& root) {
-  return ReadDevices(root + "/sys/bus/pci/devices", ReadIdDatabase(root, "pci.ids"),
-                     &ReadPCIDevice);
+  return ReadDevices(root, "pci", &ReadPCIDevice);
 }
 
 std::vector<TUSBDevice> ReadUSBDevices(const std::string& root) {
-  return ReadDevices(root + "/sys/bus/usb/devices", ReadIdDatabase(root, "usb.ids"),
-                     &ReadUSBDevice);
+  return ReadDevices(root, "usb", &ReadUSBDevice);
 }
 
 }  // namespace linux_machine

@@ -20,6 +20,8 @@ namespace linux_machine {
 class TIdDatabase {
  public:
   explicit TIdDatabase(std::string text);
+  TIdDatabase(const TIdDatabase&) = delete;  // the entries are views of the text
+  TIdDatabase& operator=(const TIdDatabase&) = delete;
 
   std::optional<std::string> Vendor(std::uint16_t vendor) const;
   std::optional<std::string> Device(std::uint16_t vendor, std::uint16_t device) const;
