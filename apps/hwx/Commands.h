@@ -9,8 +9,13 @@
 
 namespace hwx {
 
+CommandPtr MakeCollectCommand();
+CommandPtr MakeConfigCommand();
+CommandPtr MakeDiffCommand();
 CommandPtr MakeIdentityCommand();
 CommandPtr MakeProvidersCommand();
+CommandPtr MakeRunCommand();
+CommandPtr MakeShowCommand();
 
 /// All of them, in the order in which the help lists them.
 std::vector<CommandPtr> AllCommands();

@@ -1,5 +1,6 @@
 #include "hwx/Identity.h"
 
+#include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 #include "hwxcore/value/THWXException.h"
 
@@ -142,6 +143,15 @@ void AskOperatingSystem(const TMachine& machine, TIdentity& identity) {
   identity.fOperatingSystemTypeName = OperatingSystemTypeName(identity.fOperatingSystemType);
 }
 
+TAnswer<std::string> AskXenDomain() {
+  static const char* const kDomains[] = {"control", "guest", "none"};
+  try {
+    return {kDomains[TOSSpecific::GetRunningTypeOnXen()], std::string()};
+  } catch (const THWXException&) {  // of the same status whatever is wrong
+    return Missing<std::string>("/proc/xen/capabilities can't be read");
+  }
+}
+
 std::string SourceVersion(TMachine machine) {
   return TCIMSchemaHelper::GetDataSourceVersion(machine, TCIMContext());
 }
@@ -160,6 +170,7 @@ TIdentity AskIdentity(const TMachine& machine) {
   identity.fSerialNumber = AskSerialNumber(machine);
   identity.fSystemName = AskText(machine, kSystemName, &TCIMSchemaHelper::GetSystemName);
   AskOperatingSystem(machine, identity);
+  identity.fXenDomain = AskXenDomain();
   identity.fDataSourceVersion = AskText(machine, kSourceVersion, &SourceVersion);
   identity.fDataSourceBuild = AskText(machine, kSourceBuild, &SourceBuild);
   return identity;

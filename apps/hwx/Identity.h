@@ -21,12 +21,13 @@ struct TIdentity {
   TAnswer<std::string> fOperatingSystemVersion;
   TAnswer<unsigned short> fOperatingSystemType;  ///< The CIM number.
   TAnswer<std::string> fOperatingSystemTypeName;
+  TAnswer<std::string> fXenDomain;  ///< "control", "guest", or "none" where there is no Xen.
   TAnswer<std::string> fDataSourceVersion;
   TAnswer<std::string> fDataSourceBuild;
 };
 
-/// Asks a namespace, by the library's queries, who its machine is. Failures of the namespace become
-/// reasons. Thread-safety: that of the namespace.
+/// Asks a namespace, by the library's queries, who its machine is, and this system in which domain
+/// it runs. Failures become reasons. Thread-safety: that of the namespace.
 TIdentity AskIdentity(const TMachine& machine);
 
 }  // namespace hwx

@@ -30,6 +30,7 @@ std::string IdentityText(const TIdentity& identity) {
       {"Operating system", Text(identity.fOperatingSystemName)},
       {"Operating system version", Text(identity.fOperatingSystemVersion)},
       {"Operating system type", TypeText(identity)},
+      {"Xen domain", Text(identity.fXenDomain)},
       {"Data source version", Text(identity.fDataSourceVersion)},
       {"Data source build", Text(identity.fDataSourceBuild)},
   });
@@ -46,6 +47,7 @@ std::string IdentityJson(const TIdentity& identity) {
       {"operatingSystemVersion", Json(identity.fOperatingSystemVersion)},
       {"operatingSystemType", Json(identity.fOperatingSystemType)},
       {"operatingSystemTypeName", Json(identity.fOperatingSystemTypeName)},
+      {"xenDomain", Json(identity.fXenDomain)},
       {"dataSourceVersion", Json(identity.fDataSourceVersion)},
       {"dataSourceBuild", Json(identity.fDataSourceBuild)},
   });

@@ -56,7 +56,7 @@ TEST_F(IdentityTest, ShowsARackServerWhole) {
   EXPECT_EQ(answers["operatingSystemTypeName"], Value("LINUX"));
   EXPECT_EQ(answers["dataSourceVersion"]["value"].get<std::string>().substr(0, 2), "0.");
   EXPECT_TRUE(answers["dataSourceBuild"]["value"].is_string());
-  EXPECT_EQ(answers.size(), 11u);
+  EXPECT_EQ(answers.size(), 12u);
 }
 
 TEST_F(IdentityTest, ShowsTheSameToPeople) {
@@ -73,7 +73,7 @@ TEST_F(IdentityTest, ShowsTheSameToPeople) {
                                      "Operating system          Debian GNU/Linux\n"
                                      "Operating system version  12\n"
                                      "Operating system type     36 (LINUX)\n"
-                                     "Data source version       "));
+                                     "Xen domain                "));
 }
 
 TEST_F(IdentityTest, ReadsEachFixedForm) {
@@ -126,7 +126,7 @@ TEST_F(IdentityTest, TellsFillerFromValues) {
 TEST_F(IdentityTest, AnswersOnABrokenMachine) {
   fHwx.On(MakeBrokenMachine(fMachine.Path()));
   const json answers = Ask();
-  EXPECT_EQ(answers.size(), 11u);
+  EXPECT_EQ(answers.size(), 12u);
   EXPECT_THAT(answers["serialNumber"]["reason"].get<std::string>(), HasSubstr("malformed: "));
   for (const auto& [key, answer] : answers.items()) {
     EXPECT_TRUE(!answer["value"].is_null() || !answer["reason"].get<std::string>().empty()) << key;
@@ -191,6 +191,22 @@ TEST_F(IdentityTest, FailsForFirmwareThatIsMalformed) {
   EXPECT_EQ(result.fStatus, 1);
   EXPECT_EQ(result.fOut, "");
   EXPECT_THAT(result.fErr, HasSubstr("hwx: --firmware " + cut + ": malformed: "));
+}
+
+TEST_F(IdentityTest, TellsTheDomainOfAHypervisor) {
+  const HwxTree tree;  // without /proc, the loader can't tell where the program lies
+  tree.Use(fHwx);
+  fHwx.On(MakeRackServer(fMachine.Path()));
+  const int result = RunInChild([&] {
+    if (!EnterPrivateMountNamespace() || !MountTmpfs("/proc")) return kSceneNotAllowed;
+    EXPECT_EQ(Ask()["xenDomain"], Value("none"));
+    std::filesystem::create_directory("/proc/xen");
+    std::ofstream("/proc/xen/capabilities") << "control_d\n";
+    EXPECT_EQ(Ask()["xenDomain"], Value("control"));
+    return 0;
+  });
+  if (result == kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to mount";
+  EXPECT_EQ(result, 0);
 }
 
 TEST_F(IdentityTest, KeepsControlCharactersOfFirmwareFromTheTerminal) {

@@ -39,17 +39,18 @@ extern "C" int dladdr(const void* address, Dl_info* info) noexcept {
   return next(address, info);
 }
 
-void* operator new(std::size_t size) {
+// Not inlined: at -O1 the compiler would see a pair of `new` and `free`, and warn of it.
+[[gnu::noinline]] void* operator new(std::size_t size) {
   if (gNoFileBuffer && size >= kFileBuffer) throw std::bad_alloc();
   if (void* const block = std::malloc(size)) return block;
   throw std::bad_alloc();
 }
 
-void operator delete(void* block) noexcept {
+[[gnu::noinline]] void operator delete(void* block) noexcept {
   std::free(block);
 }
 
-void operator delete(void* block, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
   std::free(block);
 }
 

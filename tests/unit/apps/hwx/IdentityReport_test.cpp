@@ -21,6 +21,7 @@ TIdentity WholeIdentity() {
   identity.fOperatingSystemVersion = {"12", ""};
   identity.fOperatingSystemType = {static_cast<unsigned short>(36), ""};
   identity.fOperatingSystemTypeName = {"LINUX", ""};
+  identity.fXenDomain = {"guest", ""};
   identity.fDataSourceVersion = {"0.1.0.7", ""};
   identity.fDataSourceBuild = {"7", ""};
   return identity;
@@ -36,6 +37,7 @@ TEST(IdentityText, AlignsLabelsAndValues) {
             "Operating system          Debian GNU/Linux\n"
             "Operating system version  12\n"
             "Operating system type     36 (LINUX)\n"
+            "Xen domain                guest\n"
             "Data source version       0.1.0.7\n"
             "Data source build         7\n");
 }
@@ -75,6 +77,7 @@ TEST(IdentityJson, HasAnObjectForEachKey) {
                          {"operatingSystemVersion", {{"value", "12"}}},
                          {"operatingSystemType", {{"value", 36}}},
                          {"operatingSystemTypeName", {{"value", "LINUX"}}},
+                         {"xenDomain", {{"value", "guest"}}},
                          {"dataSourceVersion", {{"value", "0.1.0.7"}}},
                          {"dataSourceBuild", {{"value", "7"}}}};
   EXPECT_EQ(json::parse(IdentityJson(WholeIdentity())), expected);
