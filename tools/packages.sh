@@ -14,7 +14,7 @@ test_packages=(
   "${run_packages[@]}"
   libgtest-dev libgmock-dev libbenchmark-dev
   libspdlog-dev libpoco-dev libglib2.0-dev
-  dmidecode clang-format
+  dmidecode lshw clang-format
 )
 
 # Installs those of the named packages that are missing; quick when none is.

@@ -16,6 +16,11 @@ namespace smbios {
 /// Structure types of which this project reads fields. A table holds many more.
 constexpr int kTypeBiosInformation = 0;
 constexpr int kTypeSystemInformation = 1;
+constexpr int kTypeBaseboard = 2;
+constexpr int kTypeChassis = 3;
+constexpr int kTypeProcessor = 4;
+constexpr int kTypeBiosLanguage = 13;
+constexpr int kTypeMemoryArray = 16;
 constexpr int kTypeMemoryDevice = 17;
 constexpr int kTypeEndOfTable = 127;
 

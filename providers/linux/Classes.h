@@ -22,6 +22,19 @@ void DefineComputerSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& 
 void DefineOperatingSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 void DefineProduct(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 void DefineScsiDevice(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineBIOSElement(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineCard(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineChassis(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineDiskDrive(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineDiskPartition(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineEthernetPort(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineFileSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineMemory(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefinePCIDevice(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefinePhysicalMemory(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefinePhysicalMemoryArray(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineProcessor(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineUSBDevice(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 
 /// Sets a property, or leaves it the typed null that it is from the start.
 template <typename Value>

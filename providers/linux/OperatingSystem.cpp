@@ -3,7 +3,6 @@
 #include <sys/utsname.h>
 
 #include <algorithm>
-#include <limits>
 
 #include "providers/linux/OSRelease.h"
 #include "providers/linux/TextFile.h"
@@ -40,13 +39,6 @@ TOSRelease ReadOSRelease(const std::string& root) {
   return ParseOSRelease(text.value_or(std::string()));
 }
 
-std::optional<std::uint32_t> Narrow(std::optional<std::uint64_t> number) {
-  if (!number || *number > std::numeric_limits<std::uint32_t>::max()) {
-    return std::nullopt;
-  }
-  return static_cast<std::uint32_t>(*number);
-}
-
 // There is no system without processes: a /proc that shows none doesn't tell how many there are.
 std::optional<std::uint32_t> CountProcesses(const std::string& root) {
   const std::vector<std::string> names = ListDirectory(root + "/proc");
@@ -75,7 +67,7 @@ TOperatingSystem ReadOperatingSystem(const std::string& root) {
     system.fUsers = CountSessions(*sessions);
   }
   system.fProcesses = CountProcesses(root);
-  system.fMaxProcesses = Narrow(ReadNumber(root + "/proc/sys/kernel/pid_max"));
+  system.fMaxProcesses = Narrow<std::uint32_t>(ReadNumber(root + "/proc/sys/kernel/pid_max"));
   return system;
 }
 

@@ -18,6 +18,19 @@ boost::shared_ptr<NQORHWX20::ICIMNamespace> BuildNamespace() {
   DefineOperatingSystem(ns);
   DefineProduct(ns);
   DefineScsiDevice(ns);
+  DefineBIOSElement(ns);
+  DefineChassis(ns);
+  DefineCard(ns);
+  DefineProcessor(ns);
+  DefineMemory(ns);
+  DefinePhysicalMemory(ns);
+  DefinePhysicalMemoryArray(ns);
+  DefineEthernetPort(ns);
+  DefineDiskDrive(ns);
+  DefineDiskPartition(ns);
+  DefineFileSystem(ns);
+  DefinePCIDevice(ns);
+  DefineUSBDevice(ns);
   return ns;
 }
 

@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <utility>
 
-#include "providers/linux/TextFile.h"
+#include "providers/linux/FirmwareTables.h"
 #include "smbios/TableReader.h"
 
 namespace linux_machine {
@@ -21,10 +19,6 @@ constexpr std::size_t kUUID = 0x08;
 constexpr std::size_t kUUIDSize = 16;
 constexpr std::size_t kSKUNumber = 0x19;
 constexpr std::size_t kFamily = 0x1A;
-
-std::optional<std::string> Present(std::string text) {
-  return text.empty() ? std::nullopt : std::optional(std::move(text));
-}
 
 // From version 2.6 on the format has the first three groups of the UUID lowest byte first. Some
 // makers wrote the minor version in decimal digits: 2.31 and 2.33 stand for 2.3, and 2.51 for 2.6.
@@ -66,18 +60,15 @@ std::optional<std::string> ParseUUID(const smbios::TStructure& structure, bool s
 
 // The kernel keeps these even where it doesn't hand out the tables. The serial number and the UUID
 // it shows to root alone.
-TSystemInformation ReadKernelCopy(const std::string& root) {
-  const auto read = [directory = root + "/sys/class/dmi/id/"](const char* name) {
-    return Present(ReadAttribute(directory + name).value_or(std::string()));
-  };
+TSystemInformation ReadKernelCopies(const std::string& root) {
   TSystemInformation information;
-  information.fManufacturer = read("sys_vendor");
-  information.fProductName = read("product_name");
-  information.fVersion = read("product_version");
-  information.fSerialNumber = read("product_serial");
-  information.fUUID = read("product_uuid");
-  information.fSKUNumber = read("product_sku");
-  information.fFamily = read("product_family");
+  information.fManufacturer = ReadKernelCopy(root, "sys_vendor");
+  information.fProductName = ReadKernelCopy(root, "product_name");
+  information.fVersion = ReadKernelCopy(root, "product_version");
+  information.fSerialNumber = ReadKernelCopy(root, "product_serial");
+  information.fUUID = ReadKernelCopy(root, "product_uuid");
+  information.fSKUNumber = ReadKernelCopy(root, "product_sku");
+  information.fFamily = ReadKernelCopy(root, "product_family");
   return information;
 }
 
@@ -85,17 +76,14 @@ TSystemInformation ReadKernelCopy(const std::string& root) {
 
 TSystemInformation ParseSystemInformation(const smbios::TStructure& structure, int major,
                                           int minor) {
-  const auto text = [&structure](std::size_t offset) {
-    return Present(std::string(structure.StringAt(offset)));
-  };
   TSystemInformation information;
-  information.fManufacturer = text(kManufacturer);
-  information.fProductName = text(kProductName);
-  information.fVersion = text(kVersion);
-  information.fSerialNumber = text(kSerialNumber);
+  information.fManufacturer = FirmwareText(structure, kManufacturer);
+  information.fProductName = FirmwareText(structure, kProductName);
+  information.fVersion = FirmwareText(structure, kVersion);
+  information.fSerialNumber = FirmwareText(structure, kSerialNumber);
   information.fUUID = ParseUUID(structure, HasSwappedUUID(major, minor));
-  information.fSKUNumber = text(kSKUNumber);
-  information.fFamily = text(kFamily);
+  information.fSKUNumber = FirmwareText(structure, kSKUNumber);
+  information.fFamily = FirmwareText(structure, kFamily);
   return information;
 }
 
@@ -107,8 +95,8 @@ TSystemInformation ReadSystemInformation(const std::string& root) {
   if (structure) {
     const smbios::TEntryPoint& entryPoint = tables.EntryPoint();
     information = ParseSystemInformation(*structure, entryPoint.fMajor, entryPoint.fMinor);
-  } else if (std::getenv("HWX_SMBIOS_TABLES") == nullptr) {
-    information = ReadKernelCopy(root);
+  } else {
+    information = ReadKernelCopies(root);
   }
   information.fFirmwareStatus = Present(smbios::WhyUnsound(tables, location));
   if (!information.fFirmwareStatus && !structure) {

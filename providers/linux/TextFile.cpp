@@ -38,6 +38,13 @@ bool IsRegularFile(const TDescriptor& file) {
   return file.Get() >= 0 && ::fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
+std::optional<std::uint64_t> ParseDigits(std::string_view text, int base) {
+  std::uint64_t number = 0;
+  const char* end = text.data() + text.size();
+  const std::from_chars_result result = std::from_chars(text.data(), end, number, base);
+  return result.ec == std::errc() && result.ptr == end ? std::optional(number) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<std::string> ReadFile(const std::string& path, std::size_t limit) {
@@ -95,11 +102,26 @@ std::string WithoutTrailingBlanks(std::string_view text) {
   return std::string(text.substr(0, text.find_last_not_of(' ') + 1));  // npos + 1 is 0
 }
 
+std::optional<std::string> ReadTrimmed(const std::string& path) {
+  const std::string value = WithoutTrailingBlanks(ReadAttribute(path).value_or(std::string()));
+  const std::size_t begin = value.find_first_not_of(' ');
+  return begin == std::string::npos ? std::nullopt : std::optional(value.substr(begin));
+}
+
 std::optional<std::uint64_t> ParseNumber(std::string_view text) {
-  std::uint64_t number = 0;
-  const char* end = text.data() + text.size();
-  const std::from_chars_result result = std::from_chars(text.data(), end, number);
-  return result.ec == std::errc() && result.ptr == end ? std::optional(number) : std::nullopt;
+  return ParseDigits(text, 10);
+}
+
+std::optional<std::uint64_t> ParseHex(std::string_view text) {
+  text.remove_prefix(text.substr(0, 2) == "0x" ? 2 : 0);
+  return ParseDigits(text, 16);
+}
+
+std::optional<std::uint64_t> Multiply(std::optional<std::uint64_t> left,
+                                      std::optional<std::uint64_t> right) {
+  std::uint64_t product = 0;
+  const bool isKnown = left && right && !__builtin_mul_overflow(*left, *right, &product);
+  return isKnown ? std::optional(product) : std::nullopt;
 }
 
 std::string_view TakeLine(std::string_view& text) {

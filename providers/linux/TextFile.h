@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -38,9 +39,28 @@ std::string CutAtNul(std::string_view text);
 /// The text without the blanks at its end.
 std::string WithoutTrailingBlanks(std::string_view text);
 
+/// A value as `ReadAttribute` gives it, without the blanks at both ends; none when nothing is left.
+std::optional<std::string> ReadTrimmed(const std::string& path);
+
 /// The decimal number that the text is, whole and without a sign. None for anything else, and for a
 /// number of more than 64 bits.
 std::optional<std::uint64_t> ParseNumber(std::string_view text);
+
+/// The same of a hexadecimal number, with "0x" in front or without.
+std::optional<std::uint64_t> ParseHex(std::string_view text);
+
+/// The number as a narrower type; none when it doesn't fit.
+template <typename Number>
+std::optional<Number> Narrow(std::optional<std::uint64_t> number) {
+  if (!number || *number > std::numeric_limits<Number>::max()) {
+    return std::nullopt;
+  }
+  return static_cast<Number>(*number);
+}
+
+/// The product; none when either is, or when it doesn't fit.
+std::optional<std::uint64_t> Multiply(std::optional<std::uint64_t> left,
+                                      std::optional<std::uint64_t> right);
 
 /// Takes the first line off `text` and returns it, without its newline.
 std::string_view TakeLine(std::string_view& text);

@@ -13,8 +13,30 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-constexpr const char* kClasses[] = {"QORSG_ComputerSystem", "QORSG_OperatingSystem",
-                                    "QORSG_HWXProduct", "QORSG_SCSIDevice"};
+struct Published {
+  const char* name;
+  const char* key;
+};
+
+constexpr Published kClasses[] = {
+    {"QORSG_ComputerSystem", "Name"},
+    {"QORSG_OperatingSystem", "Name"},
+    {"QORSG_HWXProduct", "Name"},
+    {"QORSG_SCSIDevice", "DeviceID"},
+    {"CIM_BIOSElement", "Name"},
+    {"CIM_Chassis", "Tag"},
+    {"CIM_Card", "Tag"},
+    {"CIM_Processor", "DeviceID"},
+    {"CIM_Memory", "DeviceID"},
+    {"CIM_PhysicalMemory", "Tag"},
+    {"CIM_PhysicalMemoryArray", "Tag"},
+    {"CIM_EthernetPort", "DeviceID"},
+    {"CIM_DiskDrive", "DeviceID"},
+    {"CIM_DiskPartition", "DeviceID"},
+    {"CIM_FileSystem", "Name"},
+    {"CIM_PCIDevice", "DeviceID"},
+    {"CIM_USBDevice", "DeviceID"},
+};
 
 class Provider : public ProviderTest {
  protected:
@@ -102,18 +124,21 @@ TEST_F(Provider, PublishesItsClassesAsRootClasses) {
         return true;
       },
       {});
-  EXPECT_THAT(names, ::testing::ElementsAreArray(kClasses));
+  std::vector<std::string> expected;
+  for (const Published& published : kClasses) {
+    expected.emplace_back(published.name);
+  }
+  EXPECT_EQ(names, expected);
 }
 
 TEST_F(Provider, DeclaresOneKeyForEachClass) {
-  EXPECT_THAT(Keys("QORSG_ComputerSystem"), ElementsAre("Name"));
-  EXPECT_THAT(Keys("QORSG_OperatingSystem"), ElementsAre("Name"));
-  EXPECT_THAT(Keys("QORSG_HWXProduct"), ElementsAre("Name"));
-  EXPECT_THAT(Keys("QORSG_SCSIDevice"), ElementsAre("DeviceID"));
+  for (const auto& [name, key] : kClasses) {
+    EXPECT_THAT(Keys(name), ElementsAre(key)) << name;
+  }
 }
 
 TEST_F(Provider, DescribesEachClassAndProperty) {
-  for (const char* name : kClasses) {
+  for (const auto& [name, key] : kClasses) {
     EXPECT_THAT(Description(fNamespace->GetClass(name, {})), Not(IsEmpty())) << name;
     ForEachProperty(name, [&](const boost::shared_ptr<ICIMPropertyDecl>& decl) {
       EXPECT_THAT(Description(decl), Not(IsEmpty())) << name << "." << decl->GetName({});
@@ -122,7 +147,7 @@ TEST_F(Provider, DescribesEachClassAndProperty) {
 }
 
 TEST_F(Provider, ValuesOfUnknownMachinesAreNullsOfTheDeclaredTypes) {
-  for (const char* name : kClasses) {
+  for (const auto& [name, key] : kClasses) {
     for (const auto& instance : List(name)) {
       ForEachProperty(name, [&](const boost::shared_ptr<ICIMPropertyDecl>& decl) {
         EXPECT_EQ(Value(instance, decl->GetName({})).GetType(), decl->GetType({}))

@@ -132,6 +132,34 @@ TEST(Text, ComesApartLineByLine) {
   EXPECT_EQ(TakeLine(text), "");
 }
 
+TEST(Number, OfHexadecimalDigitsMayHaveAPrefix) {
+  EXPECT_EQ(ParseHex("0x1af4"), 0x1af4u);
+  EXPECT_EQ(ParseHex("1AF4"), 0x1af4u);
+  EXPECT_EQ(ParseHex("ffffffffffffffff"), UINT64_MAX);
+  for (const char* text : {"", "0x", "0x0x1", "-1", "g", "1 ", " 1", "10000000000000000"}) {
+    EXPECT_FALSE(ParseHex(text)) << text;
+  }
+}
+
+TEST(Number, IsNoneWhereItDoesNotFit) {
+  EXPECT_EQ(Narrow<std::uint8_t>(255), std::uint8_t{255});
+  EXPECT_FALSE(Narrow<std::uint8_t>(256));
+  EXPECT_FALSE(Narrow<std::uint8_t>(std::nullopt));
+  EXPECT_EQ(Multiply(UINT64_MAX, 1), UINT64_MAX);
+  EXPECT_EQ(Multiply(UINT64_MAX, 0), 0u);
+  EXPECT_FALSE(Multiply(UINT64_MAX, 2));
+  EXPECT_FALSE(Multiply(std::nullopt, 2));
+}
+
+TEST(Text, IsTakenWithoutTheBlanksAround) {
+  const TemporaryDirectory directory;
+  hwxtest::WriteMachineFile(directory.Path(), "padded", "  DISK 15K  \n");
+  EXPECT_EQ(ReadTrimmed(directory / "padded"), "DISK 15K");
+  hwxtest::WriteMachineFile(directory.Path(), "blank", "   \n");
+  EXPECT_FALSE(ReadTrimmed(directory / "blank"));
+  EXPECT_FALSE(ReadTrimmed(directory / "absent"));
+}
+
 }  // namespace
 
 }  // namespace linux_machine

@@ -1,0 +1,127 @@
+#include "providers/linux/Enclosures.h"
+
+#include "providers/linux/FirmwareTables.h"
+#include "providers/linux/TextFile.h"
+
+namespace linux_machine {
+
+namespace {
+
+constexpr std::uint8_t kRackMountChassis = 23;
+constexpr std::uint16_t kTrue = 1;
+constexpr float kInchesPerUnit = 1.75F;
+
+// The numbers of the format are those of CIM, but for three.
+std::optional<std::uint16_t> PackageType(std::uint8_t type) {
+  switch (type) {
+    case 0:
+    case 2:  // "unknown" in the format
+      return std::nullopt;
+    case 28:  // a blade, for which CIM has no number here
+      return std::uint16_t{1};
+    case 29:  // a blade enclosure
+      return std::uint16_t{28};
+    default:
+      return type;
+  }
+}
+
+void SetType(TChassis& chassis, std::uint8_t type) {
+  chassis.fPackageType = PackageType(type);
+  if (type == kRackMountChassis) {
+    chassis.fRackMountable = kTrue;
+  }
+}
+
+std::optional<bool> Flag(const smbios::TStructure& structure, std::size_t offset, int bit) {
+  return structure.HasField(offset, 1) ? std::optional((structure.Byte(offset) >> bit) % 2 == 1)
+                                       : std::nullopt;
+}
+
+// The SKU number stands behind a list of parts whose length the structure tells.
+std::optional<std::string> SKU(const smbios::TStructure& structure) {
+  const std::size_t parts = std::size_t{structure.Byte(0x13)} * structure.Byte(0x14);
+  return structure.HasField(0x14, 1) ? FirmwareText(structure, 0x15 + parts) : std::nullopt;
+}
+
+template <typename Row>
+std::vector<Row> OneUnlessNothing(const Row& row, bool isSomething) {
+  return isSomething ? std::vector<Row>{row} : std::vector<Row>();
+}
+
+std::vector<TChassis> ReadChassisCopy(const std::string& root) {
+  TChassis chassis;
+  chassis.fTag = "Chassis 0";
+  chassis.fManufacturer = ReadKernelCopy(root, "chassis_vendor");
+  chassis.fVersion = ReadKernelCopy(root, "chassis_version");
+  chassis.fSerialNumber = ReadKernelCopy(root, "chassis_serial");
+  chassis.fAssetTag = ReadKernelCopy(root, "chassis_asset_tag");
+  const std::string type = ReadKernelCopy(root, "chassis_type").value_or(std::string());
+  SetType(chassis, Narrow<std::uint8_t>(ParseNumber(type)).value_or(0));
+  return OneUnlessNothing(chassis, chassis.fManufacturer || chassis.fVersion ||
+                                       chassis.fSerialNumber || chassis.fPackageType);
+}
+
+std::vector<TBoard> ReadBoardCopy(const std::string& root) {
+  TBoard board;
+  board.fTag = "Card 0";
+  board.fManufacturer = ReadKernelCopy(root, "board_vendor");
+  board.fModel = ReadKernelCopy(root, "board_name");
+  board.fVersion = ReadKernelCopy(root, "board_version");
+  board.fSerialNumber = ReadKernelCopy(root, "board_serial");
+  board.fAssetTag = ReadKernelCopy(root, "board_asset_tag");
+  return OneUnlessNothing(
+      board, board.fManufacturer || board.fModel || board.fVersion || board.fSerialNumber);
+}
+
+}  // namespace
+
+std::optional<TChassis> ParseChassis(const smbios::TStructure& structure, std::size_t number) {
+  TChassis chassis;
+  chassis.fTag = "Chassis " + std::to_string(number);
+  chassis.fManufacturer = FirmwareText(structure, 0x04);
+  SetType(chassis, structure.Byte(0x05) & 0x7F);
+  chassis.fLockPresent = Flag(structure, 0x05, 7);
+  chassis.fVersion = FirmwareText(structure, 0x06);
+  chassis.fSerialNumber = FirmwareText(structure, 0x07);
+  chassis.fAssetTag = FirmwareText(structure, 0x08);
+  chassis.fSKU = SKU(structure);
+  // 0 is a field that isn't there, or no number that the format knows.
+  chassis.fSecurityBreach = KnownNumber<std::uint16_t>(structure.Byte(0x0C), {0});
+  if (const std::uint8_t units = structure.Byte(0x11)) {
+    chassis.fHeight = units * kInchesPerUnit;
+  }
+  chassis.fPowerCords = KnownNumber<std::uint16_t>(structure.Byte(0x12), {0});
+  return chassis;
+}
+
+std::optional<TBoard> ParseBoard(const smbios::TStructure& structure, std::size_t number) {
+  TBoard board;
+  board.fTag = "Card " + std::to_string(number);
+  board.fManufacturer = FirmwareText(structure, 0x04);
+  board.fModel = FirmwareText(structure, 0x05);
+  board.fVersion = FirmwareText(structure, 0x06);
+  board.fSerialNumber = FirmwareText(structure, 0x07);
+  board.fAssetTag = FirmwareText(structure, 0x08);
+  board.fHosting = Flag(structure, 0x09, 0);
+  board.fRequiresDaughterBoard = Flag(structure, 0x09, 1);
+  board.fRemovable = Flag(structure, 0x09, 2);
+  board.fReplaceable = Flag(structure, 0x09, 3);
+  board.fHotSwappable = Flag(structure, 0x09, 4);
+  board.fLocation = FirmwareText(structure, 0x0A);
+  return board;
+}
+
+std::vector<TChassis> ReadChassis(const std::string& root) {
+  std::vector<TChassis> found =
+      ParseStructures(ReadFirmwareTables(root), smbios::kTypeChassis, &ParseChassis);
+  return found.empty() ? ReadChassisCopy(root) : found;
+}
+
+std::vector<TBoard> ReadBoards(const std::string& root) {
+  std::vector<TBoard> found =
+      ParseStructures(ReadFirmwareTables(root), smbios::kTypeBaseboard, &ParseBoard);
+  return found.empty() ? ReadBoardCopy(root) : found;
+}
+
+}  // namespace linux_machine

@@ -1,0 +1,170 @@
+#include "providers/linux/FileSystems.h"
+
+#include <sys/statvfs.h>
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+
+#include "providers/linux/TextFile.h"
+
+namespace linux_machine {
+
+namespace {
+
+// Types that hold the kernel's own objects, not people's files.
+constexpr std::string_view kInterfaces[] = {
+    "autofs",  "binfmt_misc", "bpf",        "cgroup",    "cgroup2", "configfs",
+    "debugfs", "devpts",      "devtmpfs",   "efivarfs",  "fusectl", "hugetlbfs",
+    "mqueue",  "nfsd",        "nsfs",       "proc",      "pstore",  "resctrl",
+    "rootfs",  "rpc_pipefs",  "securityfs", "selinuxfs", "sysfs",   "tracefs",
+};
+constexpr std::string_view kAutomounter = "autofs";  // waits for a mount, when it is touched
+
+// Types whose files lie on this machine, and whose code lies in the kernel.
+constexpr std::string_view kLocalTypes[] = {
+    "bcachefs", "btrfs",    "erofs", "exfat", "ext2",  "ext3",   "ext4",  "f2fs",    "hfs",
+    "hfsplus",  "iso9660",  "jfs",   "minix", "msdos", "nilfs2", "ntfs3", "overlay", "ramfs",
+    "reiserfs", "squashfs", "tmpfs", "udf",   "vfat",  "xfs",    "zfs",
+};
+constexpr std::string_view kMemoryTypes[] = {"ramfs", "tmpfs"};
+
+enum EPersistence : std::uint16_t { kPersistent = 2, kTemporary = 3 };
+
+template <std::size_t kSize>
+bool IsOneOf(const std::string_view (&types)[kSize], std::string_view type) {
+  return std::find(std::begin(types), std::end(types), type) != std::end(types);
+}
+
+bool MayBlock(const TMount& mount) {
+  const bool isInterface = IsOneOf(kInterfaces, mount.fType) && mount.fType != kAutomounter;
+  return !isInterface && !IsOneOf(kLocalTypes, mount.fType);
+}
+
+// Whether the way to a path leads through a directory or ends there.
+bool IsOnTheWay(std::string_view directory, std::string_view path) {
+  if (directory == "/") {
+    return true;
+  }
+  return path.substr(0, directory.size()) == directory &&
+         (path.size() == directory.size() || path[directory.size()] == '/');
+}
+
+std::vector<std::string_view> SplitAtBlanks(std::string_view line) {
+  std::vector<std::string_view> words;
+  while (!line.empty()) {
+    const std::string_view word = line.substr(0, line.find(' '));
+    words.push_back(word);
+    line.remove_prefix(std::min(word.size() + 1, line.size()));
+  }
+  return words;
+}
+
+bool IsOctalDigit(char c) {
+  return c >= '0' && c <= '7';
+}
+
+// Blanks, newlines and backslashes stand as a backslash with three octal digits.
+std::string Unescape(std::string_view text) {
+  std::string plain;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const std::string_view digits = text.substr(i + 1, 3);
+    const bool isEscape = text[i] == '\\' && digits.size() == 3 && digits[0] <= '3' &&
+                          std::all_of(digits.begin(), digits.end(), &IsOctalDigit);
+    if (isEscape) {
+      const int code = (digits[0] - '0') * 64 + (digits[1] - '0') * 8 + (digits[2] - '0');
+      plain += static_cast<char>(code);
+      i += 3;
+    } else {
+      plain += text[i];
+    }
+  }
+  return plain;
+}
+
+// Number, parent, device, root, mount point, options, any number of tags, "-", type, source and the
+// file system's options.
+std::optional<TMount> ParseMount(std::string_view line) {
+  const std::vector<std::string_view> words = SplitAtBlanks(line);
+  const auto separator = std::find(words.begin(), words.end(), "-");
+  if (separator - words.begin() < 6 || words.end() - separator < 3) {
+    return std::nullopt;
+  }
+  return TMount{Unescape(words[3]), Unescape(words[4]), std::string(words[5]),
+                Unescape(separator[1]), Unescape(separator[2])};
+}
+
+bool IsReadOnly(const TMount& mount) {
+  return ("," + mount.fOptions + ",").find(",ro,") != std::string::npos;
+}
+
+void AddSizes(TFileSystem& system) {
+  struct statvfs status {};
+  if (::statvfs(system.fName.c_str(), &status) != 0) {
+    return;
+  }
+  system.fBlockSize = status.f_frsize;
+  system.fSize = Multiply(status.f_frsize, status.f_blocks);
+  system.fAvailable = Multiply(status.f_frsize, status.f_bavail);
+  if (status.f_files >= status.f_ffree && status.f_files != 0) {  // some don't count
+    system.fFiles = status.f_files - status.f_ffree;
+  }
+  system.fMaxNameLength = Narrow<std::uint32_t>(status.f_namemax);
+}
+
+}  // namespace
+
+std::vector<TMount> ParseMountInfo(std::string_view text) {
+  std::vector<TMount> mounts;
+  while (!text.empty()) {
+    if (auto mount = ParseMount(TakeLine(text))) {
+      mounts.push_back(std::move(*mount));
+    }
+  }
+  return mounts;
+}
+
+std::vector<TMount> SelectFileSystems(const std::vector<TMount>& mounts) {
+  std::map<std::string_view, const TMount*> last;
+  for (const TMount& mount : mounts) {
+    last[mount.fMountPoint] = &mount;
+  }
+  std::vector<TMount> selected;
+  std::copy_if(mounts.begin(), mounts.end(), std::back_inserter(selected),
+               [&last](const TMount& mount) {
+                 return !IsOneOf(kInterfaces, mount.fType) && last[mount.fMountPoint] == &mount;
+               });
+  return selected;
+}
+
+bool IsSafeToAsk(const TMount& mount, const std::vector<TMount>& mounts) {
+  return std::none_of(mounts.begin(), mounts.end(), [&mount](const TMount& other) {
+    return MayBlock(other) && IsOnTheWay(other.fMountPoint, mount.fMountPoint);
+  });
+}
+
+std::vector<TFileSystem> ReadFileSystems(const std::string& root) {
+  const std::vector<TMount> mounts =
+      ParseMountInfo(ReadFile(root + "/proc/self/mountinfo").value_or(std::string()));
+  std::vector<TMount> blocking;
+  std::copy_if(mounts.begin(), mounts.end(), std::back_inserter(blocking), &MayBlock);
+  std::vector<TFileSystem> systems;
+  for (const TMount& mount : SelectFileSystems(mounts)) {
+    TFileSystem system;
+    system.fName = mount.fMountPoint;
+    system.fRoot = mount.fRoot;
+    system.fSource = mount.fSource;
+    system.fType = mount.fType;
+    system.fReadOnly = IsReadOnly(mount);
+    if (IsOneOf(kLocalTypes, mount.fType)) {
+      system.fPersistence = IsOneOf(kMemoryTypes, mount.fType) ? kTemporary : kPersistent;
+    }
+    if (root.empty() && IsSafeToAsk(mount, blocking)) {
+      AddSizes(system);
+    }
+    systems.push_back(std::move(system));
+  }
+  return systems;
+}
+
+}  // namespace linux_machine

@@ -1,0 +1,127 @@
+#include "providers/linux/MemoryModules.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "providers/linux/FirmwareTables.h"
+#include "providers/linux/TextFile.h"
+
+namespace linux_machine {
+
+namespace {
+
+constexpr std::uint64_t kKibibyte = 1024;
+constexpr std::uint64_t kMebibyte = 1024 * 1024;
+
+// The numbers of CIM, at the places of those of the format.
+constexpr std::uint16_t kUnknown = 0;
+constexpr std::uint16_t kOther = 1;
+constexpr std::uint16_t kFormFactors[] = {0, 1, 0, 7, 2, 1, 3, 4, 6, 8, 9, 1, 11, 12, 13, 24, 1};
+constexpr std::uint16_t kMemoryTypes[] = {0,  1,  0,  2,  6,  7,  8,  9,  10, 11, 12, 13,
+                                          14, 15, 16, 17, 18, 19, 20, 21, 23, 1,  1,  1,
+                                          24, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34, 35};
+
+template <std::size_t kSize>
+std::uint16_t Translate(const std::uint16_t (&numbers)[kSize], std::uint8_t number) {
+  return number < kSize ? numbers[number] : kOther;
+}
+
+template <std::size_t kSize>
+std::optional<std::uint16_t> Translated(const std::uint16_t (&numbers)[kSize],
+                                        const smbios::TStructure& structure, std::size_t offset) {
+  return KnownNumber(Translate(numbers, structure.Byte(offset)), {kUnknown});
+}
+
+// The size field has 15 bits of MiB, or of KiB when the highest bit is set; sizes from 32 GiB on
+// stand in a wider one.
+std::optional<std::uint64_t> ModuleCapacity(const smbios::TStructure& structure) {
+  const std::uint16_t size = structure.Word(0x0C);
+  if (size == 0xFFFF) {
+    return std::nullopt;
+  }
+  if (size == 0x7FFF) {
+    return (structure.DWord(0x1C) & 0x7FFFFFFF) * kMebibyte;
+  }
+  return (size & 0x7FFF) * ((size & 0x8000) != 0 ? kKibibyte : kMebibyte);
+}
+
+// A speed of 16 bits, or the wider one that newer tables have for those that don't fit.
+std::optional<std::uint32_t> ModuleSpeed(const smbios::TStructure& structure, std::size_t offset,
+                                         std::size_t wideOffset) {
+  const std::uint16_t speed = structure.Word(offset);
+  const std::uint32_t wide = structure.DWord(wideOffset) & 0x7FFFFFFF;
+  return KnownNumber<std::uint32_t>(speed == 0xFFFF ? wide : speed, {0});
+}
+
+// KiB, or the bytes that newer tables have for what doesn't fit.
+std::optional<std::uint64_t> ArrayCapacity(const smbios::TStructure& structure) {
+  const std::uint32_t capacity = structure.DWord(0x07);
+  const std::uint64_t wide = structure.QWord(0x0F) / kKibibyte;
+  return KnownNumber<std::uint64_t>(capacity == 0x80000000 ? wide : capacity, {0});
+}
+
+std::optional<std::uint16_t> KnownByte(const smbios::TStructure& structure, std::size_t offset) {
+  return KnownNumber<std::uint16_t>(structure.Byte(offset), {0});
+}
+
+}  // namespace
+
+std::optional<TMemoryModule> ParseMemoryModule(const smbios::TStructure& structure,
+                                               std::size_t number) {
+  if (structure.Word(0x0C) == 0) {
+    return std::nullopt;
+  }
+  TMemoryModule module;
+  module.fTag = "Physical Memory " + std::to_string(number);
+  module.fLocator = FirmwareText(structure, 0x10);
+  module.fBank = FirmwareText(structure, 0x11);
+  module.fCapacity = ModuleCapacity(structure);
+  module.fFormFactor = Translated(kFormFactors, structure, 0x0E);
+  module.fMemoryType = Translated(kMemoryTypes, structure, 0x12);
+  module.fTotalWidth = KnownNumber<std::uint16_t>(structure.Word(0x08), {0, 0xFFFF});
+  module.fDataWidth = KnownNumber<std::uint16_t>(structure.Word(0x0A), {0, 0xFFFF});
+  module.fMaxSpeed = ModuleSpeed(structure, 0x15, 0x54);
+  module.fConfiguredSpeed = ModuleSpeed(structure, 0x20, 0x58);
+  module.fManufacturer = FirmwareText(structure, 0x17);
+  module.fSerialNumber = FirmwareText(structure, 0x18);
+  module.fAssetTag = FirmwareText(structure, 0x19);
+  module.fPartNumber = FirmwareText(structure, 0x1A);
+  return module;
+}
+
+std::optional<TMemoryArray> ParseMemoryArray(const smbios::TStructure& structure,
+                                             std::size_t number) {
+  TMemoryArray array;
+  array.fTag = "Physical Memory Array " + std::to_string(number);
+  array.fLocation = KnownByte(structure, 0x04);
+  array.fUse = KnownByte(structure, 0x05);
+  array.fErrorCorrection = KnownByte(structure, 0x06);
+  array.fMaxCapacity = ArrayCapacity(structure);
+  if (structure.HasField(0x0D, 2)) {
+    array.fSlots = structure.Word(0x0D);
+  }
+  return array;
+}
+
+std::vector<TMemoryModule> ReadMemoryModules(const std::string& root) {
+  return ParseStructures(ReadFirmwareTables(root), smbios::kTypeMemoryDevice, &ParseMemoryModule);
+}
+
+std::vector<TMemoryArray> ReadMemoryArrays(const std::string& root) {
+  return ParseStructures(ReadFirmwareTables(root), smbios::kTypeMemoryArray, &ParseMemoryArray);
+}
+
+std::vector<TSystemMemory> ReadSystemMemory(const std::string& root) {
+  const std::string directory = root + "/sys/devices/system/memory";
+  const auto blockSize = ReadAttribute(directory + "/block_size_bytes");  // without "0x"
+  if (!blockSize) {
+    return {};
+  }
+  const std::vector<std::string> names = ListDirectory(directory);
+  const auto count = std::count_if(names.begin(), names.end(), [&](const std::string& name) {
+    return name.rfind("memory", 0) == 0 && ReadNumber(directory + "/" + name + "/online") == 1;
+  });
+  return {{"System Memory", ParseHex(*blockSize), static_cast<std::uint64_t>(count)}};
+}
+
+}  // namespace linux_machine

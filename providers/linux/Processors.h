@@ -1,0 +1,77 @@
+// The machine's processors: the packages that run, with what the firmware tells of their sockets.
+// Thread-safety: no state is kept. Reading looks at the environment, which no thread may change
+// meanwhile.
+
+#ifndef PROVIDERS_LINUX_PROCESSORS_H
+#define PROVIDERS_LINUX_PROCESSORS_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "smbios/TableWalker.h"
+
+namespace linux_machine {
+
+/// What the kernel schedules on: a core, or one of the threads that a core runs at once.
+struct TLogicalProcessor {
+  std::uint64_t fNumber = 0;
+  std::string fPackage;  ///< Equal for those of one package.
+  std::string fCore;     ///< Equal for those of one core, within the package.
+  std::optional<std::string> fModelName;
+  std::optional<std::string> fVendor;
+  std::optional<std::string> fStepping;
+  std::optional<std::uint32_t> fMegaHertz;     ///< Now.
+  std::optional<std::uint32_t> fMaxMegaHertz;  ///< What it can be clocked with.
+  std::optional<std::uint16_t> fAddressWidth;  ///< Bits of a physical address.
+  bool fIs64Bit = false;
+};
+
+/// A package. Numbers of families, of upgrade methods and of the status are the firmware's, which
+/// CIM shares.
+struct TProcessor {
+  std::string fDeviceID;  ///< "CPU0"
+  std::optional<std::string> fName;
+  std::optional<std::string> fSocket;
+  std::optional<std::string> fManufacturer;
+  std::optional<std::uint16_t> fFamily;
+  std::optional<std::uint16_t> fUpgradeMethod;
+  std::optional<std::uint32_t> fMaxClockSpeed;  ///< MHz
+  std::optional<std::uint32_t> fCurrentClockSpeed;
+  std::optional<std::uint32_t> fExternalBusClockSpeed;
+  std::optional<std::uint16_t> fDataWidth;  ///< Bits
+  std::optional<std::uint16_t> fAddressWidth;
+  std::optional<std::string> fStepping;
+  std::optional<std::uint16_t> fStatus;
+  std::optional<std::vector<std::uint16_t>> fCharacteristics;  ///< In the value map of CIM.
+  std::optional<std::uint16_t> fEnabledCores;
+  std::optional<std::uint32_t> fThreads;
+};
+
+/// Reads the text of /proc/cpuinfo: a paragraph for each logical processor. Paragraphs without a
+/// number are passed over. Where nothing is said of packages all are of one, and where nothing is
+/// said of cores each is its own.
+std::vector<TLogicalProcessor> ParseCpuInfo(std::string_view text);
+
+/// The packages that logical processors make up, in the order of their first one.
+std::vector<TProcessor> GroupProcessors(const std::vector<TLogicalProcessor>& logical);
+
+/// The processor in the socket that a structure of type 4 describes, of whatever length. None in an
+/// empty socket, and for one that isn't a central processor.
+std::optional<TProcessor> ParseProcessor(const smbios::TStructure& structure, std::size_t number);
+
+/// The packages with what the firmware knows beyond the kernel. Which is which is only clear where
+/// both count as many: the kernel and the firmware number them in the same order.
+std::vector<TProcessor> MergeProcessors(std::vector<TProcessor> packages,
+                                        const std::vector<TProcessor>& sockets);
+
+/// The processors of the machine whose /proc and /sys lie below `root`. Where `HWX_SMBIOS_TABLES`
+/// names another machine's tables, those that they list, if any.
+std::vector<TProcessor> ReadProcessors(const std::string& root);
+
+}  // namespace linux_machine
+
+#endif  // PROVIDERS_LINUX_PROCESSORS_H
