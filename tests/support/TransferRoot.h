@@ -74,7 +74,9 @@ class TransferRoot {
     if (::pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     const pid_t child = ::fork();
     if (child == 0) {
-      Become(steps, ends[1]);
+      ::dup2(::open((fDirectory / "input").c_str(), O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+      ::dup2(ends[1], STDOUT_FILENO);
+      Become(steps);
       ::_exit(127);
     }
     ::close(ends[1]);
@@ -110,12 +112,10 @@ class TransferRoot {
 #endif
   }
 
- private:
-  void Become(const Lines& steps, int output) const {
+  /// Becomes the front end; for a child. Returns only if it can't.
+  void Become(const Lines& steps) const {
     for (const auto& [name, value] : fEnvironment)
       ::setenv(name.c_str(), value.c_str(), 1);
-    ::dup2(::open((fDirectory / "input").c_str(), O_RDONLY | O_CLOEXEC), STDIN_FILENO);
-    ::dup2(output, STDOUT_FILENO);
     std::string program = HWX_TEST_TRANSFER_FRONT_END;
     Lines texts = steps;
     std::vector<char*> arguments = {program.data()};
@@ -125,6 +125,7 @@ class TransferRoot {
     ::execv(program.c_str(), arguments.data());
   }
 
+ private:
   static std::string ReadUpTo(std::size_t limit, int file) {
     std::string text;
     char buffer[4096];
