@@ -6,6 +6,7 @@ run_packages=(
   g++ cmake ninja-build pkg-config
   libboost-dev libboost-thread-dev
   libcli11-dev nlohmann-json3-dev
+  libcurl4  # opened at run time, for file transfer
 )
 
 # To build and run the tests, the fuzzers and the benchmarks too.
@@ -14,6 +15,8 @@ test_packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   libspdlog-dev libpoco-dev libglib2.0-dev
   dmidecode clang-format
+  pure-ftpd openssh-server openssh-sftp-server tinyproxy-bin  # to transfer to and through
+  curl
 )
 
 # Installs those of the named packages that are missing; quick when none is.

@@ -6,6 +6,10 @@ std::vector<CommandPtr> AllCommands() {
   std::vector<CommandPtr> commands;
   commands.push_back(MakeIdentityCommand());
   commands.push_back(MakeProvidersCommand());
+  commands.push_back(MakeSendCommand());
+  commands.push_back(MakeFetchCommand());
+  commands.push_back(MakeCheckNetworkCommand());
+  commands.push_back(MakeCheckProxyCommand());
   return commands;
 }
 

@@ -11,6 +11,10 @@ namespace hwx {
 
 CommandPtr MakeIdentityCommand();
 CommandPtr MakeProvidersCommand();
+CommandPtr MakeSendCommand();
+CommandPtr MakeFetchCommand();
+CommandPtr MakeCheckNetworkCommand();
+CommandPtr MakeCheckProxyCommand();
 
 /// All of them, in the order in which the help lists them.
 std::vector<CommandPtr> AllCommands();
