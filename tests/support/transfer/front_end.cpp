@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iostream>
@@ -126,6 +127,15 @@ bool IsMapped(const std::string& file) {
   return text.str().find(file) != std::string::npos;
 }
 
+// How many descriptors are open on a file.
+int Openings(const std::string& path) {
+  int count = 0;
+  std::error_code failure;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd"))
+    count += std::filesystem::equivalent(entry.path(), path, failure) ? 1 : 0;
+  return count;
+}
+
 const std::map<std::string, std::function<void(const Arguments&)> > kOperations = {
     {"upload", [](const Arguments& a) { Transfer(a, false); }},
     {"download", [](const Arguments& a) { Transfer(a, true); }},
@@ -143,6 +153,7 @@ const std::map<std::string, std::function<void(const Arguments&)> > kOperations 
     {"chdir", [](const Arguments& a) { std::cout << "chdir " << ::chdir(a[0].c_str()) << "\n"; }},
     {"mapped",
      [](const Arguments& a) { std::cout << (IsMapped(a[0]) ? "mapped\n" : "not mapped\n"); }},
+    {"open", [](const Arguments& a) { std::cout << Openings(a[0]) << " open\n"; }},
     {"no-stream", [](const Arguments&) { gNoStream = true; }},
 };
 
