@@ -47,10 +47,10 @@ class TFetchCommand : public ICommand {
   int Run(const TGlobalOptions&) override {
     const TServerAddress server = ParseServerAddress(*fAddress);
     RequireLeave();
-    const auto size =
-        FetchFile({server, fLogin.PasswordFor(server), RemotePath(server, *fName)}, *fFile);
-    WriteOutput("Fetched " + Printable(*fName) + " from " + server.fHost + " to " +
-                Printable(*fFile) + ": " + std::to_string(size) + " bytes\n");
+    const TRemoteFile remote = {server, fLogin.PasswordFor(server), RemotePath(server, *fName)};
+    const auto size = FetchFile(remote, *fFile);
+    WriteOutput("Fetched " + Printable(remote.URL()) + " to " + Printable(*fFile) + ": " +
+                std::to_string(size) + " bytes\n");
     return kExitOK;
   }
 

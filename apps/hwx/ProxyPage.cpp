@@ -51,7 +51,7 @@ std::string PageTitle(const std::string& page) {
 std::optional<std::string> WhyNotThePage(const std::string& page) {
   if (page.empty()) return "what came back is empty";
   const std::string headings = Headings(page);
-  if (Holds(headings, "\\b407\\b|proxy authentication|cache access denied")) {
+  if (Holds(headings, "\\b40[17]\\b|proxy authentication|cache access denied")) {
     return "it refused the user or the password";
   }
   if (Holds(headings, "\\b[45][0-9][0-9]\\b|^error\\b|access denied|could not be retrieved")) {

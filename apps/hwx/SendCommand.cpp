@@ -30,10 +30,10 @@ class TSendCommand : public ICommand {
 
   int Run(const TGlobalOptions&) override {
     const TServerAddress server = ParseServerAddress(*fAddress);
-    const std::string path = PathOn(server);
-    const auto size = SendFile(*fFile, {server, fLogin.PasswordFor(server), path});
-    WriteOutput("Sent " + Printable(*fFile) + " to " + server.fHost + " as " + Printable(path) +
-                ": " + std::to_string(size) + " bytes\n");
+    const TRemoteFile remote = {server, fLogin.PasswordFor(server), PathOn(server)};
+    const auto size = SendFile(*fFile, remote);
+    WriteOutput("Sent " + Printable(*fFile) + " to " + Printable(remote.URL()) + ": " +
+                std::to_string(size) + " bytes\n");
     return kExitOK;
   }
 

@@ -120,6 +120,10 @@ std::uintmax_t Keep(const std::string& fetched, const std::string& target) {
 
 }  // namespace
 
+std::string TRemoteFile::URL() const {
+  return (fServer.fIsSecure ? "sftp://" : "ftp://") + fServer.fHost + "/" + fPath;
+}
+
 std::string RemotePath(const TServerAddress& server, const std::string& name) {
   std::string path = UrlEscaped(server.fPath, "/%");
   if (!path.empty() && path.back() != '/') path += '/';

@@ -16,6 +16,9 @@ struct TRemoteFile {
   TServerAddress fServer;
   std::string fPassword;  ///< Empty for none.
   std::string fPath;      ///< Escaped, as it stands in a URL.
+
+  /// The URL, without credentials.
+  std::string URL() const;
 };
 
 /// The path of the file `name` in the address's directory, escaped for a URL.
