@@ -5,6 +5,7 @@
 run_packages=(
   g++ cmake ninja-build pkg-config
   libboost-dev libboost-thread-dev
+  libpugixml-dev zlib1g-dev
   libcli11-dev nlohmann-json3-dev
   libcurl4  # opened at run time, for file transfer
 )

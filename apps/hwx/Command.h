@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -37,9 +38,19 @@ class ICommand {
   /// gives is stored in this object.
   virtual CLI::App* AddTo(CLI::App& program) = 0;
 
+  /// Takes the arguments that stand behind "--", to the letter. Called once, before `Run`. Returns
+  /// what is wrong with them; nothing if they are good.
+  virtual std::optional<std::string> TakeArguments(const std::vector<std::string>& arguments) {
+    if (arguments.empty()) return std::nullopt;
+    return "unexpected argument \"" + arguments.front() + "\"";
+  }
+
   /// Does what was asked for and returns the exit status. Throws `TFailure`, or an exception of the
   /// library, if it can't.
   virtual int Run(const TGlobalOptions& options) = 0;
+
+  /// The exit status when `Run` throws.
+  virtual int FailureStatus() const { return kExitFailed; }
 };
 
 typedef std::unique_ptr<ICommand> CommandPtr;

@@ -29,6 +29,11 @@ std::vector<CLI::App*> AddCommands(CLI::App& app, const std::vector<CommandPtr>&
   return added;
 }
 
+// What stands behind "--" is not for CLI11, which takes an argument like "[a,b]" apart, there too.
+int CountBeforeDashes(int argc, const char* const* argv) {
+  return static_cast<int>(std::find(argv, argv + argc, std::string("--")) - argv);
+}
+
 TNotice UsageError(const std::string& message) {
   return {kExitUsage, "hwx: " + Printable(message) + "\nRun \"hwx --help\" for how it is used.\n"};
 }
@@ -79,8 +84,9 @@ std::variant<TRequest, TNotice> ParseCommandLine(int argc, const char* const* ar
   const std::vector<CLI::App*> added = AddCommands(app, commands);
   app.footer(
       "Exit status: 0 when the command did its work, 1 when it couldn't, 2 for wrong usage.");
+  const int count = CountBeforeDashes(argc, argv);
   try {
-    app.parse(argc, argv);
+    app.parse(count, argv);
   } catch (const CLI::ParseError& end) {
     return NoticeOf(app, end);
   }
@@ -88,6 +94,8 @@ std::variant<TRequest, TNotice> ParseCommandLine(int argc, const char* const* ar
   if (chosen.empty()) return TNotice{kExitUsage, WholeLines(app.help())};
   const auto place = std::find(added.begin(), added.end(), chosen.front());
   request.fCommand = std::move(commands[static_cast<std::size_t>(place - added.begin())]);
+  const std::vector<std::string> arguments(argv + std::min(count + 1, argc), argv + argc);
+  if (const auto error = request.fCommand->TakeArguments(arguments)) return UsageError(*error);
   return request;
 }
 

@@ -9,12 +9,22 @@
 
 namespace hwx {
 
-CommandPtr MakeIdentityCommand();
-CommandPtr MakeProvidersCommand();
-CommandPtr MakeSendCommand();
-CommandPtr MakeFetchCommand();
 CommandPtr MakeCheckNetworkCommand();
 CommandPtr MakeCheckProxyCommand();
+CommandPtr MakeCollectCommand();
+CommandPtr MakeConfigCommand();
+CommandPtr MakeDiffCommand();
+CommandPtr MakeFetchCommand();
+CommandPtr MakeFirmwareCommand();
+CommandPtr MakeIdentityCommand();
+CommandPtr MakeProvidersCommand();
+CommandPtr MakeRunCommand();
+CommandPtr MakeSendCommand();
+CommandPtr MakeShowCommand();
+
+/// The commands of the command "firmware".
+CommandPtr MakeFirmwareDumpCommand();
+CommandPtr MakeFirmwareShowCommand();
 
 /// All of them, in the order in which the help lists them.
 std::vector<CommandPtr> AllCommands();

@@ -1,19 +1,12 @@
 #include "hwx/Machine.h"
 
-#include <algorithm>
-#include <boost/pointer_cast.hpp>
 #include <string>
-#include <vector>
 
 #include "hwx/Failure.h"
-#include "hwx/LogErrors.h"
 #include "hwx/Reasons.h"
-#include "hwxcore/os/TOSSpecific.h"
-#include "hwxcore/schema/INamespaceProviderManager.h"
+#include "hwx/Source.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
-#include "hwxcore/schema/TRootObject.h"
 #include "hwxcore/value/THWXException.h"
-#include "hwxkit/INamespaceSource.h"
 
 namespace hwx {
 
@@ -21,41 +14,9 @@ using namespace NQORHWX20;
 
 namespace {
 
-const std::string& Name() {
-  return TCIMSchemaHelper::kPluginNSPName;
-}
-
-void RequireProviderFile() {
-  const std::vector<std::string> names = TOSSpecific::FindNSPs();
-  if (std::find(names.begin(), names.end(), Name()) != names.end()) return;
-  throw TFailure("there is no provider: " + TOSSpecific::GetHWXRootPath() + "/lib" + Name() +
-                 ".nsp.so is absent");
-}
-
-void LoadProvider() {
-  const TLogErrors errors;
-  try {
-    TOSSpecific::LoadNSPLibrary(Name());
-  } catch (const THWXException&) {
-    throw TFailure("the provider can't be loaded: " + errors.Last());
-  }
-}
-
-boost::shared_ptr<INamespaceSource> RegisteredSource() {
-  boost::shared_ptr<INamespaceProvider> provider;
-  try {
-    provider = TRootObject::GetNamespaceProviderManager()->GetNamespaceProvider(Name());
-  } catch (const THWXException&) {
-    throw TFailure("the provider was loaded, but didn't register itself as \"" + Name() + "\"");
-  }
-  auto source = boost::dynamic_pointer_cast<INamespaceSource>(provider);
-  if (!source) throw TFailure("the provider \"" + Name() + "\" opens no namespace");
-  return source;
-}
-
 boost::shared_ptr<ICIMNamespace> OpenedNamespace(INamespaceSource& source) {
   TCIMContext context;
-  context[TCIMSchemaHelper::kContextName].Set(Name());
+  context[TCIMSchemaHelper::kContextName].Set(TCIMSchemaHelper::kPluginNSPName);
   try {
     if (auto machine = source.OpenNamespace(context)) return machine;
   } catch (const THWXException& failure) {
@@ -69,14 +30,7 @@ boost::shared_ptr<ICIMNamespace> OpenedNamespace(INamespaceSource& source) {
 }  // namespace
 
 boost::shared_ptr<ICIMNamespace> OpenMachine() {
-  try {
-    RequireProviderFile();
-  } catch (const THWXException& failure) {
-    throw TFailure("the library's directory can't be searched for providers: " +
-                   InWords(failure.GetStatus()));
-  }
-  LoadProvider();
-  return OpenedNamespace(*RegisteredSource());
+  return OpenedNamespace(*LoadSource(TCIMSchemaHelper::kPluginNSPName));
 }
 
 boost::shared_ptr<ICIMNamespace> OpenMachine(const TGlobalOptions& options) {

@@ -1,5 +1,5 @@
-// The road to this machine's data: find the provider, load it, take it from the registry, open its
-// namespace. Thread-safety: for the main thread, before there are others.
+// The road to this machine's data: its provider, and the namespace that it opens.
+// Thread-safety: for the main thread, before there are others.
 
 #ifndef HWX_MACHINE_H
 #define HWX_MACHINE_H

@@ -1,4 +1,4 @@
-// The program's two streams. Thread-safety: for the main thread.
+// The program's two streams, and the line of progress on them. Thread-safety: for the main thread.
 
 #ifndef HWX_OUTPUT_H
 #define HWX_OUTPUT_H
@@ -19,6 +19,10 @@ void WriteErrorText(const std::string& text);
 
 /// Writes a line for people to the standard error stream, behind the program's name.
 void ReportError(const std::string& message);
+
+/// Tells on the standard error stream what is being done, if it is a terminal: in a line of its
+/// own, which gives way to the next one and to anything else that is written.
+void ShowProgress(const std::string& text);
 
 }  // namespace hwx
 

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "hwx/ValueText.h"
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxcore/schema/ICIMInstance.h"
 #include "hwxcore/schema/ICIMProperty.h"
@@ -76,12 +77,6 @@ std::string WhyNull(const TMachine& machine, const TSource& source) {
   const auto status = source.fIsOfFirmware ? FirmwareStatus(machine) : std::nullopt;
   if (!status) return std::string("the provider gives no ") + source.fNoun;
   return status->empty() ? std::string("the firmware tables hold no ") + source.fNoun : *status;
-}
-
-// The name of a type as a schema has it.
-std::string TypeName(const TCIMValue::TCIMType& type) {
-  const bool isArray = (type & TCIMValue::TCIMType::kCIMTypeArrayFlag) != 0;
-  return type.ToString() + (isArray ? "[]" : "");
 }
 
 std::optional<std::string> WhyUnreadableOrThrow(const TMachine& machine, const TSource& source) {

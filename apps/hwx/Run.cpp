@@ -42,6 +42,8 @@ int Print(const TNotice& notice) {
 }
 
 int RunCommand(const TRequest& request) {
+  // Before a log is opened.
+  RequireOpenOutput();
   SetUpLogger(request.fOptions);
   // Providers read the environment when they are asked, or when they are loaded.
   const auto& firmware = request.fOptions.fFirmware;
@@ -49,26 +51,31 @@ int RunCommand(const TRequest& request) {
   return request.fCommand->Run(request.fOptions);
 }
 
-int Failed(const std::string& message) {
-  ReportError(message);
-  return kExitFailed;
+// Runs `step`, and returns its exit status, or `failureStatus` when it throws.
+template <typename Step>
+int Guarded(int failureStatus, Step step) {
+  try {
+    return step();
+  } catch (const THWXException& failure) {
+    ReportError("the library failed: " + InWords(failure.GetStatus()));
+  } catch (const std::exception& failure) {
+    ReportError(failure.what());
+  } catch (...) {  // of a plug-in's own type
+    ReportError("a plug-in failed");
+  }
+  return failureStatus;
+}
+
+int Obey(const std::variant<TRequest, TNotice>& line) {
+  if (const auto* const notice = std::get_if<TNotice>(&line)) return Print(*notice);
+  const TRequest& request = std::get<TRequest>(line);
+  return Guarded(request.fCommand->FailureStatus(), [&] { return RunCommand(request); });
 }
 
 }  // namespace
 
 int Run(int argc, const char* const* argv) {
-  try {
-    RequireOpenOutput();
-    const auto request = ParseCommandLine(argc, argv, AllCommands());
-    if (const auto* const notice = std::get_if<TNotice>(&request)) return Print(*notice);
-    return RunCommand(std::get<TRequest>(request));
-  } catch (const THWXException& failure) {
-    return Failed("the library failed: " + InWords(failure.GetStatus()));
-  } catch (const std::exception& failure) {
-    return Failed(failure.what());
-  } catch (...) {  // of a plug-in's own type
-    return Failed("a plug-in failed");
-  }
+  return Guarded(kExitFailed, [&] { return Obey(ParseCommandLine(argc, argv, AllCommands())); });
 }
 
 }  // namespace hwx

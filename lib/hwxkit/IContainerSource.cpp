@@ -3,6 +3,7 @@
 namespace NQORHWX20 {
 
 const char* const IContainerSource::kFileContextName = "file";
+const char* const IContainerSource::kDefaultNamespaceName = "root/container";
 
 IContainerSource::~IContainerSource() = default;
 

@@ -21,19 +21,17 @@ namespace NQORHWX20 {
 /// ".gz" are compressed. A path of "" is a file that isn't there.
 ///
 /// Loading and saving fail with a `TContainerException`, whose text names the file and the place in
-/// it; the same text goes to the log as an error before. Of the status, callers may rely on:
+/// it; the same text goes to the log as an error before. What its status means:
 ///
-/// | Status                        | Meaning                                                      |
-/// |-------------------------------|--------------------------------------------------------------|
-/// | `kHWXStatusFileNotFound`      | There is no such file, or for saving no such directory       |
-/// | `kHWXStatusAccessDenied`      | The operating system refused access                          |
-/// | `kHWXStatusFileSystemError`   | Another failure of the file system, such as a full disk      |
-/// | `kHWXStatusInvalidGzipFile`   | The name says compressed, and the file isn't                 |
-/// | `kHWXStatusCorruptGzipFile`   | The compressed data is damaged or cut off                    |
-/// | `kHWXStatusVersionMismatch`   | The file is of another version of the format                 |
-/// | `kHWXStatusCorruptedContainer`| The file is malformed, or says what can't be                 |
-/// | `kHWXStatusInvalidClass`, `kHWXStatusInvalidProperty`, `kHWXStatusNotSupported` | Saving: the
-/// namespace holds what can't be kept in a file, or isn't one of the kit's                        |
+/// - `kHWXStatusFileNotFound`: there is no such file or, for saving, no such directory.
+/// - `kHWXStatusAccessDenied`: the operating system refused access.
+/// - `kHWXStatusFileSystemError`: another failure of the file system, such as a full disk.
+/// - `kHWXStatusInvalidGzipFile`: the name says compressed, and the file isn't.
+/// - `kHWXStatusCorruptGzipFile`: the compressed data is damaged, cut off or goes on.
+/// - `kHWXStatusVersionMismatch`: the file is of another major version of CIM-XML.
+/// - `kHWXStatusCorruptedContainer`: the file is malformed, or says what can't be.
+/// - `kHWXStatusInvalidClass`, `kHWXStatusInvalidProperty`, `kHWXStatusNotSupported`: for saving,
+///   the namespace isn't one of the kit's, or holds what can't be kept in a file.
 ///
 /// Thread-safety: different namespaces may be loaded and saved by different threads at the same
 /// time; one namespace belongs to one thread.
@@ -41,6 +39,8 @@ class IContainerSource : public INamespaceSource {
  public:
   /// The key of the context by which `OpenNamespace` is told a file.
   static const char* const kFileContextName;
+  /// The name of a namespace that nobody gave a name.
+  static const char* const kDefaultNamespaceName;
 
   ~IContainerSource() override;
 
@@ -52,7 +52,7 @@ class IContainerSource : public INamespaceSource {
 
   /// A new container without classes and without qualifier declarations; the caller owns it.
   virtual boost::shared_ptr<ICIMNamespace> NewContainer(
-      const std::string& namespaceName = "root/container") = 0;
+      const std::string& namespaceName = kDefaultNamespaceName) = 0;
 
   /// The container that a file holds; the caller owns it, and it has no ties to the file.
   virtual boost::shared_ptr<ICIMNamespace> LoadContainer(const std::string& path) = 0;
@@ -62,6 +62,10 @@ class IContainerSource : public INamespaceSource {
   /// instances of this moment are kept, and what an instance source throws passes through.
   virtual void SaveContainer(const boost::shared_ptr<ICIMNamespace>& ns,
                              const std::string& path) = 0;
+
+  /// The text of the file that `SaveContainer` would write, if its name doesn't end in ".gz". Fails
+  /// as that does.
+  virtual std::string ContainerText(const boost::shared_ptr<ICIMNamespace>& ns) = 0;
 };
 
 }  // namespace NQORHWX20

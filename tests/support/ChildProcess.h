@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <exception>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -19,12 +20,17 @@ constexpr int kSceneNotAllowed = 77;
 
 /// Runs `body` in a forked child, where it may give up rights, mount, or leave the process in any
 /// state. Expectations in it are printed as ever. Returns what `body` returned; 1 if that was 0 but
-/// an expectation failed; 128 and the signal if the child was killed.
+/// an expectation failed, or if it threw; 128 and the signal if the child was killed.
 inline int RunInChild(const std::function<int()>& body) {
   std::fflush(stdout);
   const pid_t child = ::fork();
   if (child == 0) {
-    const int code = body();
+    int code = 1;
+    try {
+      code = body();
+    } catch (const std::exception& failure) {  // or the child would go on with the other tests
+      ADD_FAILURE() << "the child threw: " << failure.what();
+    }
     std::fflush(stdout);
     ::_exit(code == 0 && ::testing::Test::HasFailure() ? 1 : code);
   }

@@ -45,6 +45,7 @@ void TCommUtil::SplitPath(const std::string& path, std::vector<std::string>& pie
 }
 
 void TCommUtil::MkDirHier(const std::string& path) {
+  if (TOSSpecific::DirExists(path)) return;  // and its parents with it
   std::vector<std::string> levels;
   SplitPath(path, levels, gFileSeparator, true);
   std::string directory;

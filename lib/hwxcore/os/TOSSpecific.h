@@ -21,6 +21,8 @@ class INamespaceConsumer;
 /// - Constants, directory primitives, clock, system log   TOSSpecificLinux.cpp
 /// - Files and paths                                       TOSSpecificLinuxFiles.cpp
 /// - Child processes                                       TOSSpecificLinuxProcess.cpp
+/// - File capture, hypervisor awareness                    TOSSpecificLinuxCapture.cpp
+/// - Environment, console, small services                  TOSSpecificLinuxServices.cpp
 /// - Plug-in discovery and loading                         TOSSpecificLinuxPlugins.cpp
 /// - Machine identity from firmware                        TOSSpecificLinuxFirmware.cpp
 /// - File transfer, and `curl_fwrite`                      TOSSpecificLinuxTransfer.cpp
@@ -137,9 +139,8 @@ class TOSSpecific {
   //   comes: a child that prints now and then may run for ever. -1 means no limit, 0 that the
   //   output has to be there at once; other numbers below 0 fail. A signal that the caller handles
   //   while it waits ends the wait as a failure.
-  // - A child whose wait ended so is left running: it is neither killed nor waited for, gets
-  // SIGPIPE
-  //   when it next prints, and stays a zombie until the caller ends.
+  // - A child whose wait ended so is left running: it is neither killed nor waited for. It gets
+  //   SIGPIPE when it next prints, and stays a zombie until the caller ends.
   // - The end of the output comes when all who hold the pipe are gone, background processes of the
   //   child among them. The wait for the child's own end, after that, has no limit.
   // - The output is taken in chunks of up to 4095 bytes; a NUL byte ends its chunk, and the rest of
@@ -170,6 +171,96 @@ class TOSSpecific {
   static int SpawnProcess(const std::string& processName, const std::vector<std::string>& arguments,
                           const std::string& path, const std::vector<std::string>& environment,
                           std::string& output, int timeout);
+
+  // File capture: the whole of a file, whose size needn't be known beforehand. NUL bytes are kept.
+
+  /// Reads `descriptor` to its end and leaves it open. `name` is how a failure is logged; with
+  /// `logContents` all that was read goes to the log at debug level. Throws
+  /// `kHWXStatusFileSystemError`, after a log entry.
+  static std::string GetFileContents(int descriptor, std::string name, bool logContents);
+
+  /// Reads a file, and offers its contents to the log at debug level. Throws
+  /// `kHWXStatusFileNotFound`, after a log entry, if it can't be opened for whatever reason, and
+  /// what `GetFileContents` throws, also for a directory; the file then stays open.
+  static std::string CaptureFile(std::string path);
+
+  /// The same for a file that a driver or other software provides. Throws
+  /// `kHWXStatusFileSystemError` also if it can't be opened, after lines at debug level that say
+  /// so.
+  static std::string CaptureFileLoader(std::string path, bool logContents);
+
+  /// Runs a program that is to write the file `path`, waits as `SpawnProcess` does, up to 300
+  /// seconds of silence, and puts what the file holds into `contents`. What the program prints and
+  /// whether it succeeds is ignored, so a file that was there before will do. If the file can't be
+  /// read, `contents` is empty, after a log entry. Throws what `SpawnProcess` throws.
+  static void CapFileViaProc(std::string command, std::vector<std::string> arguments,
+                             std::string path, std::string& contents);
+
+  /// 0 in the control domain of a Xen hypervisor, 1 in a guest domain, 2 where there is no Xen.
+  /// Throws what `CaptureFile` throws.
+  static int GetRunningTypeOnXen();
+
+  // Environment, console and small services. The environment and the terminal belong to the whole
+  // process: no other thread may change the environment meanwhile, nor use the terminal services.
+
+  /// The variable's value; empty, after a line at debug level, if it isn't set.
+  static std::string GetEnvironment(std::string name);
+
+  /// Sets a variable. Returns false, after a line at debug level, if that can't be: the name is
+  /// empty or holds a "=".
+  static bool PutEnvironment(std::string name, std::string value);
+
+  /// Sets the log threshold to the severity `level`, 0 to 4, and returns true; any other leaves it
+  /// alone and returns false. Either way it first makes an empty file as a marker, or empties it,
+  /// which no logger then uses: `path`, the machine type, the local time as "yyyymmdd-hhmmss", and
+  /// ".log". `path` is the front of the name, not a directory; null stands for "hwx_" in the
+  /// directory of support files of the build's flavour.
+  ///
+  /// If the file can't be made, the process is aborted: make sure that its directory is there and
+  /// may be written to. Throws what `GetMachineType` throws.
+  static bool SetDebugLevel(int level, char* path);
+
+  /// Whether the process's real user is root. The effective user doesn't count.
+  static bool IsAdmin();
+
+  /// Sleeps so many milliseconds, whatever the name says. Beyond 4294967 the time wraps; a signal
+  /// that is handled ends it.
+  static void USleep(unsigned int milliseconds);
+
+  /// Whether the standard input has something to read: at a terminal a key, not only a line. True
+  /// also if that can't be told.
+  static bool IsKeyWaiting();
+
+  /// Waits for one character of the standard input stream, at a terminal for a key, which isn't
+  /// echoed and isn't a signal either. `EOF` at the end of input.
+  static int GetKeyboardChar();
+
+  /// Copies the file `path` into the current directory, or into the root directory if there is
+  /// none, and opens the editor on what bears the last 35 characters of `path` in its name there.
+  /// It is the copy that is edited, and it stays. Throws `std::out_of_range` if `path` has fewer
+  /// characters, after the copying.
+  ///
+  /// The path and the directory are handed to a shell as they are, in the commands `cp` and `vi`.
+  /// The shell splits them at blanks, expands wildcards and variables, and obeys ";", "|", "$(...)"
+  /// and the like. Never pass a path that comes from outside.
+  static void LaunchTextEditor(std::string path);
+
+  /// Runs a shell on the terminal and waits for its end.
+  static void LaunchCommandShell();
+
+  /// Whether this is the flavour for other makers: there is a file
+  /// "docs/oem_hwx_preboot_readme.txt" below the current directory.
+  static bool isOEMBuild();
+
+  /// Hands the caller's own arguments back: on this platform the shell has expanded them.
+  static void ExpandCommandLineWildcards(int argc, char** argv, int* newArgc, char*** newArgv);
+
+  // Two flags for the front ends, which decide what they stand for. False at first; not guarded.
+
+  static bool getLuz();
+  static void setLuz(bool value);
+  static bool isHWXParser();
+  static void setHWXParser(bool value);
 
   // Plug-in discovery and loading. Nothing that is loaded is ever closed again. The symbols of each
   // plug-in are visible to everything that is loaded after it.

@@ -28,6 +28,15 @@ class ProvidersTest : public testing::Test {
     return result.Json();
   }
 
+  // The entry of one provider.
+  json Provider(const std::string& name) {
+    const json list = List();
+    for (const json& provider : list["providers"]) {
+      if (provider["name"] == name) return provider;
+    }
+    return json();
+  }
+
   void ExpectIdentityFails(const std::string& reason) {
     const HwxResult result = fHwx.Run({"identity", "--json"});
     EXPECT_EQ(result.fStatus, 1);
@@ -40,11 +49,12 @@ class ProvidersTest : public testing::Test {
   HwxProcess fHwx;
 };
 
-TEST_F(ProvidersTest, ListsTheProviderAsLoadedAndRegistered) {
+TEST_F(ProvidersTest, ListsTheProvidersAsLoadedAndRegistered) {
   const json list = List();
   EXPECT_EQ(list["libraryDirectory"], fTree.Library());
   EXPECT_EQ(list["providers"],
-            json::parse(R"([{"name": "plugin", "loads": true, "registered": true}])"));
+            json::parse(R"([{"name": "container", "loads": true, "registered": true},
+                            {"name": "plugin", "loads": true, "registered": true}])"));
   EXPECT_EQ(list["consumers"], json::array());
   EXPECT_EQ(list["plugins"], json::array());
   EXPECT_EQ(list["pluginDirectory"], nullptr);
@@ -55,7 +65,8 @@ TEST_F(ProvidersTest, PrintsParagraphsForPeople) {
   EXPECT_EQ(result.fStatus, 0);
   EXPECT_EQ(result.fOut, "Namespace providers in " + fTree.Library() +
                              "\n"
-                             "  plugin  loads, registered\n"
+                             "  container  loads, registered\n"
+                             "  plugin     loads, registered\n"
                              "\n"
                              "Namespace consumers in " +
                              fTree.Library() +
@@ -69,14 +80,14 @@ TEST_F(ProvidersTest, PrintsParagraphsForPeople) {
 
 TEST_F(ProvidersTest, ListsNoProviderWhereThereIsNone) {
   fTree.Remove("libplugin.nsp.so");
+  fTree.Remove("libcontainer.nsp.so");
   EXPECT_EQ(List()["providers"], json::array());
   ExpectIdentityFails("there is no provider: " + fTree.Library() + "/libplugin.nsp.so is absent\n");
 }
 
 TEST_F(ProvidersTest, TellWhyAFileThatIsNoModuleDoesNotLoad) {
   fTree.AddText("libbroken.nsp.so", "this is no module\n");
-  const json broken = List()["providers"][0];
-  EXPECT_EQ(broken["name"], "broken");
+  const json broken = Provider("broken");
   EXPECT_EQ(broken["loads"], false);
   EXPECT_EQ(broken["registered"], false);
   EXPECT_THAT(broken["reason"].get<std::string>(),
@@ -93,7 +104,7 @@ TEST_F(ProvidersTest, IdentityFailsOnABrokenProvider) {
 
 TEST_F(ProvidersTest, TellOneThatLoadsButDoesNotRegister) {
   fTree.AddLink("libmute.nsp.so", fTree / "liblogger.so");
-  EXPECT_EQ(List()["providers"][0],
+  EXPECT_EQ(Provider("mute"),
             json::parse(R"({"name": "mute", "loads": true, "registered": false})"));
 }
 
@@ -105,8 +116,7 @@ TEST_F(ProvidersTest, IdentityFailsOnAProviderThatDoesNotRegister) {
 
 TEST_F(ProvidersTest, TellNamesThatOnlyResembleAPlugins) {
   fTree.AddText("libfoo.nsp.so.1", "");
-  const json foo = List()["providers"][0];
-  EXPECT_EQ(foo["name"], "foo.n");
+  const json foo = Provider("foo.n");
   EXPECT_EQ(foo["loads"], false);
   EXPECT_THAT(foo["reason"].get<std::string>(),
               StartsWith("no plug-in, but a file whose name resembles one's: "));
@@ -119,7 +129,7 @@ TEST_F(ProvidersTest, AreSortedByName) {
   const json list = List();
   for (const json& provider : list["providers"])
     names.push_back(provider["name"]);
-  EXPECT_EQ(names, (std::vector<std::string>{"Zeta", "alpha", "plugin", "zeta"}));
+  EXPECT_EQ(names, (std::vector<std::string>{"Zeta", "alpha", "container", "plugin", "zeta"}));
 }
 
 TEST_F(ProvidersTest, ListConsumersWithTheReasonOfThoseThatFail) {

@@ -26,6 +26,10 @@ class TRecordingCommand : public ICommand {
     return app;
   }
 
+  std::optional<std::string> TakeArguments(const std::vector<std::string>& arguments) override {
+    return fCommand->TakeArguments(arguments);
+  }
+
   int Run(const TGlobalOptions&) override {
     fChosen = fName;
     return kExitOK;
@@ -77,8 +81,9 @@ std::string UsageError(const std::vector<const char*>& arguments) {
 }
 
 TEST(CommandLine, ReadsTheCommand) {
-  for (const char* command : {"identity", "providers"})
+  for (const char* command : {"identity", "providers", "config"})
     EXPECT_EQ(Chosen({command}), command);
+  EXPECT_EQ(Chosen({"run", "--", "true"}), "run");
 }
 
 TEST(CommandLine, LeavesOutWhatIsNotGiven) {
@@ -113,6 +118,29 @@ TEST(CommandLine, TakesThePluginDirectoryWithProvidersAlone) {
   EXPECT_EQ(UsageError({"identity", "--plugin-dir", "d"}), "hwx: unknown option \"--plugin-dir\"");
 }
 
+TEST(CommandLine, ReadsACommandOfACommand) {
+  EXPECT_EQ(Chosen({"firmware", "show"}), "firmware");
+  EXPECT_EQ(Chosen({"firmware", "dump", "a.bin", "--force"}), "firmware");
+  EXPECT_EQ(Options({"firmware", "show", "--firmware", "a.bin"}).fFirmware, "a.bin");
+}
+
+TEST(CommandLine, RefusesACommandWithoutOneOfItsOwn) {
+  EXPECT_EQ(UsageError({"firmware"}), "hwx: A subcommand is required");
+  EXPECT_EQ(UsageError({"firmware", "print"}), "hwx: unknown command \"print\"");
+  EXPECT_EQ(UsageError({"firmware", "show", "now"}), "hwx: unexpected argument \"now\"");
+}
+
+TEST(CommandLine, RefusesADumpWithoutAFile) {
+  EXPECT_EQ(UsageError({"firmware", "dump"}), "hwx: file is required");
+  EXPECT_EQ(UsageError({"firmware", "dump", ""}), "hwx: file: may not be empty");
+}
+
+TEST(CommandLine, TakesTheFileOfADumpBehindDashesToo) {
+  EXPECT_EQ(Chosen({"firmware", "dump", "--force", "--", "--odd"}), "firmware");
+  EXPECT_EQ(UsageError({"firmware", "dump", "a", "--", "b"}), "hwx: unexpected argument \"b\"");
+  EXPECT_EQ(UsageError({"firmware", "show", "--", "b"}), "hwx: unexpected argument \"b\"");
+}
+
 TEST(CommandLine, PrintsTheVersion) {
   const TNotice notice = Notice({"--version"});
   EXPECT_EQ(notice.fStatus, kExitOK);
@@ -122,8 +150,8 @@ TEST(CommandLine, PrintsTheVersion) {
 TEST(CommandLine, PrintsHelpWithCommandsOptionsAndStatuses) {
   const TNotice notice = Notice({"--help"});
   EXPECT_EQ(notice.fStatus, kExitOK);
-  for (const char* text : {"identity", "providers", "--firmware FILE-OR-DIRECTORY", "--log-dir DIR",
-                           "--verbose", "--version", "--help", "Exit status: 0"}) {
+  for (const char* text : {"identity", "providers", "config", "run", "--firmware FILE-OR-DIRECTORY",
+                           "--log-dir DIR", "--verbose", "--version", "--help", "Exit status: 0"}) {
     EXPECT_THAT(notice.fText, HasSubstr(text));
   }
   EXPECT_EQ(notice.fText.back(), '\n');
@@ -155,6 +183,33 @@ TEST(CommandLine, RefusesAnUnknownOption) {
 TEST(CommandLine, RefusesMoreThanACommand) {
   EXPECT_EQ(UsageError({"identity", "now"}), "hwx: unexpected argument \"now\"");
   EXPECT_EQ(UsageError({"identity", "providers"}), "hwx: unexpected argument \"providers\"");
+}
+
+TEST(CommandLine, RefusesArgumentsBehindDashesForMostCommands) {
+  EXPECT_EQ(Chosen({"identity", "--"}), "identity");
+  EXPECT_EQ(UsageError({"identity", "--", "--json"}), "hwx: unexpected argument \"--json\"");
+  EXPECT_EQ(Notice({"--", "identity"}).fText, Notice({"--help"}).fText);
+}
+
+TEST(CommandLine, TakesOneKeyBehindDashes) {
+  EXPECT_EQ(Chosen({"config", "--", "-key"}), "config");
+  EXPECT_EQ(UsageError({"config", "--", "a", "b"}), "hwx: unexpected argument \"a\"");
+  EXPECT_EQ(UsageError({"config", "a", "--", "b"}), "hwx: unexpected argument \"b\"");
+}
+
+TEST(CommandLine, TakesWhatItRunsBehindDashes) {
+  EXPECT_EQ(Chosen({"run", "--", "identity", "--json", "--", "[a,b]", ""}), "run");
+  EXPECT_EQ(UsageError({"run"}), "hwx: no command behind \"--\"");
+  EXPECT_EQ(UsageError({"run", "--"}), "hwx: no command behind \"--\"");
+  EXPECT_EQ(UsageError({"run", "true"}), "hwx: unexpected argument \"true\"");
+}
+
+TEST(CommandLine, TakesSecondsOrMinusOneForATimeOut) {
+  for (const char* timeout : {"-1", "0", "1", "2147483647"})
+    EXPECT_EQ(Chosen({"run", "--timeout", timeout, "--", "true"}), "run") << timeout;
+  for (const char* timeout : {"-2", "2147483648", "1.5", "soon", ""})
+    EXPECT_THAT(UsageError({"run", "--timeout", timeout, "--", "true"}),
+                StartsWith("hwx: --timeout: "));
 }
 
 TEST(CommandLine, RefusesAnOptionWithoutItsArgument) {

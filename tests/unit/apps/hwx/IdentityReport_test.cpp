@@ -16,11 +16,14 @@ TIdentity WholeIdentity() {
   identity.fModel = {"AC1", ""};
   identity.fProductName = {"Rack Server -[7915AC1]-", ""};
   identity.fSerialNumber = {"KQ12345", ""};
+  identity.fBiosID = {"VV", ""};
+  identity.fMachineTypeByBios = {"7915", ""};
   identity.fSystemName = {"rack7", ""};
   identity.fOperatingSystemName = {"Debian GNU/Linux", ""};
   identity.fOperatingSystemVersion = {"12", ""};
   identity.fOperatingSystemType = {static_cast<unsigned short>(36), ""};
   identity.fOperatingSystemTypeName = {"LINUX", ""};
+  identity.fXenDomain = {"guest", ""};
   identity.fDataSourceVersion = {"0.1.0.7", ""};
   identity.fDataSourceBuild = {"7", ""};
   return identity;
@@ -32,10 +35,13 @@ TEST(IdentityText, AlignsLabelsAndValues) {
             "Model                     AC1\n"
             "Product name              Rack Server -[7915AC1]-\n"
             "Serial number             KQ12345\n"
+            "BIOS identifier           VV\n"
+            "Machine type by BIOS      7915\n"
             "System name               rack7\n"
             "Operating system          Debian GNU/Linux\n"
             "Operating system version  12\n"
             "Operating system type     36 (LINUX)\n"
+            "Xen domain                guest\n"
             "Data source version       0.1.0.7\n"
             "Data source build         7\n");
 }
@@ -70,11 +76,14 @@ TEST(IdentityJson, HasAnObjectForEachKey) {
                          {"model", {{"value", "AC1"}}},
                          {"productName", {{"value", "Rack Server -[7915AC1]-"}}},
                          {"serialNumber", {{"value", "KQ12345"}}},
+                         {"biosIdentifier", {{"value", "VV"}}},
+                         {"machineTypeByBios", {{"value", "7915"}}},
                          {"systemName", {{"value", "rack7"}}},
                          {"operatingSystemName", {{"value", "Debian GNU/Linux"}}},
                          {"operatingSystemVersion", {{"value", "12"}}},
                          {"operatingSystemType", {{"value", 36}}},
                          {"operatingSystemTypeName", {{"value", "LINUX"}}},
+                         {"xenDomain", {{"value", "guest"}}},
                          {"dataSourceVersion", {{"value", "0.1.0.7"}}},
                          {"dataSourceBuild", {{"value", "7"}}}};
   EXPECT_EQ(json::parse(IdentityJson(WholeIdentity())), expected);

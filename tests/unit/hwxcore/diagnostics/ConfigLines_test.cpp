@@ -2,7 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <ios>
 #include <sstream>
+#include <streambuf>
+#include <utility>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -17,6 +20,20 @@ TEntries Read(const std::string& text, TEntries entries = TEntries()) {
   NQORHWX20::detail::ReadConfigLines(stream, entries);
   return entries;
 }
+
+// Fails as the buffer of a file does on a disk that breaks, once `text` is read.
+class TFailingBuffer : public std::streambuf {
+ public:
+  explicit TFailingBuffer(std::string text) : fText(std::move(text)) {
+    setg(fText.data(), fText.data(), fText.data() + fText.size());
+  }
+
+ protected:
+  int_type underflow() override { throw std::ios_base::failure("input error"); }
+
+ private:
+  std::string fText;
+};
 
 TEST(ConfigLines, AreKeysAndValues) {
   EXPECT_THAT(Read("a=1\nb=2\n"), ElementsAre(Pair("a", "1"), Pair("b", "2")));
@@ -102,6 +119,15 @@ TEST(ConfigLines, MayHoldAnyBytes) {
   const std::string key("k\0\xFF", 3);
   const std::string value("\0v\x01", 3);
   EXPECT_THAT(Read(key + "=" + value + "\n"), ElementsAre(Pair(key, value)));
+}
+
+TEST(ConfigLines, StandUpToTheOneThatCannotBeReadToItsEnd) {
+  TFailingBuffer buffer("a=1\ntimeout=30");  // of "timeout=300"
+  std::istream stream(&buffer);
+  TEntries entries;
+  NQORHWX20::detail::ReadConfigLines(stream, entries);
+  EXPECT_TRUE(stream.bad());
+  EXPECT_THAT(entries, ElementsAre(Pair("a", "1")));
 }
 
 TEST(ConfigLines, HaveNoLimitOfLengthOrNumber) {

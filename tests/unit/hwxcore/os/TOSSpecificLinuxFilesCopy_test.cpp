@@ -164,6 +164,25 @@ TEST(FileCopy, LeavesThePartialCopyOnAFullDisk) {
   EXPECT_EQ(result, 0);
 }
 
+TEST(FileCopy, LeavesThePartialCopyWhereTheSourcesOwnDiskIsFull) {
+  const TemporaryDirectory scratch;
+  const int result = RunInChild([&] {
+    if (!hwxtest::EnterPrivateMountNamespace() || !hwxtest::MountTmpfs(scratch.Path())) {
+      return hwxtest::kSceneNotAllowed;
+    }
+    MakeFile(scratch / "from", AllBytes(700000));
+    EXPECT_EQ(StatusOfFileCopy(scratch / "from", scratch / "to"),
+              NQORHWX20::kHWXStatusFileSystemError);
+    const std::string copy = FileText(scratch / "to");
+    EXPECT_GT(copy.size(), 200000U);
+    EXPECT_LT(copy.size(), 400000U);
+    EXPECT_TRUE(copy == AllBytes(copy.size()));
+    return 0;
+  });
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to mount";
+  EXPECT_EQ(result, 0);
+}
+
 TEST(FileCopy, LeavesThePartialCopyAtTheLimitOfAFilesSize) {
   const TemporaryDirectory scratch;
   const int result = RunInChild([&] {

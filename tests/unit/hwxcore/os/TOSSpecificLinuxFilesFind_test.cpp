@@ -1,16 +1,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 #include <new>
 
 #include "hwxcore/os/TOSSpecific.h"
 #include "support/ChildProcess.h"
 #include "support/FileText.h"
+#include "support/MemoryLimit.h"
 #include "support/ProgramDirectory.h"
 #include "support/TemporaryDirectory.h"
 
@@ -80,21 +78,12 @@ TEST(FindFile, GivesEmptyLines) {
   EXPECT_THAT(TOSSpecific::FindFile("/"), ElementsAre("", "", "x", ""));
 }
 
-// Lets this process take no more memory than so much beyond what it has.
-void LimitMemoryTo(rlim_t more) {
-  rlim_t pages = 0;
-  std::ifstream("/proc/self/statm") >> pages;
-  const rlim_t size = pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + more;
-  const rlimit limit{size, size};
-  ::setrlimit(RLIMIT_AS, &limit);
-}
-
 TEST(FindFile, TakesALastLineThatDoesNotEndAgainAndAgain) {
   const ProgramDirectory programs;
   programs.Add("find", "echo first; printf unended");
   const int result = RunInChild([] {
     constexpr int kNoMemory = 42;
-    LimitMemoryTo(512 << 20);
+    hwxtest::LimitMemoryTo(512 << 20);
     try {
       TOSSpecific::FindFile("/");
     } catch (const std::bad_alloc&) {

@@ -88,6 +88,16 @@ TEST(SpawnProcess, GivesMinusOneForAChildThatASignalKilled) {
   }
 }
 
+TEST(SpawnProcess, LogsNoFailureOfAChildWithTheDefaultThreshold) {
+  const ScopedLogCapture log;
+  NQORHWX20::TLogger::SetLogThreshold(NQORHWX20::ILogger::kHWXLogStatus);
+  SpawnShell("kill -KILL $$");
+  const hwxtest::LeftChild first(SpawnShell("echo $$; exec sleep 300", 1).fOutput);
+  EXPECT_EQ(Spawn("true", {}, -2).fResult, -1);
+  ::wait(nullptr);
+  EXPECT_THAT(log.Lines(), testing::IsEmpty());
+}
+
 TEST(SpawnProcess, DropsTheResultInTheFormsThatReturnTheOutput) {
   EXPECT_EQ(TOSSpecific::SpawnProcess("sh", {"-c", "echo out; exit 1"}, 60), "out\n");
   EXPECT_EQ(TOSSpecific::SpawnProcess("sh", {"-c", "echo out; kill -KILL $$"}, 60), "out\n");

@@ -1,0 +1,32 @@
+// Copying a machine into a container. Thread-safety: for the main thread.
+
+#ifndef HWX_COLLECTION_H
+#define HWX_COLLECTION_H
+
+#include <boost/shared_ptr.hpp>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "hwxcore/schema/ICIMNamespace.h"
+
+namespace hwx {
+
+/// What was collected.
+struct TCollection {
+  boost::shared_ptr<NQORHWX20::ICIMNamespace> fContainer;
+  std::size_t fClasses;
+  std::size_t fInstances;
+  bool fIsComplete;  ///< Whether nothing of the machine had to be left out.
+};
+
+/// Copies the schema of `machine` into a new container, then the instances of the class `onlyClass`
+/// and of what descends from it; without a name those of all classes. What can't be copied is left
+/// out and reported on the standard error stream, where progress shows too if it is a terminal.
+/// Throws `TFailure` if the schema can't be copied, or has no such class.
+TCollection Collect(const boost::shared_ptr<NQORHWX20::ICIMNamespace>& machine,
+                    const std::optional<std::string>& onlyClass = std::nullopt);
+
+}  // namespace hwx
+
+#endif  // HWX_COLLECTION_H

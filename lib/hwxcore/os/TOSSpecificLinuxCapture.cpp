@@ -1,0 +1,99 @@
+#include "hwxcore/os/TOSSpecific.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <new>
+
+#include "hwxcore/diagnostics/detail/LogDebug.h"
+#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/value/THWXException.h"
+
+namespace NQORHWX20 {
+
+namespace {
+
+constexpr std::size_t kChunkSize = 4096;
+
+void Log(ILogger::EHWXLogSeverity severity, const std::string& message) {
+  TRootObject::GetCoreLogger()->OutputLogEntry(severity, message);
+}
+
+// Makes room for one more chunk. Of a file that turns out to be large there may come much more;
+// what is reserved and never written to costs addresses and no memory, while moving a text costs
+// both.
+void MakeRoom(std::string& text) {
+  constexpr std::size_t kLargeText = 65536;
+  constexpr std::size_t kMostRoom = 1 << 30;
+  const std::size_t size = text.size();
+  if (text.capacity() - size >= kChunkSize || size < kLargeText) return;
+  try {
+    text.reserve(size + std::max(size, std::min(15 * size, kMostRoom)));
+  } catch (const std::bad_alloc&) {
+    return;  // the text may still grow by less
+  }
+}
+
+}  // namespace
+
+std::string TOSSpecific::GetFileContents(int descriptor, std::string name, bool logContents) {
+  char chunk[kChunkSize];
+  std::string text;
+  ssize_t size;
+  // The file isn't asked for its size: the files of /proc don't know it.
+  while ((size = ::read(descriptor, chunk, kChunkSize)) > 0) {
+    MakeRoom(text);
+    text.append(chunk, static_cast<std::size_t>(size));
+  }
+  if (size < 0) {
+    Log(ILogger::kHWXLogStatus, "GetFileContents failed to read file " + name);
+    throw THWXException(kHWXStatusFileSystemError);
+  }
+  if (logContents) detail::LogDebug("Debug (linux toss): GetFileContents() Returned: ", text);
+  return text;
+}
+
+std::string TOSSpecific::CaptureFile(std::string path) {
+  const int file = ::open(path.c_str(), O_RDONLY);
+  if (file == -1) {
+    Log(ILogger::kHWXLogError, "ERROR: CaptureFile failed to open: " + path);
+    throw THWXException(kHWXStatusFileNotFound);  // whatever the cause, which is meant
+  }
+  std::string text = GetFileContents(file, path, true);
+  ::close(file);  // an exception leaves it open, which is meant
+  return text;
+}
+
+std::string TOSSpecific::CaptureFileLoader(std::string path, bool logContents) {
+  const int file = ::open(path.c_str(), O_RDONLY);
+  if (file == -1) {
+    detail::LogDebug("CaptureFile failed to open: ", path);
+    detail::LogDebug("Please confirm that the related software/driver is properly installed.");
+    // It goes on to read from no file, which is meant: that fails with a status of its own.
+  }
+  std::string text = GetFileContents(file, path, logContents);
+  ::close(file);  // an exception leaves it open, which is meant
+  return text;
+}
+
+void TOSSpecific::CapFileViaProc(std::string command, std::vector<std::string> arguments,
+                                 std::string path, std::string& contents) {
+  SpawnProcess(command, arguments, 300);  // whether it succeeded is not looked at, which is meant
+  try {
+    contents = CaptureFile(path);
+  } catch (const THWXException& failure) {
+    contents.clear();
+    Log(ILogger::kHWXLogError,
+        std::string("failed to capture file content due to exception: ") + failure.what());
+  }
+}
+
+int TOSSpecific::GetRunningTypeOnXen() {
+  constexpr const char* kCapabilities = "/proc/xen/capabilities";
+  if (!FileExists(kCapabilities)) return 2;
+  const bool controls = CaptureFile(kCapabilities).find("control_d") != std::string::npos;
+  return controls ? 0 : 1;
+}
+
+}  // namespace NQORHWX20

@@ -1,0 +1,184 @@
+#include "providers/container/XMLText.h"
+
+#include <algorithm>
+
+namespace container {
+
+namespace {
+
+unsigned char Byte(std::string_view text, std::size_t index) {
+  return static_cast<unsigned char>(text[index]);
+}
+
+// Whether `count` bytes that continue a character follow the first one.
+bool IsContinued(std::string_view text, std::size_t count) {
+  if (text.size() <= count) return false;
+  for (std::size_t i = 1; i <= count; ++i) {
+    if ((Byte(text, i) & 0xC0) != 0x80) return false;
+  }
+  return true;
+}
+
+std::size_t LongCharacterLength(std::string_view text) {
+  const unsigned char first = Byte(text, 0);
+  if (first >= 0xC2 && first <= 0xDF) return IsContinued(text, 1) ? 2 : 0;
+  const std::size_t length = (first & 0xF0) == 0xE0 ? 3 : 4;
+  if (first < 0xE0 || first > 0xF4 || !IsContinued(text, length - 1)) return 0;
+  const unsigned long codePoint = CodePoint(text.substr(0, length));
+  const bool isShortest = codePoint >= (length == 3 ? 0x800U : 0x10000U);
+  return isShortest && IsXMLCharacter(codePoint) ? length : 0;
+}
+
+int HexDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+// The byte that the four characters of \xHH stand for, else -1.
+int EscapedByte(std::string_view text) {
+  if (text.size() < 4 || text[1] != 'x') return -1;
+  const int high = HexDigit(text[2]);
+  const int low = HexDigit(text[3]);
+  return high < 0 || low < 0 ? -1 : high * 16 + low;
+}
+
+// The reference that has to stand for a character; null for one that may stand as it is. A carriage
+// return that stands as it is would be read as a line feed.
+const char* ContentReference(char c) {
+  switch (c) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '\r':
+      return "&#13;";
+    default:
+      return nullptr;
+  }
+}
+
+// In attributes all white space that stands as it is would be read as a blank.
+const char* AttributeReference(char c) {
+  switch (c) {
+    case '"':
+      return "&quot;";
+    case '\t':
+      return "&#9;";
+    case '\n':
+      return "&#10;";
+    default:
+      return ContentReference(c);
+  }
+}
+
+void Append(std::string& xml, std::string_view text, const char* (*reference)(char)) {
+  std::size_t start = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char* const replacement = reference(text[i]);
+    if (replacement == nullptr) continue;
+    xml.append(text, start, i - start).append(replacement);
+    start = i + 1;
+  }
+  xml.append(text, start);
+}
+
+}  // namespace
+
+bool IsXMLCharacter(unsigned long codePoint) {
+  if (codePoint < 0x20) return codePoint == '\t' || codePoint == '\n' || codePoint == '\r';
+  if (codePoint >= 0xD800 && codePoint <= 0xDFFF) return false;
+  return codePoint != 0xFFFE && codePoint != 0xFFFF && codePoint <= 0x10FFFF;
+}
+
+std::size_t XMLCharacterLength(std::string_view text) {
+  if (text.empty()) return 0;
+  const unsigned char first = Byte(text, 0);
+  if (first < 0x80) return IsXMLCharacter(first) ? 1 : 0;
+  return LongCharacterLength(text);
+}
+
+// Nearly all of nearly every text is plain, so these few are the ones that have to be quick.
+std::size_t PlainLength(std::string_view text) {
+  const auto isSpecial = [](char c) {
+    return static_cast<signed char>(c) < ' ' && !(c == '\t' || c == '\n' || c == '\r');
+  };
+  return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isSpecial) - text.begin());
+}
+
+bool IsXMLText(std::string_view text) {
+  for (;;) {
+    text.remove_prefix(PlainLength(text));
+    if (text.empty()) return true;
+    const std::size_t length = XMLCharacterLength(text);
+    if (length == 0) return false;
+    text.remove_prefix(length);
+  }
+}
+
+unsigned long CodePoint(std::string_view character) {
+  const unsigned char first = Byte(character, 0);
+  if (character.size() == 1) return first;
+  unsigned long codePoint = first & (0x7FU >> character.size());
+  for (std::size_t i = 1; i < character.size(); ++i)
+    codePoint = codePoint << 6 | (Byte(character, i) & 0x3FU);
+  return codePoint;
+}
+
+std::string FromCodePoint(unsigned short codePoint) {
+  const unsigned int code = codePoint;
+  const auto last = [code](int shift) { return static_cast<char>(0x80 | (code >> shift & 0x3F)); };
+  if (code < 0x80) return {static_cast<char>(code)};
+  if (code < 0x800) return {static_cast<char>(0xC0 | code >> 6), last(0)};
+  return {static_cast<char>(0xE0 | code >> 12), last(6), last(0)};
+}
+
+std::string Escaped(std::string_view text) {
+  static const char kDigits[] = "0123456789ABCDEF";
+  if (text.find('\\') == std::string_view::npos && IsXMLText(text)) return std::string(text);
+  std::string escaped;
+  std::size_t length = 0;
+  for (std::size_t i = 0; i < text.size(); i += length) {
+    length = XMLCharacterLength(text.substr(i));
+    if (length != 0) {
+      if (text[i] == '\\') escaped += '\\';
+      escaped.append(text, i, length);
+      continue;
+    }
+    escaped.append("\\x").append(1, kDigits[Byte(text, i) >> 4]);
+    escaped += kDigits[Byte(text, i) & 0x0F];
+    length = 1;
+  }
+  return escaped;
+}
+
+std::optional<std::string> Unescaped(std::string_view text) {
+  if (text.find('\\') == std::string_view::npos) return std::string(text);
+  std::string plain;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\') {
+      plain += text[i];
+    } else if (text.substr(i + 1, 1) == "\\") {
+      plain += text[++i];
+    } else {
+      const int byte = EscapedByte(text.substr(i));
+      if (byte < 0) return std::nullopt;
+      plain += static_cast<char>(byte);
+      i += 3;
+    }
+  }
+  return plain;
+}
+
+void AppendContent(std::string& xml, std::string_view text) {
+  Append(xml, text, &ContentReference);
+}
+
+void AppendAttributeValue(std::string& xml, std::string_view text) {
+  Append(xml, text, &AttributeReference);
+}
+
+}  // namespace container
