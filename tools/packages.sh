@@ -7,6 +7,7 @@ run_packages=(
   libboost-dev libboost-thread-dev
   libpugixml-dev zlib1g-dev
   libcli11-dev nlohmann-json3-dev
+  libcurl4  # opened at run time, for file transfer
 )
 
 # To build and run the tests, the fuzzers and the benchmarks too.
@@ -15,6 +16,8 @@ test_packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   libspdlog-dev libpoco-dev libglib2.0-dev
   dmidecode lshw clang-format
+  pure-ftpd openssh-server openssh-sftp-server tinyproxy-bin  # to transfer to and through
+  curl
 )
 
 # Installs those of the named packages that are missing; quick when none is.
@@ -28,6 +31,21 @@ ensure_packages() {
   local root=()
   [ "$(id -u)" -eq 0 ] || root=(sudo)
   "${root[@]}" apt-get update -qq
+  install_without_services "${missing[@]}"
+}
+
+# The tests start servers of their own: installing the packages must not make services of them.
+install_without_services() {
+  local policy=/usr/sbin/policy-rc.d made_policy="" status=0
+  if [ ! -e $policy ]; then
+    made_policy=yes
+    printf '#!/bin/sh\nexit 101\n' | "${root[@]}" tee $policy >/dev/null
+    "${root[@]}" chmod 755 $policy
+  fi
   "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
-    "${missing[@]}" >/dev/null
+    "$@" >/dev/null || status=$?
+  [ -z "$made_policy" ] || "${root[@]}" rm -f $policy
+  case " $* " in *" pure-ftpd "*) "${root[@]}" update-rc.d pure-ftpd disable >/dev/null 2>&1 || true ;; esac
+  case " $* " in *" openssh-server "*) "${root[@]}" update-rc.d ssh disable >/dev/null 2>&1 || true ;; esac
+  return $status
 }

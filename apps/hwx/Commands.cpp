@@ -12,6 +12,10 @@ std::vector<CommandPtr> AllCommands() {
   commands.push_back(MakeFirmwareCommand());
   commands.push_back(MakeConfigCommand());
   commands.push_back(MakeRunCommand());
+  commands.push_back(MakeSendCommand());
+  commands.push_back(MakeFetchCommand());
+  commands.push_back(MakeCheckNetworkCommand());
+  commands.push_back(MakeCheckProxyCommand());
   return commands;
 }
 

@@ -9,13 +9,17 @@
 
 namespace hwx {
 
+CommandPtr MakeCheckNetworkCommand();
+CommandPtr MakeCheckProxyCommand();
 CommandPtr MakeCollectCommand();
 CommandPtr MakeConfigCommand();
 CommandPtr MakeDiffCommand();
+CommandPtr MakeFetchCommand();
 CommandPtr MakeFirmwareCommand();
 CommandPtr MakeIdentityCommand();
 CommandPtr MakeProvidersCommand();
 CommandPtr MakeRunCommand();
+CommandPtr MakeSendCommand();
 CommandPtr MakeShowCommand();
 
 /// The commands of the command "firmware".

@@ -43,6 +43,10 @@ use_tree() {
   rm "$libdir/libminimal.nsp.so"
 
   "$prefix/bin/hwx" providers | grep -q 'container  *loads, registered' || fail "$2: no containers"
+  if [ -e "$build_dir/lib/libcurl.so.4" ]; then  # then the installed tree has one too
+    { "$prefix/bin/hwx" send "$source_dir/README.md" 127.0.0.1:1 2>&1 || true; } |
+      grep -q "nobody answers" || fail "$2: no libcurl"
+  fi
   "$prefix/bin/hwx" identity | grep -q "rack7" || fail "$2: installed hwx"
 }
 

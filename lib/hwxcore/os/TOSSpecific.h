@@ -1,6 +1,7 @@
 #ifndef HWXCORE_OS_TOSSPECIFIC_H
 #define HWXCORE_OS_TOSSPECIFIC_H
 
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <string>
@@ -24,6 +25,8 @@ class INamespaceConsumer;
 /// - Environment, console, small services                  TOSSpecificLinuxServices.cpp
 /// - Plug-in discovery and loading                         TOSSpecificLinuxPlugins.cpp
 /// - Machine identity from firmware                        TOSSpecificLinuxFirmware.cpp
+/// - File transfer, and `curl_fwrite`                      TOSSpecificLinuxTransfer.cpp
+/// - Proxy and reachability checks                         TOSSpecificLinuxProxy.cpp
 ///
 /// Paths are byte strings. Failures are thrown as `THWXException` unless a member says otherwise.
 ///
@@ -359,7 +362,91 @@ class TOSSpecific {
   /// "-", or the first if there is one only, and `text` what lies behind it. Without any, both stay
   /// as they are. Returns 1.
   static int breakApartVersion(std::string& text, std::string& build);
+
+  // File transfer over FTP and SFTP, by a libcurl that lies beside this library.
+  //
+  // - libcurl is opened at each transfer and by path only: "libcurl.so", then "libcurl.so.4", in
+  //   the directory that `GetHWXRootPath` tells; then "libcurl.so", ".so.4", ".so.3" and ".so.2" in
+  //   the directory of this module. The system's search path isn't consulted.
+  // - A user and a password may stand in front of the host: "user:password@host:2121". Nothing is
+  //   escaped on the way into the URL. A byte that means something there (a blank, "#", "%", "?",
+  //   in a user or password also "@", ":" and "/") has to come as "%" and two hexadecimal digits.
+  //   No log entry of these operations holds the URL.
+  // - FTP goes by passive connections to the port that the server tells (PASV), never through a
+  //   proxy. SFTP takes any host key; it logs in with the password of the URL, or with the keys of
+  //   the user's agent and of his directory ".ssh", and needs a libcurl with SSH.
+  // - An upload makes the directories that are missing on the server. So does a download, as far as
+  //   the server lets it, before it fails.
+  // - Throws, each time after a log entry: `kHWXStatusLibCurlFailure` if libcurl isn't there or
+  //   refuses an option; `kHWXStatusFileSystemError` if the local file can't be read;
+  //   `kHWXStatusConnectionFailed` if the name doesn't resolve or nobody listens; and
+  //   `kHWXStatusAccessDenied` for all else that goes wrong, a refused login, a full disk and a
+  //   broken connection among it. A libcurl that lacks a function ends in `std::logic_error`,
+  //   without a log entry.
+  // - After an exception libcurl, its global state and the transfer's handle stay as they are, for
+  //   the life of the process, with the descriptors that the handle holds. A later transfer works.
+  // - Never on two threads at once: libcurl's global state is set up and given back by each.
+
+  /// Sends the local file to `url`, or, with `download`, fetches what stands at `url`.
+  ///
+  /// An upload sends the file byte by byte; a directory is sent as an empty file. A download is
+  /// appended block by block to the local file, which is made with the first block: of an empty
+  /// remote file there is no local one, and what a download that fails has got till then stays. If
+  /// the last bytes of a block don't fit on the local disk, that may pass unnoticed.
+  ///
+  /// A local file that is there, and can be read, starts a dialogue on the standard output and
+  /// input, which blocks the caller: "y" or "Y" removes the file and goes on, "n" or "N" ends the
+  /// transfer, anything else asks again, the end of the input too, and that for ever. If the file
+  /// can't be removed, "Permission denied." is printed and the transfer ends. A transfer that ends
+  /// so fetches nothing and returns as one that succeeds.
+  static void CurlTransferFile(std::string url, std::string localFile, bool download);
+
+  /// Sends the local file to "ftp://" `host` "/" `remoteFile`. If the environment variable
+  /// HWX_ISBOOTABLE is "yes", "ecorvex/toqor/kseries/fdr_upload/" stands in front of `remoteFile`.
+  /// Returns 1. A `remoteFile` that begins with "/" counts from the server's root.
+  static int FTPFile(std::string host, std::string localFile, std::string remoteFile);
+  /// The same over SFTP. Each `remoteFile` counts from the server's root, but one that begins with
+  /// "~/" from the user's directory.
+  static int sFTPFile(std::string host, std::string localFile, std::string remoteFile);
+
+  /// Sends the local file to "ftp://" `host` "/" `remoteFile` ".xml.gz", uncompressed for all its
+  /// name, and returns 1. First prints "Remote file name = " and the URL, credentials and all.
+  static int UserFTPFile(std::string host, std::string localFile, std::string remoteFile);
+
+  /// Fetches "ftp://" `host` "/" `remoteFile`, and returns 1, also if the user declined.
+  static int FTPFileFromQOR(std::string host, std::string localFile, std::string remoteFile);
+  /// The same over SFTP.
+  static int sFTPFileFromQOR(std::string host, std::string localFile, std::string remoteFile);
+
+  // Proxy and reachability checks. Never on two threads at once, nor beside a transfer.
+
+  /// Whether the system's resolver knows a host, with a debug line that says so: 0 if it does, 1 if
+  /// it doesn't. The second argument is never read.
+  static int DetectHostnameAvailable(std::string hostname, std::string ignored);
+
+  /// Fetches a web page through an HTTP proxy and returns 1. An empty `proxyIp` means no proxy;
+  /// with an empty `userId` the proxy gets no credentials, whatever `passwd` holds.
+  ///
+  /// The page is appended to the file "content.html" of the current directory, and left there.
+  /// Success says that a page came, not which: a proxy that refuses the password with a page (407),
+  /// or answers for a server that it can't reach, counts as success. Look at the page.
+  ///
+  /// Throws `kHWXStatusLibCurlFailure` for every failure, after a log entry without details: no
+  /// libcurl (found as for a transfer), a proxy that can't be reached, a current directory that
+  /// can't be written. A libcurl that lacks a function ends as in a transfer, and what stays behind
+  /// after an exception is as there.
+  static int CheckProxySetting(std::string userId, std::string passwd, std::string proxyIp,
+                               long proxyPort);
 };
+
+/// libcurl's write callback of the downloads: appends `count` items of `size` bytes to the file
+/// that `sink` names, and returns how many the stream took, in 32 bits. The file is opened and
+/// closed at each call. `sink` points to two pointers: to the path, and a `FILE*` of the function's
+/// own.
+///
+/// Returns 0xFFFFFFFF if there is no `sink`, no path, or the file can't be opened. Thread-safe for
+/// different sinks.
+std::size_t curl_fwrite(void* data, std::size_t size, std::size_t count, void* sink);
 
 }  // namespace NQORHWX20
 

@@ -67,6 +67,11 @@ class HwxProcess {
     return *this;
   }
 
+  HwxProcess& InputFrom(const std::string& path) {
+    fInputPath = path;
+    return *this;
+  }
+
   /// Gives up root's rights first.
   HwxProcess& Unprivileged() {
     fIsUnprivileged = true;
@@ -76,6 +81,7 @@ class HwxProcess {
   HwxResult Run(const std::vector<std::string>& arguments) const {
     const pid_t child = ::fork();
     if (child == 0) {
+      RedirectStreams();
       Become(arguments);
       ::_exit(127);
     }
@@ -85,14 +91,12 @@ class HwxProcess {
             Text("err")};
   }
 
- private:
+  /// Becomes the program, with the streams as they are; for a child. Returns only if it can't.
   void Become(const std::vector<std::string>& arguments) const {
     for (const char* name : {"HWX_SYSROOT", "HWX_SMBIOS_TABLES", "QMODULE_LOG_LEVEL"})
       ::unsetenv(name);
     for (const auto& [name, value] : fEnvironment)
       ::setenv(name.c_str(), value.c_str(), 1);
-    Redirect(STDOUT_FILENO, fOutputPath.value_or(fScratch / "out"), fClosesOutput);
-    Redirect(STDERR_FILENO, fScratch / "err", fClosesError);
     if (fIsUnprivileged && !BecomeUnprivileged()) return;
     std::vector<std::string> texts = arguments;
     texts.insert(texts.begin(), fProgram);
@@ -101,6 +105,16 @@ class HwxProcess {
       pointers.push_back(text.data());
     pointers.push_back(nullptr);
     ::execv(fProgram.c_str(), pointers.data());
+  }
+
+ private:
+  void RedirectStreams() const {
+    if (fInputPath) {
+      ::close(STDIN_FILENO);
+      ::open(fInputPath->c_str(), O_RDONLY);
+    }
+    Redirect(STDOUT_FILENO, fOutputPath.value_or(fScratch / "out"), fClosesOutput);
+    Redirect(STDERR_FILENO, fScratch / "err", fClosesError);
   }
 
   static void Redirect(int descriptor, const std::string& path, bool closes) {
@@ -120,6 +134,7 @@ class HwxProcess {
   TemporaryDirectory fScratch;
   std::string fProgram = HWX_TEST_PROGRAM;
   std::map<std::string, std::string> fEnvironment;
+  std::optional<std::string> fInputPath;
   std::optional<std::string> fOutputPath;
   bool fClosesOutput = false;
   bool fClosesError = false;

@@ -1,0 +1,108 @@
+#include "hwxcore/os/detail/CurlLibrary.h"
+
+#include <dlfcn.h>
+
+#include <stdexcept>
+
+#include "hwxbase/hwxbase.h"
+#include "hwxcore/diagnostics/ILogger.h"
+#include "hwxcore/os/TOSSpecific.h"
+#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/value/THWXException.h"
+
+namespace NQORHWX20::detail {
+
+namespace {
+
+constexpr long kGlobalAll = 3;
+
+// Why the thread's last call of the loader failed, which is told once. There is no text for a
+// second asking; the standard library would say so in these words.
+std::string LoaderError() {
+  const char* const text = ::dlerror();
+  if (!text) throw std::logic_error("basic_string: construction from null is not valid");
+  return text;
+}
+
+void* Open(const std::string& path) {
+  return ::dlopen(path.c_str(), RTLD_LAZY);
+}
+
+}  // namespace
+
+void FailTransfer(const std::string& operation, const std::string& text, EHWXStatusCode status) {
+  TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError,
+                                               "TOSSpecific|" + operation + ": " + text);
+  throw THWXException(status);
+}
+
+void* OpenCurlLibrary(const char* operation) {
+  for (const char* name : {"libcurl.so", "libcurl.so.4"}) {
+    if (void* const library = Open(TOSSpecific::GetHWXRootPath() + "/" + name)) return library;
+  }
+  for (const char* name : {"libcurl.so", "libcurl.so.4", "libcurl.so.3", "libcurl.so.2"}) {
+    if (void* const library = Open(GetModulePathLin(operation) + name)) return library;
+  }
+  FailTransfer(operation, "Error opening curl library: " + LoaderError(), kHWXStatusLibCurlFailure);
+}
+
+TCurlLibrary::TCurlLibrary(const char* operation)
+    : fOperation(operation), fLibrary(OpenCurlLibrary(operation)) {
+  LookUp(fGlobalInit, "curl_global_init");
+  LookUp(fEasyInit, "curl_easy_init");
+  LookUp(fEasySetOpt, "curl_easy_setopt");
+  LookUp(fEasyPerform, "curl_easy_perform");
+  LookUp(fEasyCleanup, "curl_easy_cleanup");
+  LookUp(fGlobalCleanup, "curl_global_cleanup");
+  fGlobalInit(kGlobalAll);  // untested, which is meant: without it there is no handle either
+  fHandle = fEasyInit();
+  if (!fHandle) Fail("Error initalizing curl", kHWXStatusLibCurlFailure);
+}
+
+// The loader is asked for its error twice, which is meant: the first asking is the test and takes
+// the text away, so the second finds none, and what the caller gets is the exception about that.
+template <typename TFunction>
+void TCurlLibrary::LookUp(TFunction*& function, const char* name) {
+  function = reinterpret_cast<TFunction*>(::dlsym(fLibrary, name));
+  if (::dlerror() || !function) {
+    Fail("Error loading curl library: " + LoaderError(), kHWXStatusLibCurlFailure);
+  }
+}
+
+void TCurlLibrary::SetOption(ECurlOption option, long value, const char* failure) {
+  if (fEasySetOpt(fHandle, option, value) != kCurlOK) Fail(failure, kHWXStatusLibCurlFailure);
+}
+
+void TCurlLibrary::SetOption(ECurlOption option, const std::string& value, const char* failure) {
+  if (fEasySetOpt(fHandle, option, value.c_str()) != kCurlOK) {
+    Fail(failure, kHWXStatusLibCurlFailure);
+  }
+}
+
+void TCurlLibrary::SetOption(ECurlOption option, void* value, const char* failure) {
+  if (fEasySetOpt(fHandle, option, value) != kCurlOK) Fail(failure, kHWXStatusLibCurlFailure);
+}
+
+void TCurlLibrary::SetSink(TCurlSink& sink) {
+  if (fEasySetOpt(fHandle, kCurlOptWriteFunction, &curl_fwrite) != kCurlOK ||
+      fEasySetOpt(fHandle, kCurlOptWriteData, static_cast<void*>(&sink)) != kCurlOK) {
+    // In the name of the file transfer for the proxy check too, and one text for both options.
+    FailTransfer("CurlTransferFile", "Error setting curl write function", kHWXStatusLibCurlFailure);
+  }
+}
+
+int TCurlLibrary::Perform() {
+  return fEasyPerform(fHandle);
+}
+
+void TCurlLibrary::Close() {
+  fEasyCleanup(fHandle);
+  fGlobalCleanup();
+  ::dlclose(fLibrary);
+}
+
+void TCurlLibrary::Fail(const std::string& text, EHWXStatusCode status) const {
+  FailTransfer(fOperation, text, status);
+}
+
+}  // namespace NQORHWX20::detail
