@@ -15,6 +15,7 @@ test_packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   libspdlog-dev libpoco-dev libglib2.0-dev
   dmidecode clang-format
+  hwinfo dosfstools e2fsprogs fdisk mount
 )
 
 # Installs those of the named packages that are missing; quick when none is.
