@@ -9,6 +9,7 @@ std::vector<CommandPtr> AllCommands() {
   commands.push_back(MakeShowCommand());
   commands.push_back(MakeDiffCommand());
   commands.push_back(MakeProvidersCommand());
+  commands.push_back(MakeFirmwareCommand());
   commands.push_back(MakeConfigCommand());
   commands.push_back(MakeRunCommand());
   return commands;

@@ -12,10 +12,15 @@ namespace hwx {
 CommandPtr MakeCollectCommand();
 CommandPtr MakeConfigCommand();
 CommandPtr MakeDiffCommand();
+CommandPtr MakeFirmwareCommand();
 CommandPtr MakeIdentityCommand();
 CommandPtr MakeProvidersCommand();
 CommandPtr MakeRunCommand();
 CommandPtr MakeShowCommand();
+
+/// The commands of the command "firmware".
+CommandPtr MakeFirmwareDumpCommand();
+CommandPtr MakeFirmwareShowCommand();
 
 /// All of them, in the order in which the help lists them.
 std::vector<CommandPtr> AllCommands();

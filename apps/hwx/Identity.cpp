@@ -1,7 +1,9 @@
 #include "hwx/Identity.h"
 
+#include "hwx/FirmwareQueries.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
+#include "hwxcore/schema/detail/SerialNumberCheck.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace hwx {
@@ -105,6 +107,13 @@ void AskTypeAndModel(const TMachine& machine, TIdentity& identity) {
   }
 }
 
+// The rule for serial numbers serves here too: makers leave the same in the place of both.
+TAnswer<std::string> AskProductName(const TMachine& machine) {
+  auto answer = AskText(machine, kProductName, &TCIMSchemaHelper::GetSystemProductName);
+  if (!answer.fValue || detail::CheckedSerialNumber(*answer.fValue)) return answer;
+  return Missing<std::string>(Quoted(*answer.fValue) + " is a filler, not a product name");
+}
+
 TAnswer<std::string> AskSerialNumber(const TMachine& machine) {
   const auto explain = [&](const THWXStatusCode& status) {
     if (status != kHWXStatusNotFound) return ExplainByStatus(status);
@@ -130,6 +139,12 @@ TAnswer<std::string> OperatingSystemTypeName(const TAnswer<unsigned short>& type
     default:
       return Missing<std::string>("no name for the number " + std::to_string(*type.fValue));
   }
+}
+
+void AskFirmware(TIdentity& identity) {
+  const TBiosIdentity bios = AskBios();
+  identity.fBiosID = bios.fBiosID;
+  identity.fMachineTypeByBios = bios.fMachineTypeFromID;
 }
 
 void AskOperatingSystem(const TMachine& machine, TIdentity& identity) {
@@ -166,8 +181,9 @@ std::string SourceBuild(TMachine machine) {
 TIdentity AskIdentity(const TMachine& machine) {
   TIdentity identity;
   AskTypeAndModel(machine, identity);
-  identity.fProductName = AskText(machine, kProductName, &TCIMSchemaHelper::GetSystemProductName);
+  identity.fProductName = AskProductName(machine);
   identity.fSerialNumber = AskSerialNumber(machine);
+  AskFirmware(identity);
   identity.fSystemName = AskText(machine, kSystemName, &TCIMSchemaHelper::GetSystemName);
   AskOperatingSystem(machine, identity);
   identity.fXenDomain = AskXenDomain();

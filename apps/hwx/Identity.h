@@ -8,7 +8,8 @@
 
 namespace hwx {
 
-/// Who a machine is. A text that is blank counts as missing.
+/// Who a machine is. A text that is blank counts as missing, and so do product names and serial
+/// numbers that are filler.
 ///
 /// Thread-safety: a plain value.
 struct TIdentity {
@@ -16,6 +17,8 @@ struct TIdentity {
   TAnswer<std::string> fModel;        ///< Three characters; blanks among them are kept.
   TAnswer<std::string> fProductName;
   TAnswer<std::string> fSerialNumber;
+  TAnswer<std::string> fBiosID;             ///< Two characters, in the case that the firmware gave.
+  TAnswer<std::string> fMachineTypeByBios;  ///< Four characters.
   TAnswer<std::string> fSystemName;
   TAnswer<std::string> fOperatingSystemName;
   TAnswer<std::string> fOperatingSystemVersion;
@@ -26,8 +29,9 @@ struct TIdentity {
   TAnswer<std::string> fDataSourceBuild;
 };
 
-/// Asks a namespace, by the library's queries, who its machine is, and this system in which domain
-/// it runs. Failures become reasons. Thread-safety: that of the namespace.
+/// Asks a namespace, by the library's queries, who its machine is, its firmware what the type 0
+/// structure tells, and this system in which domain it runs. Failures become reasons.
+/// Thread-safety: that of the namespace, and of the environment, which no thread may use meanwhile.
 TIdentity AskIdentity(const TMachine& machine);
 
 }  // namespace hwx

@@ -1,5 +1,6 @@
 #include "hwx/CommandOptions.h"
 #include "hwx/Commands.h"
+#include "hwx/ExplanationReport.h"
 #include "hwx/Identity.h"
 #include "hwx/IdentityReport.h"
 #include "hwx/Machine.h"
@@ -14,17 +15,34 @@ class TIdentityCommand : public ICommand {
   CLI::App* AddTo(CLI::App& program) override {
     CLI::App* const app = program.add_subcommand("identity", "Show who this machine is");
     AddJson(*app, fJson);
+    app->add_flag("--explain", fExplains,
+                  "Show besides what each source of the firmware's\n"
+                  "data says, and which of them is taken");
     return app;
   }
 
   int Run(const TGlobalOptions& options) override {
-    const TIdentity identity = AskIdentity(OpenMachine(options));
-    WriteOutput(fJson ? IdentityJson(identity) : IdentityText(identity));
+    const TMachine machine = OpenMachine(options);
+    const TIdentity identity = AskIdentity(machine);
+    WriteOutput(fExplains ? Explained(identity, Explain(machine, identity)) : Plain(identity));
     return kExitOK;
   }
 
  private:
+  std::string Plain(const TIdentity& identity) const {
+    return fJson ? IdentityJson(identity) : IdentityText(identity);
+  }
+
+  std::string Explained(const TIdentity& identity,
+                        const std::vector<TExplanation>& explanations) const {
+    if (!fJson) return IdentityText(identity) + ExplanationText(explanations);
+    TJson json = IdentityObject(identity);
+    json["explanations"] = ExplanationObject(explanations);
+    return JsonText(json);
+  }
+
   bool fJson = false;
+  bool fExplains = false;
 };
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "hwx/IdentityReport.h"
 
-#include "hwx/Json.h"
 #include "hwx/Table.h"
 
 namespace hwx {
@@ -26,6 +25,8 @@ std::string IdentityText(const TIdentity& identity) {
       {"Model", Text(identity.fModel)},
       {"Product name", Text(identity.fProductName)},
       {"Serial number", Text(identity.fSerialNumber)},
+      {"BIOS identifier", Text(identity.fBiosID)},
+      {"Machine type by BIOS", Text(identity.fMachineTypeByBios)},
       {"System name", Text(identity.fSystemName)},
       {"Operating system", Text(identity.fOperatingSystemName)},
       {"Operating system version", Text(identity.fOperatingSystemVersion)},
@@ -36,12 +37,14 @@ std::string IdentityText(const TIdentity& identity) {
   });
 }
 
-std::string IdentityJson(const TIdentity& identity) {
-  return JsonText({
+TJson IdentityObject(const TIdentity& identity) {
+  return {
       {"machineType", Json(identity.fMachineType)},
       {"model", Json(identity.fModel)},
       {"productName", Json(identity.fProductName)},
       {"serialNumber", Json(identity.fSerialNumber)},
+      {"biosIdentifier", Json(identity.fBiosID)},
+      {"machineTypeByBios", Json(identity.fMachineTypeByBios)},
       {"systemName", Json(identity.fSystemName)},
       {"operatingSystemName", Json(identity.fOperatingSystemName)},
       {"operatingSystemVersion", Json(identity.fOperatingSystemVersion)},
@@ -50,7 +53,11 @@ std::string IdentityJson(const TIdentity& identity) {
       {"xenDomain", Json(identity.fXenDomain)},
       {"dataSourceVersion", Json(identity.fDataSourceVersion)},
       {"dataSourceBuild", Json(identity.fDataSourceBuild)},
-  });
+  };
+}
+
+std::string IdentityJson(const TIdentity& identity) {
+  return JsonText(IdentityObject(identity));
 }
 
 }  // namespace hwx

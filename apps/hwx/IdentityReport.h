@@ -8,6 +8,7 @@
 #include <string>
 
 #include "hwx/Identity.h"
+#include "hwx/Json.h"
 
 namespace hwx {
 
@@ -17,6 +18,9 @@ std::string IdentityText(const TIdentity& identity);
 /// An object for each value: {"value": ...}, or {"value": null, "reason": "..."}. Bytes that aren't
 /// UTF-8 are replaced by U+FFFD; characters outside ASCII are escaped.
 std::string IdentityJson(const TIdentity& identity);
+
+/// The same, to add more to it.
+TJson IdentityObject(const TIdentity& identity);
 
 }  // namespace hwx
 

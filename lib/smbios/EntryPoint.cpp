@@ -7,12 +7,10 @@ namespace smbios {
 
 namespace {
 
-constexpr std::size_t k32BitSize = 0x1F;
 // Version 2.1 of the format told one byte too few for the length field, and makers followed it.
 constexpr std::size_t k32BitSizeOf21 = 0x1E;
 constexpr std::size_t kInnerOffset = 0x10;
-constexpr std::size_t kInnerSize = k32BitSize - kInnerOffset;
-constexpr std::size_t k64BitSize = 0x18;
+constexpr std::size_t kInnerSize = k32BitEntryPointSize - kInnerOffset;
 
 bool HasAnchor(const std::uint8_t* bytes, std::size_t size, const char* anchor) {
   const std::size_t length = std::strlen(anchor);
@@ -33,7 +31,7 @@ std::uint64_t Number(const std::uint8_t* bytes, std::size_t width) {
 }
 
 std::string Parse32Bit(const std::uint8_t* bytes, std::size_t size, TEntryPoint& entryPoint) {
-  if (size < k32BitSize) {
+  if (size < k32BitEntryPointSize) {
     return "the entry point is truncated";
   }
   const std::size_t length = bytes[5];
@@ -50,7 +48,7 @@ std::string Parse32Bit(const std::uint8_t* bytes, std::size_t size, TEntryPoint&
   if (!HasValidSum(inner, kInnerSize)) {
     return "the entry point's inner checksum is wrong";
   }
-  entryPoint.fSize = k32BitSize;
+  entryPoint.fSize = k32BitEntryPointSize;
   entryPoint.fMajor = bytes[6];
   entryPoint.fMinor = bytes[7];
   entryPoint.f64Bit = false;
@@ -61,11 +59,11 @@ std::string Parse32Bit(const std::uint8_t* bytes, std::size_t size, TEntryPoint&
 }
 
 std::string Parse64Bit(const std::uint8_t* bytes, std::size_t size, TEntryPoint& entryPoint) {
-  if (size < k64BitSize) {
+  if (size < k64BitEntryPointSize) {
     return "the entry point is truncated";
   }
   const std::size_t length = bytes[6];
-  if (length < k64BitSize || length > size) {
+  if (length < k64BitEntryPointSize || length > size) {
     return "the entry point's length is wrong";
   }
   if (!HasValidSum(bytes, length)) {

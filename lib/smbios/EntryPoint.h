@@ -11,6 +11,10 @@
 
 namespace smbios {
 
+/// Bytes of the two forms, as far as the format defines them.
+constexpr std::size_t k32BitEntryPointSize = 0x1F;
+constexpr std::size_t k64BitEntryPointSize = 0x18;
+
 /// What an entry point says.
 struct TEntryPoint {
   std::size_t fSize = 0;  ///< Bytes of the entry point itself.

@@ -41,8 +41,11 @@ bool TTables::SetEntryPoint(const std::vector<std::uint8_t>& bytes) {
   const std::string problem = ParseEntryPoint(bytes.data(), bytes.size(), fEntryPoint);
   if (!problem.empty()) {
     SetMalformed(problem);
+    return false;
   }
-  return problem.empty();
+  const std::size_t size = fEntryPoint.f64Bit ? k64BitEntryPointSize : k32BitEntryPointSize;
+  fEntryPointBytes.assign(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size));
+  return true;
 }
 
 void TTables::SetTable(std::vector<std::uint8_t> table) {

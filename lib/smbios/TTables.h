@@ -48,6 +48,13 @@ class TTables {
   /// What the entry point says; zeros when there is none.
   const TEntryPoint& EntryPoint() const { return fEntryPoint; }
 
+  /// The bytes of the entry point, as far as the format defines them: 31 of the 32-bit form, 24 of
+  /// the 64-bit one; none when there is none.
+  const std::vector<std::uint8_t>& EntryPointBytes() const { return fEntryPointBytes; }
+
+  /// The bytes of the structure table, with what may lie behind its end marker.
+  const std::vector<std::uint8_t>& TableBytes() const { return fTable; }
+
   /// Visits the structures in order, up to the end marker or the damage; see `WalkTable`.
   TWalk ForEach(const TVisitor& visit) const;
 
@@ -64,6 +71,7 @@ class TTables {
   ESmBiosCode fStatus = kSmBiosOK;
   std::string fReason;
   TEntryPoint fEntryPoint;
+  std::vector<std::uint8_t> fEntryPointBytes;
   std::vector<std::uint8_t> fTable;
 };
 

@@ -108,4 +108,19 @@ TTables ReadTables(const std::string& location) {
   return S_ISDIR(status.st_mode) ? ReadDirectory(location) : ReadDump(location);
 }
 
+std::string WhyUnsound(const TTables& tables, const std::string& location) {
+  switch (tables.Status()) {
+    case kSmBiosOK:
+      return std::string();
+    case kSmBiosAbsent:
+      return "no firmware tables: " + tables.Reason();
+    case kSmBiosNoPermission:
+      return "needs root: " + location + " can't be read";
+    case kSmBiosMalformed:
+      return "malformed: " + tables.Reason();
+    default:
+      return "unreadable: " + tables.Reason();
+  }
+}
+
 }  // namespace smbios

@@ -28,6 +28,10 @@ std::string TablesLocation(const std::string& root = std::string());
 /// - `kSmBiosMalformed`: "PATH: " and what is wrong with the bytes
 TTables ReadTables(const std::string& location);
 
+/// Why the tables read at `location` are absent or unsound, for people: "no firmware tables: ...",
+/// "needs root: ...", "malformed: ..." or "unreadable: ...". Empty when they are sound.
+std::string WhyUnsound(const TTables& tables, const std::string& location);
+
 }  // namespace smbios
 
 #endif  // SMBIOS_TABLEREADER_H

@@ -99,22 +99,6 @@ TSystemInformation ParseSystemInformation(const smbios::TStructure& structure, i
   return information;
 }
 
-std::optional<std::string> FirmwareStatus(const smbios::TTables& tables,
-                                          const std::string& location) {
-  switch (tables.Status()) {
-    case kSmBiosOK:
-      return std::nullopt;
-    case kSmBiosAbsent:
-      return "no firmware tables: " + tables.Reason();
-    case kSmBiosNoPermission:
-      return "needs root: " + location + " can't be read";
-    case kSmBiosMalformed:
-      return "malformed: " + tables.Reason();
-    default:
-      return "unreadable: " + tables.Reason();
-  }
-}
-
 TSystemInformation ReadSystemInformation(const std::string& root) {
   const std::string location = smbios::TablesLocation(root);
   const smbios::TTables tables = smbios::ReadTables(location);
@@ -126,7 +110,7 @@ TSystemInformation ReadSystemInformation(const std::string& root) {
   } else if (std::getenv("HWX_SMBIOS_TABLES") == nullptr) {
     information = ReadKernelCopy(root);
   }
-  information.fFirmwareStatus = FirmwareStatus(tables, location);
+  information.fFirmwareStatus = Present(smbios::WhyUnsound(tables, location));
   if (!information.fFirmwareStatus && !structure) {
     information.fFirmwareStatus =
         "no system information: " + location + " has no structure of type 1";

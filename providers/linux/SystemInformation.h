@@ -34,11 +34,6 @@ struct TSystemInformation {
 TSystemInformation ParseSystemInformation(const smbios::TStructure& structure, int major,
                                           int minor);
 
-/// Why there are no sound tables at `location`, for people: "no firmware tables: ...", "needs root:
-/// ...", "unreadable: ..." or "malformed: ...". Missing when the tables are sound.
-std::optional<std::string> FirmwareStatus(const smbios::TTables& tables,
-                                          const std::string& location);
-
 /// Reads the machine whose /sys lies below `root`: from the firmware's tables, the part in front of
 /// a damage too, else from what the kernel kept of them in /sys/class/dmi/id. Tables that
 /// `HWX_SMBIOS_TABLES` names are another machine's, and nothing is added to them.

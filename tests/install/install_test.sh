@@ -42,6 +42,7 @@ use_tree() {
   "$prefix/bin/hwx" providers | grep -q minimal || fail "$2: hwx doesn't see the example provider"
   rm "$libdir/libminimal.nsp.so"
 
+  "$prefix/bin/hwx" providers | grep -q 'container  *loads, registered' || fail "$2: no containers"
   "$prefix/bin/hwx" identity | grep -q "rack7" || fail "$2: installed hwx"
 }
 

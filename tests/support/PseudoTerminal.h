@@ -27,8 +27,8 @@ class PseudoTerminal {
 
   bool IsOpen() const { return fHands != -1; }
 
-  /// Becomes the calling child's standard input.
-  void Take() const { ::dup2(fTerminal, STDIN_FILENO); }
+  /// Becomes the calling child's standard input, or another of its descriptors.
+  void Take(int descriptor = STDIN_FILENO) const { ::dup2(fTerminal, descriptor); }
 
   void Type(const std::string& text) const {
     [[maybe_unused]] const ssize_t size = ::write(fHands, text.data(), text.size());
@@ -38,6 +38,18 @@ class PseudoTerminal {
   bool ShowsSomething() const {
     pollfd input{fHands, POLLIN, 0};
     return ::poll(&input, 1, 100) > 0;
+  }
+
+  /// What the terminal has shown until now; line feeds come back with carriage returns.
+  std::string Shown() const {
+    std::string text;
+    char bytes[4096];
+    while (ShowsSomething()) {
+      const ssize_t size = ::read(fHands, bytes, sizeof bytes);
+      if (size <= 0) break;
+      text.append(bytes, static_cast<std::size_t>(size));
+    }
+    return text;
   }
 
   tcflag_t LocalModes() const { return Settings().c_lflag; }

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cctype>
 #include <cstring>
-#include <iterator>
 #include <new>
 #include <optional>
 #include <stdexcept>
 
 #include "hwxcore/diagnostics/detail/LogDebug.h"
+#include "hwxcore/os/detail/BiosBuilds.h"
 #include "smbios/smbios.h"
 
 namespace NQORHWX20 {
@@ -33,18 +33,6 @@ constexpr int kSystemInformation = 1;
 constexpr int kBiosBufferSize = 4096;
 constexpr int kSystemBufferSize = 1024;
 constexpr int kBiosStringsSize = 100;  // a version that ends behind them isn't found
-
-struct TBuild {
-  const char* fCode;
-  const char* fMachineType;
-};
-
-// In the order in which they are tried.
-constexpr TBuild kBuilds[] = {
-    {"a3", "7141"}, {"k3", "4192"}, {"gu", "4367"}, {"m9", "4190"}, {"p9", "1936"}, {"d6", "4199"},
-    {"y4", "7836"}, {"tm", "7321"}, {"gy", "7327"}, {"g0", "7145"}, {"hi", "7872"}, {"hs", "7376"},
-    {"ml", "7148"}, {"j2", "4253"}, {"ay", "7164"}, {"ko", "8722"}, {"vv", "7915"}, {"a8", "3837"},
-};
 
 void LogError(const std::string& text) {
   TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError, text);
@@ -240,15 +228,6 @@ std::string BuildCode(const std::string& build) {
   return code;
 }
 
-// `type` if no code of the table occurs in `build`.
-std::string TypeOfBuild(const std::string& build, const std::string& type) {
-  const auto occurs = [&](const TBuild& known) {
-    return build.find(known.fCode) != std::string::npos;
-  };
-  const auto place = std::find_if(std::begin(kBuilds), std::end(kBuilds), occurs);
-  return place == std::end(kBuilds) ? type : place->fMachineType;
-}
-
 }  // namespace
 
 std::string TOSSpecific::GetMachineType() {
@@ -320,7 +299,7 @@ std::string TOSSpecific::GetMachineTypeFromID() {
   if (!version) return type;
   const std::string build = BuildCode(BuildOf(*version));
   LogDebug("TOSSpecific::GetMachineTypeFromID - buildNumber is ", build);
-  const std::string typeOfBuild = TypeOfBuild(build, type);
+  const std::string typeOfBuild = detail::MachineTypeOfBuild(build).value_or(type);
   LogDebug("Get machineType from Bios ID().\n", "machineType=", typeOfBuild, "\tBios ID =", build);
   return typeOfBuild;
 }

@@ -18,6 +18,7 @@ TCIMReference::TCIMReference(const TCIMReference& other)
 
 TCIMReference::~TCIMReference() = default;
 
+// The new body stands before the old one goes: `other` may lie inside the old one.
 TCIMReference& TCIMReference::operator=(const TCIMReference& other) {
   if (this != &other) fBody.reset(new TCIMReferenceImpl(this, *other.fBody));
   return *this;

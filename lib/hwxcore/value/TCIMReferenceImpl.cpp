@@ -1,5 +1,8 @@
 #include "hwxcore/value/TCIMReferenceImpl.h"
 
+#include <algorithm>
+#include <memory>
+
 #include "hwxcore/diagnostics/ILogger.h"
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxcore/schema/ICIMInstance.h"
@@ -8,6 +11,7 @@
 #include "hwxcore/schema/TRootObject.h"
 #include "hwxcore/schema/detail/Existing.h"
 #include "hwxcore/value/TCIMReference.h"
+#include "hwxcore/value/TCIMReferenceValueImpl.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
@@ -16,8 +20,9 @@ namespace {
 
 using detail::Existing;
 
-// Each level of nested references takes stack, here and wherever the values are copied or
-// destroyed: a path that nests deeper than this is refused before it can exhaust it.
+// Each level of nested references takes about 1 KB of stack, here and wherever the values are
+// copied, compared or destroyed: a path that nests deeper than this is refused before it can
+// exhaust the stack of a small thread.
 constexpr unsigned kMaxNesting = 200;
 
 [[noreturn]] void LogAndThrow(ILogger::EHWXLogSeverity severity, const std::string& message) {
@@ -41,23 +46,37 @@ auto LookUpOrThrow(LookUp lookUp, Message message) {
   }
 }
 
+bool IsSpecial(char c) {
+  return c == '"' || c == '\\';
+}
+
+// The first quotation mark or backslash at or behind `position`, else the end.
+std::size_t FindSpecial(const std::string& text, std::size_t position) {
+  while (position < text.size() && !IsSpecial(text[position]))
+    ++position;
+  return position;
+}
+
 // Reads the text of a scalar, whose opening mark is at `position`, and moves to the closing mark.
 std::string ParseQuotedText(const std::string& path, unsigned long& position) {
   std::string text;
-  for (++position; position < path.size() && path[position] != '"'; ++position) {
-    if (path[position] == '\\' && ++position < path.size()) {
-      // Only a backslash and a quotation mark are escaped; before others the backslash stays.
-      if (path[position] != '\\' && path[position] != '"') text += '\\';
-    }
-    if (position < path.size()) text += path[position];
+  while (true) {
+    const std::size_t start = position + 1;
+    position = FindSpecial(path, start);
+    text.append(path, start, position - start);
+    if (position < path.size() && path[position] == '"') return text;
+    if (++position >= path.size()) LogAndThrow("Reference missing closing '\"', path=" + path);
+    // Only a backslash and a quotation mark are escaped; before others the backslash stays.
+    if (!IsSpecial(path[position])) text += '\\';
+    text += path[position];
   }
-  if (position >= path.size()) LogAndThrow("Reference missing closing '\"', path=" + path);
-  return text;
 }
 
 void AppendEscaped(std::string& path, const std::string& text) {
+  path.reserve(path.size() + text.size() +
+               static_cast<std::size_t>(std::count_if(text.begin(), text.end(), IsSpecial)));
   for (const char c : text) {
-    if (c == '"' || c == '\\') path += '\\';
+    if (IsSpecial(c)) path += '\\';
     path += c;
   }
 }
@@ -139,48 +158,61 @@ void TCIMReferenceImpl::ParseKey(TCIMReferenceImpl* target,
     // At debug level, unlike its siblings, and that is meant.
     LogAndThrow(ILogger::kHWXLogDebug, "Reference missing opening '\"', path=" + path);
   }
+  // A map of this one key, whose entry is handed over: copies would add up where references nest.
+  std::map<std::string, TCIMValue> key;
   if (decl->GetDefaultValue(TCIMContext()).IsReference()) {
     if (depth >= kMaxNesting) LogAndThrow("Reference nests too deeply, path=" + path);
-    TCIMReference reference(ns, fContext);
-    ParsePathAtDepth(reference.GetBody(), path, position, depth + 1);
-    target->AddKeyValue(name, TCIMValue(reference));
+    auto nested = std::make_unique<TCIMReferenceValueImpl>(TCIMReference(ns, fContext));
+    ParsePathAtDepth(nested->GetReference().GetBody(), path, position, depth + 1);
+    key[name].SetBody(std::move(nested));
   } else {
     std::string text = ParseQuotedText(path, position);
     const TCIMValue::TCIMType type = decl->GetType(TCIMContext());
-    target->AddKeyValue(name, TCIMValue(type, text, ns));
+    key.try_emplace(name, type, text, ns);
   }
+  target->CheckKey(name, key.begin()->second);
+  target->fKeyBindings.insert(target->fKeyBindings.end(), key.extract(key.begin()));
 }
 
 std::string TCIMReferenceImpl::GetPath() const {
-  std::string path = GetClassName();
+  std::string path;
+  AppendPath(path);
+  return path;
+}
+
+void TCIMReferenceImpl::AppendPath(std::string& path) const {
+  path += GetClassName();
   char separator = '.';
   for (const auto& [name, value] : fKeyBindings) {
     path += separator;
     path += name;
     path += "=\"";
-    const std::string text = value.ToString(10);
-    if (value.IsReference()) {
-      path += text;  // not escaped: its own quotation marks stand as they are
+    if (const TCIMReference* const reference = TCIMReferenceValueImpl::In(value)) {
+      // Not escaped: its own quotation marks stand as they are.
+      reference->GetBody()->AppendPath(path);
     } else {
-      AppendEscaped(path, text);
+      AppendEscaped(path, value.ToString(10));
     }
     path += '"';
     separator = ',';
   }
-  return path;
 }
 
 void TCIMReferenceImpl::AddKeyValue(const std::string& name, const TCIMValue& value) {
+  CheckKey(name, value);
+  // A key that is there stays, and that is meant. Keys mostly come in order.
+  fKeyBindings.try_emplace(fKeyBindings.end(), name, value);
+}
+
+void TCIMReferenceImpl::CheckKey(const std::string& name, const TCIMValue& value) const {
   if (!fClass) throw THWXException(kHWXStatusInvalidOpSequence);
   const TCIMValue::TCIMType declared =
       Existing(fClass->GetPropertyDecl(name, TCIMContext()))->GetType(TCIMContext());
-  if (declared != value.GetType()) {
-    TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError,
-                                                 "Core: Declaration type: " + declared.ToString() +
-                                                     " Value type: " + value.GetType().ToString());
-    throw THWXException(kHWXStatusTypeMismatch);
-  }
-  fKeyBindings.try_emplace(name, value);  // a key that is there stays, and that is meant
+  if (declared == value.GetType()) return;
+  TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError,
+                                               "Core: Declaration type: " + declared.ToString() +
+                                                   " Value type: " + value.GetType().ToString());
+  throw THWXException(kHWXStatusTypeMismatch);
 }
 
 void TCIMReferenceImpl::EnumerateKeyBindings(
@@ -260,8 +292,32 @@ bool TCIMReferenceImpl::operator==(const TCIMReferenceImpl& other) const {
 }
 
 bool TCIMReferenceImpl::operator<(const TCIMReferenceImpl& other) const {
-  if (fClass != other.fClass) return fClass < other.fClass;
-  return fKeyBindings < other.fKeyBindings;
+  return Compare(other) < 0;
+}
+
+int TCIMReferenceImpl::CompareValues(const TCIMValue& one, const TCIMValue& other) {
+  const TCIMReference* const reference = TCIMReferenceValueImpl::In(one);
+  const TCIMReference* const otherReference = TCIMReferenceValueImpl::In(other);
+  if (reference != nullptr && otherReference != nullptr) {
+    return reference->GetBody()->Compare(*otherReference->GetBody());
+  }
+  if (one < other) return -1;
+  return other < one ? 1 : 0;
+}
+
+// As maps compare, but each name and each nested reference once: asking "less?" both ways at every
+// level would double the time with each level.
+int TCIMReferenceImpl::Compare(const TCIMReferenceImpl& other) const {
+  if (fClass != other.fClass) return fClass < other.fClass ? -1 : other.fClass < fClass ? 1 : 0;
+  auto mine = fKeyBindings.begin();
+  auto theirs = other.fKeyBindings.begin();
+  for (; mine != fKeyBindings.end() && theirs != other.fKeyBindings.end(); ++mine, ++theirs) {
+    int difference = mine->first.compare(theirs->first);
+    if (difference == 0) difference = CompareValues(mine->second, theirs->second);
+    if (difference != 0) return difference;
+  }
+  if (mine != fKeyBindings.end()) return 1;
+  return theirs != other.fKeyBindings.end() ? -1 : 0;
 }
 
 }  // namespace NQORHWX20

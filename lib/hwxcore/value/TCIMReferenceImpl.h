@@ -59,6 +59,13 @@ class TCIMReferenceImpl {
   void ParseKey(TCIMReferenceImpl* target, const boost::shared_ptr<ICIMNamespace>& ns,
                 ICIMClass& keyClass, const std::string& path, unsigned long& position,
                 unsigned depth);
+  /// Throws what `AddKeyValue` throws.
+  void CheckKey(const std::string& name, const TCIMValue& value) const;
+  void AppendPath(std::string& path) const;
+
+  /// Negative, zero or positive: less, neither, greater.
+  int Compare(const TCIMReferenceImpl& other) const;
+  static int CompareValues(const TCIMValue& one, const TCIMValue& other);
 
   TCIMReference* fOwner;
   boost::weak_ptr<ICIMNamespace> fNamespace;

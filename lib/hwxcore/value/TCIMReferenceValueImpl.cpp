@@ -2,14 +2,6 @@
 
 namespace NQORHWX20 {
 
-namespace {
-
-bool IsNonNullReference(const TCIMValue& value) {
-  return value.IsReference() && !value.IsNull();
-}
-
-}  // namespace
-
 TCIMReferenceValueImpl::TCIMReferenceValueImpl(const TCIMReference& value) : fValue(value) {}
 
 TCIMReferenceValueImpl::~TCIMReferenceValueImpl() = default;
@@ -22,14 +14,19 @@ std::string TCIMReferenceValueImpl::ToString(unsigned char /*base*/) const {
   return fValue.GetPath();
 }
 
+const TCIMReference* TCIMReferenceValueImpl::In(const TCIMValue& value) {
+  if (!value.IsReference() || value.IsNull()) return nullptr;
+  return &static_cast<const TCIMReferenceValueImpl&>(*BodyOf(value)).fValue;
+}
+
 bool TCIMReferenceValueImpl::operator==(const TCIMValue& other) const {
-  return IsNonNullReference(other) &&
-         fValue == static_cast<const TCIMReferenceValueImpl&>(*BodyOf(other)).fValue;
+  const TCIMReference* const reference = In(other);
+  return reference != nullptr && fValue == *reference;
 }
 
 bool TCIMReferenceValueImpl::operator<(const TCIMValue& other) const {
-  return IsNonNullReference(other) &&
-         fValue < static_cast<const TCIMReferenceValueImpl&>(*BodyOf(other)).fValue;
+  const TCIMReference* const reference = In(other);
+  return reference != nullptr && fValue < *reference;
 }
 
 }  // namespace NQORHWX20

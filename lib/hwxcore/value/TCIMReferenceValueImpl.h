@@ -17,7 +17,14 @@ class TCIMReferenceValueImpl : public TCIMValueImpl {
   TCIMReferenceValueImpl(const TCIMReferenceValueImpl&) = default;
   ~TCIMReferenceValueImpl() override;
 
-  operator TCIMReference() const override;
+  operator TCIMReference() const override;  // NOLINT(google-explicit-constructor)
+
+  /// The reference itself, to be filled in before a value takes the body.
+  TCIMReference& GetReference() { return fValue; }
+
+  /// The reference that `value` holds, without a copy; null if it holds none. Valid as long as
+  /// `value` isn't changed.
+  static const TCIMReference* In(const TCIMValue& value);
 
   /// The path, whatever the base.
   std::string ToString(unsigned char base) const override;

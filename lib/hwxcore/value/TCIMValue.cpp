@@ -221,6 +221,14 @@ void TCIMValue::SetBody(TCIMType type, const Arguments&... arguments) {
   fBody = std::make_unique<Body>(arguments...);
 }
 
+// Takes over what `Set(TCIMReference&)` copies.
+void TCIMValue::SetBody(std::unique_ptr<TCIMReferenceValueImpl> body) {
+  const TCIMReference& reference = body->GetReference();
+  fType = TCIMType::kCIMTypeReference;
+  fBody = std::move(body);
+  fReferencedClass = reference.GetClass();
+}
+
 void TCIMValue::Set(bool value) {
   SetBody<TCIMNumericValueImpl>(TCIMType::kCIMTypeBoolean, value);
 }

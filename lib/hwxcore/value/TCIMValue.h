@@ -14,6 +14,7 @@ class ICIMNamespace;
 class TCIMChar16;
 class TCIMDateTime;
 class TCIMReference;
+class TCIMReferenceValueImpl;
 class TCIMValueImpl;
 
 /// The one type in which data is passed around: the value of a property, of a qualifier, of a key,
@@ -209,10 +210,12 @@ class TCIMValue {
   bool operator!=(const TCIMValue& other) const;
 
  private:
+  friend class TCIMReferenceImpl;
   friend class TCIMValueImpl;
 
   template <typename Body, typename... Arguments>
   void SetBody(TCIMType type, const Arguments&... arguments);
+  void SetBody(std::unique_ptr<TCIMReferenceValueImpl> body);
   template <typename Body>
   void CopyBody(const TCIMValue& other);
   const TCIMValueImpl& BodyOfType(TCIMType::ECIMType type) const;

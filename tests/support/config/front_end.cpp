@@ -4,8 +4,9 @@
 // The steps "no-..." take something away from the next step that calls the library.
 
 #include <dlfcn.h>
-#include <sys/resource.h>
 
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
@@ -39,11 +40,19 @@ extern "C" int dladdr(const void* address, Dl_info* info) noexcept {
   return next(address, info);
 }
 
-// Not inlined: at -O1 the compiler would see a pair of `new` and `free`, and warn of it.
+// The sanitizers bring a set of their own, in which each form is apart, so all that are used are
+// replaced. Not inlined: the compiler would see `new` paired with `free`, and warn of it.
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return gNoFileBuffer && size >= kFileBuffer ? nullptr : std::malloc(size);
+}
+
 [[gnu::noinline]] void* operator new(std::size_t size) {
-  if (gNoFileBuffer && size >= kFileBuffer) throw std::bad_alloc();
-  if (void* const block = std::malloc(size)) return block;
+  if (void* const block = ::operator new(size, std::nothrow)) return block;
   throw std::bad_alloc();
+}
+
+[[gnu::noinline]] void* operator new[](std::size_t size) {
+  return ::operator new(size);
 }
 
 [[gnu::noinline]] void operator delete(void* block) noexcept {
@@ -54,29 +63,38 @@ extern "C" int dladdr(const void* address, Dl_info* info) noexcept {
   std::free(block);
 }
 
-namespace {
-
-void SetDescriptorLimit(bool none) {
-  static rlimit before = [] {
-    rlimit limit;
-    ::getrlimit(RLIMIT_NOFILE, &limit);
-    return limit;
-  }();
-  const rlimit limit{none ? 0 : before.rlim_cur, before.rlim_max};
-  ::setrlimit(RLIMIT_NOFILE, &limit);
+[[gnu::noinline]] void operator delete(void* block, const std::nothrow_t&) noexcept {
+  std::free(block);
 }
+
+[[gnu::noinline]] void operator delete[](void* block) noexcept {
+  std::free(block);
+}
+
+[[gnu::noinline]] void operator delete[](void* block, std::size_t) noexcept {
+  std::free(block);
+}
+
+// As a stream opens its file. A limit of descriptors would hit the sanitizers too.
+extern "C" FILE* fopen64(const char* path, const char* mode) {
+  if (gNoDescriptor) {
+    errno = EMFILE;
+    return nullptr;
+  }
+  static const auto next =
+      reinterpret_cast<FILE* (*)(const char*, const char*)>(::dlsym(RTLD_NEXT, "fopen64"));
+  return next(path, mode);
+}
+
+namespace {
 
 // Calls the library with whatever was taken away, and gives it back.
 template <typename Call>
 auto Use(Call call) {
   struct TGiveBack {
-    ~TGiveBack() {
-      gNoModulePath = gNoFileBuffer = gNoDescriptor = false;
-      SetDescriptorLimit(false);
-    }
+    ~TGiveBack() { gNoModulePath = gNoFileBuffer = gNoDescriptor = false; }
   };
   const TGiveBack giveBack;
-  SetDescriptorLimit(gNoDescriptor);
   return call();
 }
 

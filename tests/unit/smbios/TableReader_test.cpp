@@ -149,4 +149,18 @@ TEST(TablesLocation, IsWhatTheEnvironmentSaysEvenIfNothing) {
   EXPECT_EQ(smbios::TablesLocation(), "");
 }
 
+TEST(WhyUnsound, IsEmptyForSoundTables) {
+  EXPECT_EQ(smbios::WhyUnsound(TTables::FromDump(SomeTables().Dump64()), "/x"), "");
+}
+
+TEST(WhyUnsound, TellsEachStatusInWords) {
+  const auto why = [](ESmBiosCode status) {
+    return smbios::WhyUnsound(TTables::None(status, "/x is so"), "/x");
+  };
+  EXPECT_EQ(why(kSmBiosAbsent), "no firmware tables: /x is so");
+  EXPECT_EQ(why(kSmBiosNoPermission), "needs root: /x can't be read");
+  EXPECT_EQ(why(kSmBiosMalformed), "malformed: /x is so");
+  EXPECT_EQ(why(kSmBiosReadFailed), "unreadable: /x is so");
+}
+
 }  // namespace

@@ -118,6 +118,29 @@ TEST(CommandLine, TakesThePluginDirectoryWithProvidersAlone) {
   EXPECT_EQ(UsageError({"identity", "--plugin-dir", "d"}), "hwx: unknown option \"--plugin-dir\"");
 }
 
+TEST(CommandLine, ReadsACommandOfACommand) {
+  EXPECT_EQ(Chosen({"firmware", "show"}), "firmware");
+  EXPECT_EQ(Chosen({"firmware", "dump", "a.bin", "--force"}), "firmware");
+  EXPECT_EQ(Options({"firmware", "show", "--firmware", "a.bin"}).fFirmware, "a.bin");
+}
+
+TEST(CommandLine, RefusesACommandWithoutOneOfItsOwn) {
+  EXPECT_EQ(UsageError({"firmware"}), "hwx: A subcommand is required");
+  EXPECT_EQ(UsageError({"firmware", "print"}), "hwx: unknown command \"print\"");
+  EXPECT_EQ(UsageError({"firmware", "show", "now"}), "hwx: unexpected argument \"now\"");
+}
+
+TEST(CommandLine, RefusesADumpWithoutAFile) {
+  EXPECT_EQ(UsageError({"firmware", "dump"}), "hwx: file is required");
+  EXPECT_EQ(UsageError({"firmware", "dump", ""}), "hwx: file: may not be empty");
+}
+
+TEST(CommandLine, TakesTheFileOfADumpBehindDashesToo) {
+  EXPECT_EQ(Chosen({"firmware", "dump", "--force", "--", "--odd"}), "firmware");
+  EXPECT_EQ(UsageError({"firmware", "dump", "a", "--", "b"}), "hwx: unexpected argument \"b\"");
+  EXPECT_EQ(UsageError({"firmware", "show", "--", "b"}), "hwx: unexpected argument \"b\"");
+}
+
 TEST(CommandLine, PrintsTheVersion) {
   const TNotice notice = Notice({"--version"});
   EXPECT_EQ(notice.fStatus, kExitOK);

@@ -16,6 +16,8 @@ TIdentity WholeIdentity() {
   identity.fModel = {"AC1", ""};
   identity.fProductName = {"Rack Server -[7915AC1]-", ""};
   identity.fSerialNumber = {"KQ12345", ""};
+  identity.fBiosID = {"VV", ""};
+  identity.fMachineTypeByBios = {"7915", ""};
   identity.fSystemName = {"rack7", ""};
   identity.fOperatingSystemName = {"Debian GNU/Linux", ""};
   identity.fOperatingSystemVersion = {"12", ""};
@@ -33,6 +35,8 @@ TEST(IdentityText, AlignsLabelsAndValues) {
             "Model                     AC1\n"
             "Product name              Rack Server -[7915AC1]-\n"
             "Serial number             KQ12345\n"
+            "BIOS identifier           VV\n"
+            "Machine type by BIOS      7915\n"
             "System name               rack7\n"
             "Operating system          Debian GNU/Linux\n"
             "Operating system version  12\n"
@@ -72,6 +76,8 @@ TEST(IdentityJson, HasAnObjectForEachKey) {
                          {"model", {{"value", "AC1"}}},
                          {"productName", {{"value", "Rack Server -[7915AC1]-"}}},
                          {"serialNumber", {{"value", "KQ12345"}}},
+                         {"biosIdentifier", {{"value", "VV"}}},
+                         {"machineTypeByBios", {{"value", "7915"}}},
                          {"systemName", {{"value", "rack7"}}},
                          {"operatingSystemName", {{"value", "Debian GNU/Linux"}}},
                          {"operatingSystemVersion", {{"value", "12"}}},

@@ -77,6 +77,15 @@ TEST(Identity, TellsAFillerFromASerialNumber) {
             "\"To Be Filled By O.E.M.\" is a filler, not a serial number");
 }
 
+TEST(Identity, TellsAFillerFromAProductName) {
+  const TIdentity identity = AskIdentity(MadeMachine().Product("System Product 0").Open());
+  EXPECT_EQ(identity.fProductName.fValue, "System Product 0");
+  for (const char* filler : {"Default string", "to be filled by o.e.m.", "-----", "0"}) {
+    EXPECT_EQ(ReasonOf(AskIdentity(MadeMachine().Product(filler).Open()).fProductName),
+              "\"" + std::string(filler) + "\" is a filler, not a product name");
+  }
+}
+
 TEST(Identity, TakesTheBuildAsANumberToo) {
   EXPECT_EQ(AskIdentity(MadeMachine().Build(TCIMValue(42u)).Open()).fDataSourceBuild.fValue, "42");
 }

@@ -84,7 +84,7 @@ TEST_F(TCIMReferencePath, TakesAColonInAValueForTheNamespaceSeparator) {
 }
 
 TEST_F(TCIMReferencePath, AnEmptyPathIsAnUnknownClass) {
-  EXPECT_EQ(StatusOf([&] { Parsed(""); }) == kHWXStatusOK, false);
+  Failed("", kHWXStatusUnknownClass, {});
 }
 
 TEST_F(TCIMReferencePath, ReportsAnInvalidClass) {
@@ -191,8 +191,8 @@ TEST_F(TCIMReferencePath, ReadsTwoNestedReferences) {
 }
 
 TEST_F(TCIMReferencePath, APrintedNestedPathCannotBeReadAgain) {
-  const std::string printed = "r:" + Parsed("r:Link.From=\"r:Thing.Id=\"1\"\"").GetPath();
-  EXPECT_NE(StatusOf([&] { Parsed(printed); }), kHWXStatusOK);
+  // The nested path has no colon: all the rest is the name of a class.
+  Failed("r:" + Parsed("r:Link.From=\"r:Thing.Id=\"1\"\"").GetPath(), kHWXStatusUnknownClass, {});
 }
 
 TEST_F(TCIMReferencePath, ANestedPathMayRunToTheEndWithoutItsMark) {
@@ -254,26 +254,63 @@ TEST_F(TCIMReferencePath, ParsePathWithoutANamespaceEndsInAStatus) {
             kHWXStatusInvalidOpSequence);
 }
 
-TEST_F(TCIMReferencePath, HostilePathsEndInAStatus) {
-  std::string nested;
-  for (int depth = 0; depth < 100000; ++depth)
-    nested += "r:Chain.Next=\"";
-  TCIMReference deep = Empty();
-  EXPECT_EQ(StatusOf([&] { deep.SetPath(nested); }), kHWXStatusInvalidReference);
-  EXPECT_THAT(Keys(Parsed("r:Thing.Name=\"" + std::string(1 << 20, '\\') + "\"")),
-              ElementsAre("Name=" + std::string(1 << 19, '\\')));
-  TCIMReference dots = Empty();
-  EXPECT_EQ(StatusOf([&] { dots.SetPath("r:Thing" + std::string(1 << 20, '.')); }),
-            kHWXStatusInvalidReference);
+TEST_F(TCIMReferencePath, AFaultBehindTheClassLeavesTheClass) {
+  for (const std::string path :
+       {"r:Thing.", "r:Thing.Id", "r:Thing.Size=\"5\"", "r:Thing.Id=\"5"}) {
+    TCIMReference left = Empty();
+    EXPECT_EQ(StatusOf([&] { left.SetPath(path); }), kHWXStatusInvalidReference) << path;
+    EXPECT_EQ(left.GetPath(), "Thing") << path;
+    EXPECT_EQ(StatusOf([&] { left.SetPath("Thing"); }), kHWXStatusInvalidOpSequence) << path;
+  }
 }
 
-TEST_F(TCIMReferencePath, ReadsReferencesNestedAHundredDeep) {
-  std::string path, end;
-  for (int depth = 0; depth < 100; ++depth) {
-    path += "r:Chain.Next=\"";
-    end += "\"";
-  }
-  EXPECT_EQ(Keys(Parsed(path + "r:Thing.Id=\"1\"" + end)).size(), 1u);
+TEST_F(TCIMReferencePath, AnUnknownClassLeavesAReferenceThatTakesAPath) {
+  TCIMReference left = Failed("Nothing", kHWXStatusUnknownClass, {});
+  left.SetPath("r:Thing.Id=\"5\"");
+  EXPECT_EQ(left.GetPath(), "Thing.Id=\"5\"");
+}
+
+TEST_F(TCIMReferencePath, AValueOfAWrongTypeLeavesTheKeysInFrontOfIt) {
+  const TCIMReference left =
+      Failed("r:Event.Ok=\"true\",At=\"never\"", kHWXStatusInvalidDateTime, {});
+  EXPECT_EQ(left.GetPath(), "Event.Ok=\"true\"");
+}
+
+TEST_F(TCIMReferencePath, ASecondColonStaysInTheClassName) {
+  Invalid("a:b:Thing.Id=\"5\"", "Reference specifies invalid class, path=");
+}
+
+TEST_F(TCIMReferencePath, TheNamespaceTextMayBeEmpty) {
+  EXPECT_THAT(Keys(Parsed(":Thing.Id=\"5\"")), ElementsAre("Id=5"));
+  Failed(":Thing", kHWXStatusUnknownClass, {});
+}
+
+TEST_F(TCIMReferencePath, TakesACommaOnlyBehindAKey) {
+  // The class name runs up to a dot.
+  Invalid("r:Thing,Id=\"5\".Name=\"x\"", "Reference specifies invalid class, path=");
+}
+
+TEST_F(TCIMReferencePath, ANameRunsOnToTheNextEqualsSign) {
+  const std::string path = "r:Thing.Id,Name=\"x\"";
+  Failed(path, kHWXStatusInvalidReference,
+         {{"Error", "Reference specifies invalid property, property=Id,Name, path=" + path}});
+}
+
+TEST_F(TCIMReferencePath, ACharacterBehindANestedPathMustBeASeparator) {
+  Invalid("r:Link.From=\"r:Thing.Id=\"1\"x\"", "Reference missing '.' or ',', path=");
+  Invalid("r:Link.From=\"r:Thing.Id=\"1\"\"x", "Reference missing '.' or ',', path=");
+}
+
+TEST_F(TCIMReferencePath, AnUnquotedNestedPathIsReportedAtDebugLevel) {
+  const std::string path = "r:Link.From=r:Thing.Id=\"1\"";
+  Failed(path, kHWXStatusInvalidReference,
+         {{"Debug", "Reference missing opening '\"', path=" + path}});
+}
+
+TEST_F(TCIMReferencePath, AnEscapedMarkDoesNotOpenANestedPath) {
+  const std::string path = "r:Link.From=\"r:Thing.Id=\\\"1\\\"\"";
+  Failed(path, kHWXStatusInvalidReference,
+         {{"Debug", "Reference missing opening '\"', path=" + path}});
 }
 
 }  // namespace

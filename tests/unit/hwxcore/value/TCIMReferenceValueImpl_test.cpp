@@ -48,6 +48,25 @@ TEST_F(TCIMReferenceValue, KeepsTheBodyWhenTheReferenceHasNoClass) {
   EXPECT_FALSE(value.GetReferencedClass());
 }
 
+TEST_F(TCIMReferenceValue, KeepsTheClassThatItHadWhenTheReferenceHasNone) {
+  TCIMReference reference = Empty();
+  TCIMValue value = Value("r:Thing.Id=\"5\"");
+  EXPECT_EQ(StatusOf([&] { value.Set(reference); }), kHWXStatusInvalidReference);
+  EXPECT_EQ(value.GetReferencedClass(), fNamespace->GetClass("Thing", {}));
+  EXPECT_EQ(StatusOf([&] { value.ToString(10); }), kHWXStatusInvalidReference);
+}
+
+TEST_F(TCIMReferenceValue, SettingReplacesPathAndClass) {
+  TCIMReference other = Parsed("r:Other.Id=\"1\"");
+  TCIMValue value = Value("r:Thing.Id=\"5\"");
+  value.Set(other);
+  EXPECT_EQ(value.ToString(10), "Other.Id=\"1\"");
+  EXPECT_EQ(value.GetReferencedClass(), other.GetClass());
+  other.AddKeyValue("Id", TCIMValue(2u));
+  other.Clear();
+  EXPECT_EQ(value.ToString(10), "Other.Id=\"1\"");
+}
+
 TEST_F(TCIMReferenceValue, AssignmentBringsTheClassAlsoOfANull) {
   TCIMValue target = Value("r:Other.Id=\"1\"");
   target = Value("r:Thing.Id=\"5\"");

@@ -4,6 +4,9 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
 
 #include "support/Machines.h"
 #include "support/NamespaceText.h"
@@ -122,6 +125,22 @@ TEST_F(ContainerProvider, SavesNamespacesOfTheKitAlone) {
     EXPECT_EQ(failure.text, path + ": the namespace isn't one that can be kept in a file");
     EXPECT_FALSE(std::filesystem::exists(path));
   }
+}
+
+TEST_F(ContainerProvider, ServesThreadsWithNamespacesOfTheirOwn) {
+  const auto work = [this](std::uint64_t number) {
+    const std::string path = fDirectory / std::to_string(number) + ".xml.gz";
+    for (std::uint64_t seed = number; seed < 40; seed += 4) {
+      const Namespace ns = RandomNamespace(seed);
+      fContainers->SaveContainer(ns, path);
+      EXPECT_EQ(Difference(*ns, *fContainers->LoadContainer(path)), "") << seed;
+    }
+  };
+  std::vector<std::thread> threads;
+  for (std::uint64_t number = 0; number < 4; ++number)
+    threads.emplace_back(work, number);
+  for (std::thread& thread : threads)
+    thread.join();
 }
 
 TEST_F(ContainerProvider, AnswersForTheMachineThatWasSaved) {

@@ -1,0 +1,54 @@
+#include "smbios/Dump.h"
+
+#include <numeric>
+
+namespace smbios {
+
+namespace {
+
+using TBytes = std::vector<std::uint8_t>;
+
+constexpr std::size_t kTableOffset = 32;
+
+void PutNumber(TBytes& bytes, std::size_t offset, std::size_t width, std::uint64_t value) {
+  for (std::size_t i = 0; i < width; ++i)
+    bytes[offset + i] = static_cast<std::uint8_t>(value >> 8 * i);
+}
+
+// Sets the byte at `checksum` so that the bytes from `start` to the end add up to 0.
+void FixChecksum(TBytes& bytes, std::size_t start, std::size_t checksum) {
+  bytes[checksum] = 0;
+  const auto first = bytes.begin() + static_cast<std::ptrdiff_t>(start);
+  const unsigned sum = std::accumulate(first, bytes.end(), 0u);
+  bytes[checksum] = static_cast<std::uint8_t>(0x100 - sum % 0x100);
+}
+
+// The length is written anew: some makers told one byte too few, others may tell more than there
+// are here.
+void Place32Bit(TBytes& entryPoint, std::size_t tableSize) {
+  PutNumber(entryPoint, 0x05, 1, entryPoint.size());
+  PutNumber(entryPoint, 0x16, 2, tableSize);
+  PutNumber(entryPoint, 0x18, 4, kTableOffset);
+  FixChecksum(entryPoint, 0x10, 0x15);  // first, since the outer sum takes it in
+  FixChecksum(entryPoint, 0, 0x04);
+}
+
+void Place64Bit(TBytes& entryPoint, std::size_t tableSize) {
+  PutNumber(entryPoint, 0x06, 1, entryPoint.size());
+  PutNumber(entryPoint, 0x0C, 4, tableSize);
+  PutNumber(entryPoint, 0x10, 8, kTableOffset);
+  FixChecksum(entryPoint, 0, 0x05);
+}
+
+}  // namespace
+
+TBytes MakeDump(const TTables& tables) {
+  TBytes dump = tables.EntryPointBytes();
+  const TBytes& table = tables.TableBytes();
+  tables.EntryPoint().f64Bit ? Place64Bit(dump, table.size()) : Place32Bit(dump, table.size());
+  dump.resize(kTableOffset);
+  dump.insert(dump.end(), table.begin(), table.end());
+  return dump;
+}
+
+}  // namespace smbios

@@ -1,0 +1,107 @@
+#include "smbios/Dump.h"
+
+#include <gtest/gtest.h>
+
+#include "support/Dmidecode.h"
+#include "support/SmbiosTables.h"
+#include "support/TemporaryDirectory.h"
+
+namespace {
+
+using hwxtest::Bytes;
+using hwxtest::PutNumber;
+using hwxtest::SmbiosTables;
+using smbios::MakeDump;
+using smbios::TTables;
+
+SmbiosTables SomeTables() {
+  return SmbiosTables()
+      .AddBios("Maker", "[AB12-1.05]", "01/02/2020")
+      .AddSystem({"Maker", "Box 5", "v1", "SN99"})
+      .AddEnd();
+}
+
+// Of the kernel's files, whose entry point tells where the table lies in memory.
+Bytes DumpOf(const Bytes& entryPoint, const Bytes& table) {
+  const TTables tables = TTables::FromKernelFiles(entryPoint, table);
+  EXPECT_TRUE(tables.IsSound()) << tables.Reason();
+  return MakeDump(tables);
+}
+
+void ExpectSameTable(const Bytes& dump, const Bytes& table) {
+  const TTables again = TTables::FromDump(dump);
+  EXPECT_TRUE(again.IsSound()) << again.Reason();
+  EXPECT_EQ(again.TableBytes(), table);
+  EXPECT_EQ(again.EntryPoint().fTableSize, table.size());
+  EXPECT_EQ(again.EntryPoint().fTableAddress, 32u);
+}
+
+TEST(Dump, HoldsThe64BitEntryPointAndTheTable) {
+  EXPECT_EQ(DumpOf(SomeTables().EntryPoint64(), SomeTables().Table()), SomeTables().Dump64());
+}
+
+TEST(Dump, HoldsThe32BitEntryPointAndTheTable) {
+  EXPECT_EQ(DumpOf(SomeTables().EntryPoint32(), SomeTables().Table()), SomeTables().Dump32());
+}
+
+TEST(Dump, OfADumpIsTheSameDump) {
+  for (const Bytes& dump : {SomeTables().Dump32(), SomeTables().Dump64()})
+    EXPECT_EQ(MakeDump(TTables::FromDump(dump)), dump);
+}
+
+TEST(Dump, TellsTheSizeOfWhatIsThere) {
+  // As the kernel does it: more announced than there is.
+  Bytes entryPoint = SomeTables().EntryPoint64();
+  PutNumber(entryPoint, 0x0C, 4, 0x10000);
+  hwxtest::FixChecksums64(entryPoint);
+  ExpectSameTable(DumpOf(entryPoint, SomeTables().Table()), SomeTables().Table());
+}
+
+TEST(Dump, KeepsWhatLiesBehindTheEndMarker) {
+  const SmbiosTables tables = SomeTables().Add(200, {1, 2, 3});
+  ExpectSameTable(DumpOf(tables.EntryPoint64(), tables.Table()), tables.Table());
+}
+
+TEST(Dump, KeepsTheVersion) {
+  Bytes entryPoint = SomeTables().EntryPoint64();
+  entryPoint[7] = 9;
+  entryPoint[8] = 7;
+  hwxtest::FixChecksums64(entryPoint);
+  const TTables again = TTables::FromDump(DumpOf(entryPoint, SomeTables().Table()));
+  EXPECT_EQ(again.EntryPoint().fMajor, 9);
+  EXPECT_EQ(again.EntryPoint().fMinor, 7);
+}
+
+TEST(Dump, MendsAShort32BitLength) {
+  Bytes entryPoint = SomeTables().EntryPoint32();
+  entryPoint[5] = 30;
+  entryPoint[30] = 0;
+  hwxtest::FixChecksums32(entryPoint);
+  const Bytes dump = DumpOf(entryPoint, SomeTables().Table());
+  EXPECT_EQ(dump[5], 31);
+  ExpectSameTable(dump, SomeTables().Table());
+}
+
+TEST(Dump, CutsALongEntryPoint) {
+  Bytes entryPoint = SomeTables().EntryPoint64();
+  entryPoint.resize(48, 0xA5);
+  entryPoint[6] = 48;
+  hwxtest::FixChecksums64(entryPoint);
+  const Bytes dump = DumpOf(entryPoint, SomeTables().Table());
+  EXPECT_EQ(dump[6], 24);
+  ExpectSameTable(dump, SomeTables().Table());
+}
+
+TEST(Dump, IsReadByDmidecode) {
+  if (!hwxtest::HasDmidecode()) GTEST_SKIP() << "SKIPPED: dmidecode is not installed";
+  const hwxtest::TemporaryDirectory directory;
+  const SmbiosTables tables = SomeTables();
+  for (const Bytes& entryPoint : {tables.EntryPoint32(), tables.EntryPoint64()}) {
+    hwxtest::WriteBytes(directory / "dump", DumpOf(entryPoint, tables.Table()));
+    EXPECT_EQ(hwxtest::Dmidecode("-s system-serial-number --from-dump " + (directory / "dump")),
+              "SN99\n");
+    hwxtest::ExpectDmidecodeAgrees(directory / "dump");
+  }
+}
+
+}  // namespace
