@@ -14,13 +14,19 @@ CommandPtr MakeConfigCommand();
 CommandPtr MakeDiffCommand();
 CommandPtr MakeFirmwareCommand();
 CommandPtr MakeIdentityCommand();
+CommandPtr MakeMediaCommand();
 CommandPtr MakeProvidersCommand();
 CommandPtr MakeRunCommand();
 CommandPtr MakeShowCommand();
+CommandPtr MakeVirtualDevicesCommand();
 
 /// The commands of the command "firmware".
 CommandPtr MakeFirmwareDumpCommand();
 CommandPtr MakeFirmwareShowCommand();
+
+/// The commands of the command "media", which itself lists.
+CommandPtr MakeMediaMountCommand();
+CommandPtr MakeMediaUnmountCommand();
 
 /// All of them, in the order in which the help lists them.
 std::vector<CommandPtr> AllCommands();

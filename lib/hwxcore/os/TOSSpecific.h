@@ -383,9 +383,9 @@ class TOSSpecific {
   /// The floppy drive is found by mounting it, at "/mnt/floppy", which is made where it is missing;
   /// it stays mounted. What is mounted there already passes for "/dev/floppy".
   ///
-  /// Throws `kHWXStatusFileNotFound`, after a log entry, if the kernel's list, which belongs to
-  /// root, can't be read; `kHWXStatusNotFound` if `ns` is empty, or has no such class, or a device
-  /// lacks a property; and what else `ns` throws. Then no floppy drive is looked for.
+  /// Throws `kHWXStatusFileNotFound`, after a log entry, if the kernel's list is absent or belongs
+  /// to root alone, and what else `CaptureFile` throws; `kHWXStatusNotFound` if `ns` is empty, or
+  /// a class or property isn't there; and what else `ns` throws. No floppy drive is tried then.
   static std::vector<std::pair<std::string, std::string> > EnumerateRemovableMedia(
       boost::shared_ptr<ICIMNamespace> ns);
 
