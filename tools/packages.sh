@@ -18,6 +18,7 @@ test_packages=(
   dmidecode lshw clang-format
   pure-ftpd openssh-server openssh-sftp-server tinyproxy-bin  # to transfer to and through
   curl
+  hwinfo dosfstools e2fsprogs fdisk mount
 )
 
 # Installs those of the named packages that are missing; quick when none is.

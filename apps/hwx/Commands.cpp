@@ -8,6 +8,8 @@ std::vector<CommandPtr> AllCommands() {
   commands.push_back(MakeCollectCommand());
   commands.push_back(MakeShowCommand());
   commands.push_back(MakeDiffCommand());
+  commands.push_back(MakeMediaCommand());
+  commands.push_back(MakeVirtualDevicesCommand());
   commands.push_back(MakeProvidersCommand());
   commands.push_back(MakeFirmwareCommand());
   commands.push_back(MakeConfigCommand());

@@ -17,14 +17,20 @@ CommandPtr MakeDiffCommand();
 CommandPtr MakeFetchCommand();
 CommandPtr MakeFirmwareCommand();
 CommandPtr MakeIdentityCommand();
+CommandPtr MakeMediaCommand();
 CommandPtr MakeProvidersCommand();
 CommandPtr MakeRunCommand();
 CommandPtr MakeSendCommand();
 CommandPtr MakeShowCommand();
+CommandPtr MakeVirtualDevicesCommand();
 
 /// The commands of the command "firmware".
 CommandPtr MakeFirmwareDumpCommand();
 CommandPtr MakeFirmwareShowCommand();
+
+/// The commands of the command "media", which itself lists.
+CommandPtr MakeMediaMountCommand();
+CommandPtr MakeMediaUnmountCommand();
 
 /// All of them, in the order in which the help lists them.
 std::vector<CommandPtr> AllCommands();

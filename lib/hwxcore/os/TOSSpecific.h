@@ -1,10 +1,12 @@
 #ifndef HWXCORE_OS_TOSSPECIFIC_H
 #define HWXCORE_OS_TOSSPECIFIC_H
 
+#include <boost/shared_ptr.hpp>
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hwxcore/diagnostics/ILogger.h"
@@ -12,6 +14,7 @@
 
 namespace NQORHWX20 {
 
+class ICIMNamespace;
 class INamespaceConsumer;
 
 /// The one layer through which the library reaches the operating system: static members only.
@@ -27,6 +30,7 @@ class INamespaceConsumer;
 /// - Machine identity from firmware                        TOSSpecificLinuxFirmware.cpp
 /// - File transfer, and `curl_fwrite`                      TOSSpecificLinuxTransfer.cpp
 /// - Proxy and reachability checks                         TOSSpecificLinuxProxy.cpp
+/// - Removable media, virtual devices                      TOSSpecificLinuxMedia.cpp
 ///
 /// Paths are byte strings. Failures are thrown as `THWXException` unless a member says otherwise.
 ///
@@ -437,6 +441,52 @@ class TOSSpecific {
   /// after an exception is as there.
   static int CheckProxySetting(std::string userId, std::string passwd, std::string proxyIp,
                                long proxyPort);
+
+  // Removable media, and the virtual devices of a management controller. Mounting needs root. Where
+  // a member hands a device or a directory to a shell, it does so as it is: the shell splits it at
+  // blanks, expands wildcards and variables, and obeys ";", "|", "$(...)" and the like. Never pass
+  // one that comes from outside. Between the look at a mount point and the mount another process
+  // may come.
+
+  /// Device path and description of each removable drive, in no sorted order, and of the first
+  /// floppy drive that has a medium, as the last: "/dev/sdb" and "MAKER - PRODUCT", "/dev/floppy"
+  /// and "Built-in Floppy Drive".
+  ///
+  /// Of the SCSI devices of `ns`, class `QORSG_SCSIDevice`, those are removable whose kind is
+  /// "Direct Access Device" and whose product name, up to its first blank, either stands in the
+  /// kernel's list of USB devices or holds "USB". A generic device, such as "/dev/sg1", is listed
+  /// as its block device; one that has none is left out, after a log entry. Each descriptor that
+  /// this search opens stays open for the life of the process, up to 129 for a generic device.
+  ///
+  /// The floppy drive is found by mounting it, at "/mnt/floppy", which is made where it is missing;
+  /// it stays mounted. What is mounted there already passes for "/dev/floppy".
+  ///
+  /// Throws `kHWXStatusFileNotFound`, after a log entry, if the kernel's list is absent or belongs
+  /// to root alone, and what else `CaptureFile` throws; `kHWXStatusNotFound` if `ns` is empty, or
+  /// a class or property isn't there; and what else `ns` throws. No floppy drive is tried then.
+  static std::vector<std::pair<std::string, std::string> > EnumerateRemovableMedia(
+      boost::shared_ptr<ICIMNamespace> ns);
+
+  /// Mounts `device`, or else its first partition: the device of that name and a "1". Returns the
+  /// mount point: "/mnt/floppy" for the devices "/dev/floppy", "/dev/fd0" and "/dev/fd1" and
+  /// "/mnt/key" for all others. It isn't made. If anything is mounted there, nothing is done.
+  /// Throws `kHWXStatusFileSystemError` if neither can be mounted.
+  static std::string MountDevice(std::string device);
+
+  /// Unmounts what is mounted at `mountPoint`; the first argument is ignored. Throws
+  /// `kHWXStatusFileSystemError` if that can't be.
+  static void UnmountDevice(std::string ignored, std::string mountPoint);
+
+  /// Appends to `devices` the device files of the controller's virtual disks (`deviceClass` 0),
+  /// cd-roms (1), keyboards (2) or mice (3), as the program hwinfo tells them, with what follows
+  /// them in their line: "/dev/sdb (/dev/sg2)". With `useAlternateName` that is only what begins
+  /// with the parenthesis, "(/dev/sg2)", but not for a cd-rom, and where there is one. Any other
+  /// `deviceClass` has hwinfo list all hardware, and nearly every device counts.
+  ///
+  /// Without hwinfo, or when it fails, nothing is appended. Waits for it up to 300 seconds of
+  /// silence. Throws what `SpawnProcess` throws.
+  static void getiQBCVirtualDevices(int deviceClass, std::vector<std::string>& devices,
+                                    bool useAlternateName);
 };
 
 /// libcurl's write callback of the downloads: appends `count` items of `size` bytes to the file
