@@ -98,8 +98,10 @@ TSystemInformation ReadSystemInformation(const std::string& root) {
   } else {
     information = ReadKernelCopies(root);
   }
-  information.fFirmwareStatus = Present(smbios::WhyUnsound(tables, location));
-  if (!information.fFirmwareStatus && !structure) {
+  const std::string fault = smbios::WhyUnsound(tables, location);
+  if (!fault.empty()) {
+    information.fFirmwareStatus = fault;
+  } else if (!structure) {
     information.fFirmwareStatus =
         "no system information: " + location + " has no structure of type 1";
   }
