@@ -96,7 +96,10 @@ class TransferRoot {
   Lines LoaderCalls() const { return TraceLines(true); }
 
   /// The two together.
-  std::string Trace() const { return FileText(fDirectory / "trace"); }
+  std::string Trace() const {
+    const std::string path = fDirectory / "trace";
+    return std::filesystem::exists(path) ? FileText(path) : "";
+  }
 
   /// The directory of what was not found, in the words of the loader.
   std::string NotFound(const std::string& name) const {
