@@ -23,6 +23,9 @@ class FakeSmBios {
   FakeSmBios& FailLoad(int code) { return fLoadCode = code, *this; }
   FakeSmBios& GiveNullHandle() { return fGivesNullHandle = true, *this; }
 
+  /// The next `count` loads are the real library's, whatever is set.
+  FakeSmBios& LetLoadsPass(int count) { return fPassingLoads = count, *this; }
+
   /// What reads of `type` return, and what they put in the buffer and in the length.
   FakeSmBios& Answer(int type, int code, const Bytes& bytes, int length);
   FakeSmBios& Answer(int type, int code) { return Answer(type, code, {}, 0); }
@@ -49,6 +52,7 @@ class FakeSmBios {
 
   std::optional<int> fLoadCode;
   bool fGivesNullHandle = false;
+  int fPassingLoads = 0;
   std::map<int, TAnswer> fAnswers;
   void* fHandle = nullptr;
   void* fBuffer = nullptr;

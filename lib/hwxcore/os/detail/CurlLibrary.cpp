@@ -37,11 +37,15 @@ void FailTransfer(const std::string& operation, const std::string& text, EHWXSta
 }
 
 void* OpenCurlLibrary(const char* operation) {
+  // Empty if it can't be told, as of a module that was loaded by a relative path before the current
+  // directory changed. A name alone would have the loader search the system's path.
+  const std::string directory = GetModulePathLin(operation);
   for (const char* name : {"libcurl.so", "libcurl.so.4"}) {
     if (void* const library = Open(TOSSpecific::GetHWXRootPath() + "/" + name)) return library;
   }
   for (const char* name : {"libcurl.so", "libcurl.so.4", "libcurl.so.3", "libcurl.so.2"}) {
-    if (void* const library = Open(GetModulePathLin(operation) + name)) return library;
+    if (directory.empty()) break;
+    if (void* const library = Open(directory + name)) return library;
   }
   FailTransfer(operation, "Error opening curl library: " + LoaderError(), kHWXStatusLibCurlFailure);
 }

@@ -187,6 +187,13 @@ TEST_F(GetMachineTypeFromID, MatchesABuildInUpperCase) {
   EXPECT_EQ(TypeOf("-[GyE105A-1.05]-"), "7327");
 }
 
+TEST_F(GetMachineTypeFromID, IsTheSameWithADashWithinTheBuild) {
+  EXPECT_EQ(TypeOf("[Y4-12-1.05]"), "7836");
+  EXPECT_THAT(LinesOf("[AB-12-1.05]"),
+              ElementsAre("TOSSpecific::GetMachineTypeFromID - buildNumber is ab",
+                          "Get machineType from Bios ID().\nmachineType=7915\tBios ID =ab"));
+}
+
 TEST_F(GetMachineTypeFromID, IsThatOfTheProductNameForAnotherBuild) {
   for (const char* version : {"[AB12-1.05]", "[3A12-1.05]", "[xy4-1.05]", "1.05"})
     EXPECT_EQ(TypeOf(version), "7915") << version;

@@ -278,11 +278,25 @@ TEST_F(FirmwareFailures, LoadIsLoggedTwiceForTheTypeByTheBios) {
                        "GetMachineType().\nmachineType=0000")));
 }
 
-TEST_F(FirmwareFailures, NullHandleLeavesTheTypeOfTheProductName) {
-  fSmBios.GiveNullHandle();
+TEST_F(FirmwareFailures, LoadOfTheBiosAloneLeavesTheTypeOfTheProductName) {
+  fSmBios.FailLoad(4).LetLoadsPass(1);
   const ScopedLogCapture log;
-  EXPECT_EQ(TOSSpecific::GetMachineTypeFromID(), "0000");
-  EXPECT_THAT(LinesBehindTheType(log, 5),
+  EXPECT_EQ(TOSSpecific::GetMachineTypeFromID(), "7915");
+  EXPECT_THAT(
+      LinesBehindTheType(log, 6),
+      ElementsAre(Pair("Debug", "(load)"),
+                  Pair("Error", "getBIOSstructure: Unable to open SMBIOS lib error = 4"),
+                  Pair("Debug",
+                       "getBIOSstructure: Unable to open SMBIOS lib error = 4Failed in getting "
+                       "machineType from Bios ID.\nGet machineType from "
+                       "GetMachineType().\nmachineType=7915")));
+}
+
+TEST_F(FirmwareFailures, NullHandleLeavesTheTypeOfTheProductName) {
+  fSmBios.GiveNullHandle().LetLoadsPass(1);
+  const ScopedLogCapture log;
+  EXPECT_EQ(TOSSpecific::GetMachineTypeFromID(), "7915");
+  EXPECT_THAT(LinesBehindTheType(log, 6),
               ElementsAre(Pair("Debug", "(load)"), Pair("Debug", "(close)")));
 }
 

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/ChildProcess.h"
 #include "support/TransferRoot.h"
 
 using hwxtest::TransferRoot;
@@ -89,6 +90,25 @@ TEST_F(TransferLibrary, IsNotSearchedForElsewhere) {
   fRoot.Set("LD_LIBRARY_PATH", fRoot.Path() + ":" + elsewhere);
   EXPECT_THAT(fRoot.Run({"chdir:" + elsewhere, "upload:ftp://host/name|" + fFile}),
               HasSubstr("status 35\n"));
+}
+
+// The module's directory can't be told then, and a name alone would be searched for.
+TEST_F(TransferLibrary, IsNotSearchedForByAModuleThatWasLoadedByARelativePath) {
+  const std::string elsewhere = fRoot.Scratch("elsewhere");
+  std::filesystem::create_directory(elsewhere);
+  for (const char* name : {"libcurl.so", "libcurl.so.4"})
+    std::filesystem::create_symlink(TransferRoot::BuiltCurl("stub_curl"), elsewhere + "/" + name);
+  fRoot.Set("LD_LIBRARY_PATH", "root:" + elsewhere);
+  const int result = hwxtest::RunInChild([&] {
+    std::filesystem::current_path(fRoot.Scratch(""));
+    EXPECT_EQ(fRoot.Run({"chdir:" + elsewhere, "upload:ftp://host/name|" + fFile}),
+              "chdir 0\nstatus 35\n"
+              "Error: TOSSpecific|CurlTransferFile: Error opening curl library: root/libcurl.so.4: "
+              "cannot open shared object file: No such file or directory\n");
+    return 0;
+  });
+  EXPECT_EQ(result, 0);
+  EXPECT_THAT(fRoot.CurlCalls(), IsEmpty());
 }
 
 TEST_F(TransferLibrary, LooksUpSixFunctionsAndThenInitialises) {

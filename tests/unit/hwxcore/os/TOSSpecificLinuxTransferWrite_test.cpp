@@ -1,6 +1,7 @@
 // The write callback of the downloads.
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include "hwxcore/os/TOSSpecific.h"
 #include "support/Descriptors.h"
@@ -88,6 +89,20 @@ TEST_F(CurlFwrite, FailsIn32BitsIfTheFileCannotBeOpened) {
     fSink.fFilename = path.c_str();
     EXPECT_EQ(Write("one"), kFailed) << path;
   }
+}
+
+// The bytes are addresses without memory behind them, and nobody reads them.
+TEST_F(CurlFwrite, CutsItsCountTo32Bits) {
+#if defined(__SANITIZE_THREAD__)
+  GTEST_SKIP() << "ThreadSanitizer would note each of the bytes";
+#endif
+  constexpr std::size_t kSize = (std::size_t{1} << 32) + 5;
+  void* const bytes =
+      ::mmap(nullptr, kSize, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+  if (bytes == MAP_FAILED) GTEST_SKIP() << "not that many addresses";
+  fSink.fFilename = "/dev/null";
+  EXPECT_EQ(curl_fwrite(bytes, 1, kSize, &fSink), 5u);
+  ::munmap(bytes, kSize);
 }
 
 TEST_F(CurlFwrite, TellsHowMuchTheStreamTook) {
