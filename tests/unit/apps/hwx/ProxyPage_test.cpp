@@ -29,6 +29,8 @@ TEST(WhyNotThePage, KnowsARefusal) {
     EXPECT_EQ(WhyNotThePage(WithTitle(title)), "it refused the user or the password") << title;
   EXPECT_EQ(WhyNotThePage("<h1>Proxy authentication required</h1>"),
             "it refused the user or the password");
+  EXPECT_EQ(WhyNotThePage(WithTitle(std::string("\0 407 no", 9))),
+            "it refused the user or the password");
 }
 
 TEST(WhyNotThePage, KnowsAProxysOwnError) {
