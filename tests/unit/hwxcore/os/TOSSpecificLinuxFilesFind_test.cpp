@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <filesystem>
@@ -10,6 +11,7 @@
 #include "support/FileText.h"
 #include "support/MemoryLimit.h"
 #include "support/ProgramDirectory.h"
+#include "support/StatusOf.h"
 #include "support/TemporaryDirectory.h"
 
 using hwxtest::MakeFile;
@@ -76,6 +78,21 @@ TEST(FindFile, GivesEmptyLines) {
   const ProgramDirectory programs;
   programs.Add("find", "echo; echo; echo x; echo");
   EXPECT_THAT(TOSSpecific::FindFile("/"), ElementsAre("", "", "x", ""));
+}
+
+TEST(FindFile, ThrowsIfNoChildCanBeMade) {
+  const int result = RunInChild([] {
+    const rlimit none{0, 0};
+    if (!hwxtest::BecomeUnprivileged() || ::setrlimit(RLIMIT_NPROC, &none) != 0) {
+      return hwxtest::kSceneNotAllowed;
+    }
+    const int status = hwxtest::StatusOf([] { TOSSpecific::FindFile("/proc/version"); });
+    if (status == NQORHWX20::kHWXStatusOK) return hwxtest::kSceneNotAllowed;
+    EXPECT_EQ(status, NQORHWX20::kHWXStatusFail);
+    return 0;
+  });
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: children can't be forbidden";
+  EXPECT_EQ(result, 0);
 }
 
 TEST(FindFile, TakesALastLineThatDoesNotEndAgainAndAgain) {

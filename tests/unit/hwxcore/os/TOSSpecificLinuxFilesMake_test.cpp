@@ -199,9 +199,17 @@ TEST(OpenOutputFileStream, ThrowsAccessDeniedWhereTheUserMayNotWrite) {
   ::chmod(scratch.Path().c_str(), 0555);
   const int result = RunInChild([&] {
     if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
+    const ScopedLogCapture log;
+    const std::string path = scratch / "file";
     std::ofstream stream;
-    EXPECT_EQ(StatusOfOpen(stream, scratch / "file"), NQORHWX20::kHWXStatusAccessDenied);
+    EXPECT_EQ(StatusOfOpen(stream, path), NQORHWX20::kHWXStatusAccessDenied);
     EXPECT_TRUE(stream.fail());
+    EXPECT_THAT(
+        log.Lines(),
+        ElementsAre(
+            Pair("Debug", "TOSSpecific::OpenOutputFileStream -- Entering "),
+            Pair("Error",
+                 "TOSSpecific::OpenOutputFileStream --  Failed to open output file: " + path)));
     return 0;
   });
   ::chmod(scratch.Path().c_str(), 0755);

@@ -148,6 +148,29 @@ TEST_F(DirCopyTest, ThrowsWhatFileCopyThrowsAndKeepsWhatItHasMade) {
   EXPECT_TRUE(TOSSpecific::DirExists(fScratch / "to/sub/deep/c"));
 }
 
+TEST_F(DirCopyTest, ThrowsForASubdirectoryThatTheUserMayNotRead) {
+  using std::filesystem::perms;
+  std::filesystem::create_directories(fScratch / "source/secret");
+  std::filesystem::permissions(fScratch.Path(), perms(0777));
+  std::filesystem::permissions(fScratch / "source", perms(0755));
+  std::filesystem::permissions(fScratch / "source/secret", perms(0));
+  const int result = RunInChild([&] {
+    if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
+    EXPECT_EQ(StatusOfDirCopy(fScratch / "source", fScratch / "flat", false),
+              NQORHWX20::kHWXStatusOK);
+    const std::size_t before = OpenDescriptors();
+    EXPECT_EQ(StatusOfDirCopy(fScratch / "source", fScratch / "to", true),
+              NQORHWX20::kHWXStatusFileSystemError);
+    EXPECT_EQ(OpenDescriptors(), before + 1);  // the level above
+    return 0;
+  });
+  std::filesystem::permissions(fScratch / "source/secret", perms(0755));
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to change the user";
+  EXPECT_EQ(result, 0);
+  EXPECT_TRUE(TOSSpecific::DirExists(fScratch / "to"));
+  EXPECT_FALSE(TOSSpecific::DirExists(fScratch / "to/secret"));
+}
+
 TEST_F(DirCopyTest, TakesAnEmptyTextForTheRootDirectory) {
   const int result = RunInChild([&] {
     if (!hwxtest::EnterPrivateMountNamespace() || ::chroot((fScratch / "from").c_str()) != 0) {

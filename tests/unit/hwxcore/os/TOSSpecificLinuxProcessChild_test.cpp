@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <sstream>
 #include <thread>
 
@@ -15,6 +16,7 @@
 #include "support/ScopedSignal.h"
 #include "support/Spawning.h"
 #include "support/StatusOf.h"
+#include "support/TemporaryDirectory.h"
 
 using hwxtest::LeftChild;
 using hwxtest::OpenDescriptors;
@@ -25,6 +27,7 @@ using hwxtest::ScopedSignal;
 using hwxtest::Spawn;
 using hwxtest::Spawned;
 using hwxtest::SpawnShell;
+using hwxtest::TemporaryDirectory;
 using NQORHWX20::TOSSpecific;
 using testing::ElementsAre;
 using testing::Pair;
@@ -84,6 +87,39 @@ TEST(SpawnProcessChild, HasNoErrorStreamWhereTheCallerHasNone) {
     return output == "out\nnone\n" ? 0 : 3;
   });
   EXPECT_EQ(result, 0);
+}
+
+// Likewise its second: only what the child complains of comes.
+TEST(SpawnProcessChild, HasNoOutputWhereTheCallerHasNone) {
+  const int result = RunInChild([] {
+    ::close(STDOUT_FILENO);
+    const std::string output = SpawnShell("test -e /proc/$$/fd/1 || echo none >&2").fOutput;
+    return output == "none\n" ? 0 : 3;
+  });
+  EXPECT_EQ(result, 0);
+}
+
+// How many descriptors of a new child are pipes.
+std::size_t PipesOfAChild() {
+  const std::string list = Spawn("ls", {"-l", "/proc/self/fd"}).fOutput;
+  std::size_t count = 0;
+  for (std::size_t at = 0; (at = list.find("pipe:[", at)) != std::string::npos; ++at)
+    ++count;
+  return count;
+}
+
+TEST(SpawnProcessChild, HoldsThePipeOfACallOnAnotherThread) {
+  const TemporaryDirectory scratch;
+  const std::size_t alone = PipesOfAChild();
+  const std::size_t before = OpenDescriptors();
+  std::thread other(
+      [&] { SpawnShell("until test -e " + (scratch / "end") + "; do sleep 0.05; done"); });
+  while (OpenDescriptors() == before)
+    std::this_thread::yield();
+  EXPECT_GT(PipesOfAChild(), alone);
+  std::ofstream(scratch / "end").close();
+  other.join();
+  EXPECT_EQ(PipesOfAChild(), alone);
 }
 
 std::string SignalLines(const std::string& status) {

@@ -128,6 +128,18 @@ TEST(SpawnExplicitly, LogsAllThatItIsGiven) {
                                "name \nwith envoirment vars ")));
 }
 
+TEST(SpawnExplicitly, LogsFailuresInTheWordsOfTheOtherForms) {
+  const ScopedLogCapture log;
+  std::string output;
+  TOSSpecific::SpawnProcess("x", {"-c", "kill -KILL $$"}, "/bin/sh", {}, output, 60);
+  TOSSpecific::SpawnProcess("x", {}, "/bin/true", {}, output, -7);
+  ::wait(nullptr);
+  ASSERT_EQ(log.Lines().size(), 4U);
+  EXPECT_THAT(log.Lines()[1],
+              Pair("Debug", "ERROR: SpawnProcess - Child process exited abnormally!"));
+  EXPECT_THAT(log.Lines()[3], Pair("Debug", "ERROR: SpawnProcess - select call failed!"));
+}
+
 TEST(SpawnExplicitly, NamesTheProcessInTheMessageOfATimeOut) {
   const ScopedLogCapture log;
   std::string output;

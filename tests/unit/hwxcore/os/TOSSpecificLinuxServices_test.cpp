@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -224,6 +225,23 @@ TEST_F(LaunchTest, TheEditorWithoutACurrentDirectoryCopiesToTheRoot) {
   Record("cp");
   std::filesystem::remove(fScratch / "current");
   TOSSpecific::LaunchTextEditor("/absent/" + kTail);
+  EXPECT_EQ(Calls(), "cp 2 /absent/" + kTail + " /\nvi 1 /*" + kTail + "*\n");
+}
+
+// No path of 4096 characters or more is told.
+TEST_F(LaunchTest, TheEditorCopiesToTheRootWhereTheCurrentDirectoryIsTooDeep) {
+  constexpr int kLevels = 21;
+  const std::string name(200, 'd');
+  Record("cp");
+  for (int level = 0; level < kLevels; ++level) {
+    ASSERT_EQ(::mkdir(name.c_str(), 0777), 0);
+    ASSERT_EQ(::chdir(name.c_str()), 0);
+  }
+  TOSSpecific::LaunchTextEditor("/absent/" + kTail);
+  for (int level = 0; level < kLevels; ++level) {
+    ASSERT_EQ(::chdir(".."), 0);
+    ASSERT_EQ(::rmdir(name.c_str()), 0);
+  }
   EXPECT_EQ(Calls(), "cp 2 /absent/" + kTail + " /\nvi 1 /*" + kTail + "*\n");
 }
 
