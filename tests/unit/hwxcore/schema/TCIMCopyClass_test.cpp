@@ -291,6 +291,53 @@ TEST_F(CopyClass, CreatesAMethodThenItsParametersThenItsQualifiersAndCommitsTheP
                           "target.Disk.Commit"));
 }
 
+// The first element that an enumeration presents.
+template <typename Element, typename Enumerate>
+boost::shared_ptr<Element> FirstOf(const Enumerate& enumerate) {
+  std::vector<boost::shared_ptr<Element> > elements;
+  enumerate(TAddToVectorCallback<Element>(&elements));
+  return elements.at(0);
+}
+
+TEST_F(CopyClass, StaticPropertyAndMethodFunctorsHoldTheClassStronglyButTheTargetWeakly) {
+  AddDisk();
+  const auto disk = fSourceKit->GetClass("Disk", {});
+  const auto property = FirstOf<ICIMProperty>(
+      [&](const auto& callback) { disk->EnumerateStaticProperties(callback, {}); });
+  const auto method = FirstOf<ICIMMethodDecl>(
+      [&](const auto& callback) { disk->EnumerateMethodDecls(callback, {}); });
+  const Ptr<ICIMClass> open = fTargetKit->CreateClass("Disk", {}, {});
+  Ptr<ICIMNamespace> ns = TMemoryNamespace::Create("gone");
+  const TCopyStaticProperty copyProperty(open, ns);
+  const TCopyMethodDecl copyMethod(open, ns);
+  EXPECT_EQ(open.use_count(), 3);
+  EXPECT_EQ(ns.use_count(), 1);
+  ns.reset();
+  EXPECT_EQ(StatusOf([&] { copyProperty(property); }), kHWXStatusInvalidOpSequence);
+  // At the qualifier of the parameter, which is the first to need the target.
+  EXPECT_EQ(StatusOf([&] { copyMethod(method); }), kHWXStatusInvalidOpSequence);
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(CopyClass, ParameterFunctorHoldsMethodAndTargetWeakly) {
+  AddDisk();
+  const auto disk = fSourceKit->GetClass("Disk", {});
+  const auto reset = FirstOf<ICIMMethodDecl>(
+      [&](const auto& callback) { disk->EnumerateMethodDecls(callback, {}); });
+  const auto parameter = FirstOf<ICIMParameterDecl>(
+      [&](const auto& callback) { reset->EnumerateParameterDecls(callback, {}); });
+  Ptr<ICIMClass> open = fTargetKit->CreateClass("Disk", {}, {});
+  Ptr<ICIMMethodDecl> method = open->CreateMethodDecl("Reset", Type("uint32"), {});
+  const Ptr<ICIMNamespace> ns = TMemoryNamespace::Create("unused");
+  const long holders = method.use_count();
+  const TCopyParameterDecl copyParameter(method, ns);
+  EXPECT_EQ(method.use_count(), holders);
+  EXPECT_EQ(ns.use_count(), 1);
+  method.reset();
+  open.reset();
+  EXPECT_EQ(StatusOf([&] { copyParameter(parameter); }), kHWXStatusInvalidOpSequence);
+}
+
 TEST_F(CopyClass, RefusesWhatAProviderDoesNotReturn) {
   AddDisk();
   AddClass(*fSource, "Child", {}, fSource->GetClass("Disk", {}));

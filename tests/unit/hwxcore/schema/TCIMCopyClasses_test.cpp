@@ -209,6 +209,22 @@ TEST_F(CopyClasses, RefusesNamespacesThatAreNotThere) {
             kHWXStatusInvalidOpSequence);
 }
 
+TEST_F(CopyClasses, FunctorsHoldTheTargetWeakly) {
+  Declare(*fSource, "Key", false);
+  const auto disk = AddClass(*fSource, "Disk");
+  Ptr<ICIMNamespace> ns = TMemoryNamespace::Create("gone");
+  const TCopyQualifierDecls decls(ns);
+  const TCopyClass one(ns, false, false), otherPass(ns, true, false);
+  const TCopyClassTree tree(ns, false, false);
+  EXPECT_EQ(ns.use_count(), 1);
+  ns.reset();
+  EXPECT_EQ(StatusOf([&] { decls(fSource->GetQualifierDecl("Key", {})); }),
+            kHWXStatusInvalidOpSequence);
+  EXPECT_EQ(StatusOf([&] { one(disk); }), kHWXStatusInvalidOpSequence);
+  EXPECT_EQ(StatusOf([&] { tree(disk); }), kHWXStatusInvalidOpSequence);
+  EXPECT_TRUE(otherPass(disk));  // which has no need of the target
+}
+
 TEST_F(CopyClasses, FunctorsGoOnInEveryPath) {
   Declare(*fSource, "Key", false);
   const auto disk = AddClass(*fSource, "Disk");

@@ -125,6 +125,17 @@ TEST_F(CopyReference, RewritesEveryLevelAndEveryKey) {
   });
 }
 
+TEST_F(CopyReference, RewritesReferencesThatNestAsDeeplyAsAPathMay) {
+  TCIMValue value = Thing(1, "a");
+  for (int level = 0; level < 200; ++level)
+    value = ReferenceValue(fSource, "Chain", {{"Next", value}});
+  std::string expected = TracedText(value);
+  const std::string from = "source.", to = "target.";
+  for (std::size_t at = 0; (at = expected.find(from, at)) != std::string::npos;)
+    expected.replace(at, from.size(), to);
+  EXPECT_EQ(TracedText(Copied(value)), expected);
+}
+
 TEST_F(CopyReference, BindsANullReferenceInAKey) {
   const TCIMValue none = ReferenceTo(fSource->GetClass("Thing", {}));
   EXPECT_EQ(TracedText(Copied(ReferenceValue(fSource, "Link", {{"From", none}}))),

@@ -42,6 +42,11 @@ class RecordedSchema {
   /// The class itself, unrecorded.
   Ptr<NQORHWX20::ICIMClass> Find(const std::string& name) const { return fClasses.at(name); }
 
+  /// Makes the type of a property, such as "Thing.Id", another than that of its default value.
+  void SetType(const std::string& property, TCIMValue::TCIMType type) {
+    fTypes.insert_or_assign(property, type);
+  }
+
   /// What GetInstance gives.
   void SetInstance(const Ptr<NQORHWX20::ICIMInstance>& instance) { fInstance = instance; }
   /// The handle that GetInstance was given last.
@@ -65,7 +70,8 @@ class RecordedSchema {
 
     TCIMValue::TCIMType GetType(Context context) override {
       fSchema.Record(fName + ".GetType", context);
-      return fValue.GetType();
+      const auto set = fSchema.fTypes.find(fName);
+      return set != fSchema.fTypes.end() ? set->second : fValue.GetType();
     }
     const TCIMValue& GetDefaultValue(Context context) override {
       fSchema.Record(fName + ".GetDefaultValue", context);
@@ -140,6 +146,7 @@ class RecordedSchema {
 
   Ptr<Namespace> fNamespace;
   std::map<std::string, Ptr<Class> > fClasses;
+  std::map<std::string, TCIMValue::TCIMType> fTypes;
   Ptr<NQORHWX20::ICIMInstance> fInstance;
   const NQORHWX20::TCIMReference* fAsked = nullptr;
   std::map<std::string, std::function<void()> > fActions;

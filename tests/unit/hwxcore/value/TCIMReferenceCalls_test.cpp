@@ -111,6 +111,38 @@ TEST_F(TCIMReferenceCalls, ANestedReferenceCarriesTheNamespaceAndContextOfTheOut
   EXPECT_THAT(fSchema.TakeCalls(), ElementsAre(Pair("GetClass(Thing)", "who=me")));
 }
 
+// The default value tells a nested path from a text, and the type tells what the text becomes.
+
+TEST_F(TCIMReferenceCalls, AReferenceKeyWithoutAReferenceForADefaultIsReadAsTextWithoutContext) {
+  fSchema.SetType("Link.Label", Type::kCIMTypeReference);
+  TCIMReference link = Empty();
+  link.SetPath("r:Link.Label=\"s:Thing.Id=\\\"5\\\"\"");
+  EXPECT_THAT(fSchema.TakeCalls(),
+              ElementsAre(Pair("GetClass(Link)", "who=me"), Pair("Link.GetPropertyDecl(Label)", ""),
+                          Pair("Link.Label.GetDefaultValue", ""), Pair("Link.Label.GetType", ""),
+                          Pair("GetClass(Thing)", ""), Pair("Thing.GetPropertyDecl(Id)", ""),
+                          Pair("Thing.Id.GetDefaultValue", ""), Pair("Thing.Id.GetType", ""),
+                          Pair("Thing.GetPropertyDecl(Id)", ""), Pair("Thing.Id.GetType", ""),
+                          Pair("Link.GetPropertyDecl(Label)", ""), Pair("Link.Label.GetType", "")));
+  EXPECT_EQ(link.GetPath(), "Link.Label=\"Thing.Id=\"5\"\"");
+}
+
+TEST_F(TCIMReferenceCalls, AKeyOfAnotherTypeWithAReferenceForADefaultIsReadNestedAndRefused) {
+  fSchema.SetType("Link.From", Type::kCIMTypeString);
+  TCIMReference left = Empty();
+  ScopedLogCapture log;
+  EXPECT_EQ(StatusOf([&] { left.SetPath("r:Link.From=\"s:Thing.Id=\"5\"\""); }),
+            kHWXStatusTypeMismatch);
+  EXPECT_THAT(log.Lines(),
+              ElementsAre(Pair("Error", "Core: Declaration type: string Value type: reference")));
+  EXPECT_EQ(left.GetPath(), "Link");
+}
+
+TEST_F(TCIMReferenceCalls, AKeyThatIsAnArrayOfReferencesCannotBeRead) {
+  fSchema.AddClass("Set", {{"Members", TCIMValue(Type(Type::kCIMTypeReference), 2)}});
+  EXPECT_EQ(Failed("r:Set.Members=\"s:Thing.Id=\"", kHWXStatusTypeMismatch).GetPath(), "Set");
+}
+
 TEST_F(TCIMReferenceCalls, ClassesOfAPathWithKeysAreAskedOfTheParser) {
   RecordedSchema other;
   TCIMReference target(other.Get(), TCIMContext());
@@ -261,6 +293,19 @@ TEST_F(TCIMReferenceCalls, SetClassNameAsksNothingWhenItIsRefused) {
   EXPECT_THAT(fSchema.TakeCalls(), IsEmpty());
 }
 
+TEST_F(TCIMReferenceCalls, ACopyAndAnAssignedHandleAskWithTheContextOfTheSource) {
+  TCIMReference source = Empty();
+  TCIMReference copy(source), assigned({}, TCIMContext{});
+  assigned = source;
+  source.SetContext(TCIMContext());
+  copy.SetClassName("Thing");
+  assigned.SetClassName("Thing");
+  source.SetClassName("Thing");
+  EXPECT_THAT(fSchema.TakeCalls(),
+              ElementsAre(Pair("GetClass(Thing)", "who=me"), Pair("GetClass(Thing)", "who=me"),
+                          Pair("GetClass(Thing)", "")));
+}
+
 TEST_F(TCIMReferenceCalls, SetClassAsksNothing) {
   Empty().SetClass(fSchema.Find("Thing"));
   EXPECT_THAT(fSchema.TakeCalls(), IsEmpty());
@@ -285,6 +330,14 @@ TEST_F(TCIMReferenceCalls, AddKeyValueTakesACharacterThatAPathCannotGive) {
   EXPECT_EQ(CountKeys(reference), 2u);
 }
 
+TEST_F(TCIMReferenceCalls, AddKeyValueCannotNameAValueWithoutTypeInTheLog) {
+  TCIMReference reference = Keyed();
+  ScopedLogCapture log;
+  EXPECT_EQ(StatusOf([&] { reference.AddKeyValue("Name", TCIMValue()); }), kHWXStatusTypeMismatch);
+  EXPECT_THAT(log.Lines(), IsEmpty());
+  EXPECT_EQ(CountKeys(reference), 1u);
+}
+
 TEST_F(TCIMReferenceCalls, AddKeyValuePassesFailuresOfTheProviderUnlogged) {
   TCIMReference reference = Keyed();
   ScopedLogCapture log;
@@ -302,6 +355,7 @@ TEST_F(TCIMReferenceCalls, PrintingAsksForTheNameOfTheClass) {
   EXPECT_EQ(reference.GetClassName(), "Thing");
   EXPECT_THAT(fSchema.TakeCalls(),
               ElementsAre(Pair("Thing.GetName", ""), Pair("Thing.GetName", "")));
+  EXPECT_EQ(&reference.GetClassName(), &fSchema.Find("Thing")->GetName({}));
 }
 
 TEST_F(TCIMReferenceCalls, EnumeratingAsksNothing) {

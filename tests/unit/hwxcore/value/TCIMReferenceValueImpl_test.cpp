@@ -67,6 +67,24 @@ TEST_F(TCIMReferenceValue, SettingReplacesPathAndClass) {
   EXPECT_EQ(value.ToString(10), "Other.Id=\"1\"");
 }
 
+TEST_F(TCIMReferenceValue, SettingKeepsTheMaximumSizeOfAnArray) {
+  TCIMReference reference = Parsed("Thing");
+  TCIMValue value(Type(Type::kCIMTypeUInt8), 3);
+  value.Set(reference);
+  EXPECT_TRUE(value.IsReference());
+  EXPECT_EQ(value.GetMaxArraySize(), 3u);
+}
+
+TEST_F(TCIMReferenceValue, AssignmentBetweenNullsReplacesTheClassOnly) {
+  TCIMValue target(Type(Type::kCIMTypeReference), 0), source(target);
+  source.SetReferencedClass(fNamespace->GetClass("Thing", {}));
+  target = source;
+  EXPECT_TRUE(target.IsNull());
+  EXPECT_EQ(target.GetReferencedClass(), fNamespace->GetClass("Thing", {}));
+  target = TCIMValue(Type(Type::kCIMTypeReference), 0);
+  EXPECT_FALSE(target.GetReferencedClass());
+}
+
 TEST_F(TCIMReferenceValue, AssignmentBringsTheClassAlsoOfANull) {
   TCIMValue target = Value("r:Other.Id=\"1\"");
   target = Value("r:Thing.Id=\"5\"");

@@ -293,12 +293,39 @@ TEST_F(TCIMReferenceElement, IsAskedOfTheClassesNamespaceOnce) {
   EXPECT_EQ(fOwn->fCalls, 0);
 }
 
-TEST_F(TCIMReferenceElement, ComesAlongWithACopy) {
+TEST_F(TCIMReferenceElement, ComesAlongWithACopyAndAnAssignment) {
   AddKey();
   fReference.GetCIMElement(false);
   const TCIMReference copy(fReference);
+  TCIMReference assigned({}, TCIMContext{});
+  assigned = fReference;
   EXPECT_EQ(copy.GetCIMElement(false), fNamespace->fInstance);
+  EXPECT_EQ(assigned.GetCIMElement(false), fNamespace->fInstance);
   EXPECT_EQ(fNamespace->fCalls, 1);
+}
+
+TEST_F(TCIMReferenceElement, GoesWithTheBodyThatAnAssignmentReplaces) {
+  AddKey();
+  const TCIMReference unfound(fReference);
+  fReference.GetCIMElement(false);
+  fReference = unfound;
+  fReference.GetCIMElement(false);
+  EXPECT_EQ(fNamespace->fCalls, 2);
+}
+
+TEST_F(TCIMReferenceElement, PlaysNoPartInComparisons) {
+  AddKey();
+  const TCIMReference unfound(fReference);
+  fReference.GetCIMElement(false);
+  EXPECT_TRUE(fReference == unfound);
+  EXPECT_FALSE(fReference < unfound);
+  EXPECT_FALSE(unfound < fReference);
+}
+
+TEST_F(TCIMReferenceElement, IsTheClassAlsoBehindAnInstanceThatWasFound) {
+  AddKey();
+  fReference.GetCIMElement(false);
+  EXPECT_EQ(fReference.GetCIMElement(true), fClass);
 }
 
 TEST_F(TCIMReferenceElement, StaysWhenAKeyIsAdded) {
