@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <utility>
 #include <vector>
 
 #include "hwx/CommandOptions.h"
@@ -16,8 +14,8 @@ namespace {
 class TMediaCommand : public ICommand {
  public:
   TMediaCommand() {
-    fCommands.emplace_back(MakeMediaMountCommand(), nullptr);
-    fCommands.emplace_back(MakeMediaUnmountCommand(), nullptr);
+    fCommands.push_back(MakeMediaMountCommand());
+    fCommands.push_back(MakeMediaUnmountCommand());
   }
 
   CLI::App* AddTo(CLI::App& program) override {
@@ -25,35 +23,28 @@ class TMediaCommand : public ICommand {
         program.add_subcommand("media", "Show removable drives, or mount and unmount them");
     app->require_subcommand(0, 1);
     AddJson(*app, fJson);
-    for (auto& [command, added] : fCommands)
-      added = command->AddTo(*app);
+    for (const CommandPtr& command : fCommands)
+      command->AddTo(*app)->callback([this, chosen = command.get()] { fChosen = chosen; });
     return app;
   }
 
   // The option of the list reaches this place also from behind one of the commands.
   std::optional<std::string> TakeArguments(const std::vector<std::string>& arguments) override {
-    ICommand* const chosen = Chosen();
-    if (chosen && fJson) return "unknown option \"--json\"";
-    return chosen ? chosen->TakeArguments(arguments) : ICommand::TakeArguments(arguments);
+    if (fChosen && fJson) return "unknown option \"--json\"";
+    return fChosen ? fChosen->TakeArguments(arguments) : ICommand::TakeArguments(arguments);
   }
 
   int Run(const TGlobalOptions& options) override {
-    if (ICommand* const chosen = Chosen()) return chosen->Run(options);
+    if (fChosen) return fChosen->Run(options);
     const auto media = ListMedia(OpenMachine(options));
     WriteOutput(fJson ? MediaJson(media) : MediaText(media));
     return kExitOK;
   }
 
  private:
-  // Null for the list.
-  ICommand* Chosen() const {
-    const auto isChosen = [](const auto& entry) { return entry.second->parsed(); };
-    const auto found = std::find_if(fCommands.begin(), fCommands.end(), isChosen);
-    return found == fCommands.end() ? nullptr : found->first.get();
-  }
-
   bool fJson = false;
-  std::vector<std::pair<CommandPtr, CLI::App*>> fCommands;
+  std::vector<CommandPtr> fCommands;
+  ICommand* fChosen = nullptr;  // null for the list; what CLI11 knows is gone when it runs
 };
 
 }  // namespace
