@@ -15,7 +15,9 @@ inline std::size_t OpenDescriptors() {
   return static_cast<std::size_t>(std::distance(begin(descriptors), end(descriptors)));
 }
 
-/// Lets this process have up to `count` descriptors open. False if it may not.
+/// Lets this process have up to `count` descriptors open. False if it may not. UBSan opens a pipe
+/// the first time it meets an object of a type: where nothing is left to open, what is tested has to
+/// have met the same types before.
 inline bool LimitDescriptors(rlim_t count) {
   rlimit limit{};
   ::getrlimit(RLIMIT_NOFILE, &limit);

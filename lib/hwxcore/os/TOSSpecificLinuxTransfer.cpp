@@ -181,6 +181,7 @@ std::size_t curl_fwrite(void* data, std::size_t size, std::size_t count, void* s
   if (!record->fStream) return kWriteFailed;
   // Opened and closed for each block. What the closing still has to write isn't looked at.
   const StreamPtr stream(record->fStream, &std::fclose);
+  if (size == 0 || count == 0) return 0;  // fwrite would, but must not be handed a null pointer
   return static_cast<std::uint32_t>(std::fwrite(data, size, count, stream.get()));
 }
 

@@ -8,7 +8,6 @@
 #include <optional>
 #include <set>
 #include <sstream>
-#include <thread>
 #include <type_traits>
 #include <vector>
 
@@ -103,33 +102,6 @@ TEST(Log, StandardErrorStreamThatThrowsIsIgnored) {
   EXPECT_TRUE(std::cerr.bad());
   std::cerr.exceptions(std::ios::goodbit);
   std::cerr.rdbuf(buffer);  // clears the stream's state as well
-}
-
-TEST(Log, ThreadedLinesDontMix) {
-  constexpr int kThreads = 4;
-  constexpr int kLines = 200;
-  testing::internal::CaptureStderr();
-  std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t) {
-    threads.emplace_back([t] {
-      for (int i = 0; i < kLines; ++i)
-        Log(t, "a.cpp", i).Stream() << "thread " << t << " end";
-    });
-  }
-  for (std::thread& thread : threads)
-    thread.join();
-  std::istringstream output(testing::internal::GetCapturedStderr());
-  std::set<std::string> lines;
-  for (std::string line; std::getline(output, line);)
-    lines.insert(line);
-  std::set<std::string> expected;
-  for (int t = 0; t < kThreads; ++t) {
-    for (int i = 0; i < kLines; ++i) {
-      expected.insert("a.cpp:" + std::to_string(i) + ": [" + std::to_string(t) + "] thread " +
-                      std::to_string(t) + " end");
-    }
-  }
-  EXPECT_EQ(lines, expected);
 }
 
 }  // namespace

@@ -145,6 +145,7 @@ TEST(CaptureFile, ReadsBehindMoreThanAThousandDescriptors) {
 
 TEST(CaptureFile, ThrowsFileNotFoundWhenNoDescriptorIsLeft) {
   const int result = RunInChild([] {
+    StatusOfCaptureFile("/absent");  // for UBSan, see LimitDescriptors
     hwxtest::LimitDescriptors(0);
     EXPECT_EQ(StatusOfCaptureFile("/proc/version"), NQORHWX20::kHWXStatusFileNotFound);
     return 0;

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <thread>
 
 #include "support/ProgramDirectory.h"
 #include "support/ScopedEnvironment.h"
@@ -150,42 +149,6 @@ TEST(SpawnExplicitly, NamesTheProcessInTheMessageOfATimeOut) {
   EXPECT_EQ(child.State(), 'S');
   ASSERT_EQ(log.Lines().size(), 2U);
   EXPECT_THAT(log.Lines()[1], Pair("Debug", "ERROR: SpawnProcess - renamed TimeOut!"));
-}
-
-TEST(SpawnProcess, ThreadedCallsDoNotMix) {
-  std::vector<std::thread> threads;
-  for (int thread = 0; thread < 8; ++thread) {
-    threads.emplace_back([thread] {
-      for (int call = 0; call < 10; ++call) {
-        const std::string text = std::to_string(thread) + "." + std::to_string(call);
-        const hwxtest::Spawned spawned = Spawn("echo", {text});
-        EXPECT_EQ(spawned.fResult, 0);
-        EXPECT_EQ(spawned.fOutput, text + "\n");
-        std::string output;
-        EXPECT_EQ(TOSSpecific::SpawnProcess("x", {text}, "/bin/echo", {"A=1"}, output, 60), 0);
-        EXPECT_EQ(output, text + "\n");
-      }
-    });
-  }
-  for (std::thread& thread : threads)
-    thread.join();
-}
-
-// A child that took its parent's locks along would hang in the allocator.
-TEST(SpawnProcess, ThreadedAllocationDoesNotBlockTheChild) {
-  std::atomic<bool> isOver{false};
-  std::vector<std::thread> threads;
-  for (int thread = 0; thread < 16; ++thread) {
-    threads.emplace_back([&isOver] {
-      while (!isOver)
-        EXPECT_EQ(std::string(1000, 'x').back(), 'x');
-    });
-  }
-  for (int call = 0; call < 50; ++call)
-    EXPECT_EQ(Spawn("true", {}).fResult, 0);
-  isOver = true;
-  for (std::thread& thread : threads)
-    thread.join();
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <thread>
 
 #include "hwxcore/diagnostics/TLogger.h"
 #include "hwxcore/os/TOSSpecific.h"
@@ -218,24 +217,6 @@ TEST(TOSSpecificGetLocalTime, LeavesTheSharedStorageOfLocaltimeAlone) {
   const FakeClock clock({FakeClock::At(2015, 7, 3, 9, 5, 12)});
   TOSSpecific::GetLocalTime();
   EXPECT_EQ(shared->tm_year, year);
-}
-
-TEST(TOSSpecificGetLocalTime, ThreadedReadingsDoNotMix) {
-  const ScopedEnvironment zone("TZ", "UTC0");
-  std::vector<std::thread> threads;
-  for (int day = 1; day <= 4; ++day) {
-    threads.emplace_back([day] {
-      for (int second = 0; second < 60; ++second) {
-        const FakeClock clock({FakeClock::At(2000 + day, day, day, day, day, second)});
-        const TCIMDateTime now = TOSSpecific::GetLocalTime();
-        EXPECT_EQ(now.GetYear(), 2000 + day);
-        EXPECT_EQ(now.GetHour(), day);
-        EXPECT_EQ(now.GetSecond(), second);
-      }
-    });
-  }
-  for (std::thread& thread : threads)
-    thread.join();
 }
 
 TEST(TOSSpecificOutputLogString, DoesNothing) {
