@@ -174,6 +174,18 @@ TEST(TCIMValueAssignment, OfATagThatNamesNoTypeLeavesThatTagAndNoBody) {
   EXPECT_EQ(static_cast<int>(target.GetType()), 34);
 }
 
+TEST(TCIMValueAssignment, ThatFailsToCopyTheBodyLeavesANullOfTheSourcesType) {
+  const TCIMValue source = Bytes(4, {Byte(1)});
+  TElements& elements = source;
+  elements[0].SetNullValue(static_cast<TCIMType::ECIMType>(34), 0);  // can't be copied
+  for (TCIMValue& target : OneOfEachType()) {
+    EXPECT_EQ(FailureOf([&] { target = source; }), "kHWXStatusTypeMismatch");
+    EXPECT_TRUE(target.IsNull());
+    EXPECT_EQ(target.GetType(), ArrayOf(TCIMType::kCIMTypeUInt8));
+    EXPECT_EQ(target.GetMaxArraySize(), 4u);
+  }
+}
+
 TEST(TCIMValueAssignment, BetweenNonNullCharactersChangesNothing) {
   TCIMValue target = Character(65);
   target = Character(66);

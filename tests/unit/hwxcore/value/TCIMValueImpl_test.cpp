@@ -5,12 +5,15 @@
 #include <string>
 #include <vector>
 
+#include "hwxcore/value/TCIMReference.h"
+#include "support/VirtualSlots.h"
 #include "unit/hwxcore/value/ValueTesting.h"
 
 namespace NQORHWX20 {
 namespace {
 
 using hwxtest::FailureOf;
+using hwxtest::SlotTable;
 
 /// A body that is nothing in particular.
 class TPlainBody : public TCIMValueImpl {
@@ -32,6 +35,23 @@ std::string FailureOfConversion(const TCIMValueImpl& body) {
   return FailureOf([&] { static_cast<void>(body.operator Target()); });
 }
 
+TEST(TCIMValueImpl, HasItsOperationsInTheSlotsOfTheInterface) {
+  SlotTable slots;
+  slots.Has(&TCIMValueImpl::operator bool)
+      .Has(&TCIMValueImpl::operator unsigned char, &TCIMValueImpl::operator signed char)
+      .Has(&TCIMValueImpl::operator unsigned short, &TCIMValueImpl::operator short)
+      .Has(&TCIMValueImpl::operator unsigned int, &TCIMValueImpl::operator int)
+      .Has(&TCIMValueImpl::operator unsigned long, &TCIMValueImpl::operator long)
+      .Has(&TCIMValueImpl::operator float, &TCIMValueImpl::operator double)
+      .Has(&TCIMValueImpl::operator std::string)
+      .Has(&TCIMValueImpl::operator TCIMChar16, &TCIMValueImpl::operator TCIMDateTime)
+      .Has(&TCIMValueImpl::operator TCIMReference)
+      .Has(&TCIMValueImpl::operator std::vector<TCIMValue>&)
+      .Has(&TCIMValueImpl::ToString)
+      .Has(&TCIMValueImpl::operator==, &TCIMValueImpl::operator<);
+  EXPECT_EQ(slots.Size(), 21u);
+}
+
 TEST(TCIMValueImpl, EveryConversionRefusesUntilABodyOverridesIt) {
   const TPlainBody body;
   const std::string refused = "kHWXStatusTypeMismatch";
@@ -49,6 +69,7 @@ TEST(TCIMValueImpl, EveryConversionRefusesUntilABodyOverridesIt) {
   EXPECT_EQ(FailureOfConversion<std::string>(body), refused);
   EXPECT_EQ(FailureOfConversion<TCIMChar16>(body), refused);
   EXPECT_EQ(FailureOfConversion<TCIMDateTime>(body), refused);
+  EXPECT_EQ(FailureOfConversion<TCIMReference>(body), refused);
   EXPECT_EQ(FailureOfConversion<std::vector<TCIMValue>&>(body), refused);
 }
 
