@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Installs the build, uses it from outside by find_package and by pkg-config, moves the whole prefix,
-# and uses it once more. The programs are the examples, one of which is the one in the README.
+# and uses it once more. The programs are the examples, one of which is the one in the README, and
+# one that uses the core library without the kit.
 set -euo pipefail
 source_dir=$1 build_dir=$2
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 export HWX_SYSROOT=$scratch/machine
-unset LD_LIBRARY_PATH
+unset LD_LIBRARY_PATH HWX_BOOST_ASSERT
 
 fail() {
   echo "FAILED: $*" >&2
@@ -35,6 +36,16 @@ use_tree() {
   g++ -std=c++17 "$source_dir/examples/minimal-frontend/main.cpp" -o "$work/by-pkg-config" \
     $(pkg-config --cflags --libs hwxkit) -Wl,-rpath,"$libdir"
   [ "$("$work/by-pkg-config")" = "$expected" ] || fail "$2: front end by pkg-config"
+
+  expected="$libdir
+00FF 5 kHWXStatusNotFound kHWXStatusFail QORSG_ComputerSystem text/11"
+  cmake -S "$source_dir/tests/install/consumer" -B "$work/consumer" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+  cmake --build "$work/consumer" >/dev/null
+  [ "$("$work/consumer/consumer")" = "$expected" ] || fail "$2: the core alone by find_package"
+  # shellcheck disable=SC2046
+  g++ -std=c++17 "$source_dir/tests/install/consumer/main.cpp" -o "$work/consumer-by-pkg-config" \
+    $(pkg-config --cflags --libs hwxcore) -Wl,-rpath,"$libdir"
+  [ "$("$work/consumer-by-pkg-config")" = "$expected" ] || fail "$2: the core alone by pkg-config"
 
   cmake -S "$source_dir/examples/minimal-provider" -B "$work/provider" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
   cmake --build "$work/provider" >/dev/null

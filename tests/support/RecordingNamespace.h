@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,6 +50,9 @@ class RecordingNamespace {
   /// Makes a call run `action` first.
   void Do(const std::string& call, const std::function<void()>& action) { fActions[call] = action; }
 
+  /// Makes a call hand out an empty pointer. "EX_Disk[0]" stands for the enumeration's first one.
+  void HandOutNothing(const std::string& call) { fNothings.insert(call); }
+
   const std::vector<Call>& Calls() const { return fCalls; }
   void ForgetCalls() { fCalls.clear(); }
 
@@ -84,7 +88,9 @@ class RecordingNamespace {
         : fNamespace(ns), fName(name), fProperties(properties) {}
 
     Ptr<NQORHWX20::ICIMProperty> GetProperty(const std::string& name, Context context) override {
-      fNamespace.Record(fName + ".GetProperty(" + name + ")", Text(context));
+      const std::string call = fName + ".GetProperty(" + name + ")";
+      fNamespace.Record(call, Text(context));
+      if (fNamespace.fNothings.count(call) != 0) return nullptr;
       const auto found = fProperties.find(name);
       if (found == fProperties.end()) throw NQORHWX20::THWXException(NQORHWX20::kHWXStatusNotFound);
       return Ptr<NQORHWX20::ICIMProperty>(
@@ -108,7 +114,11 @@ class RecordingNamespace {
       int index = 0;
       for (const Properties& properties : fNamespace.fClasses[fName]) {
         const std::string name = fName + "[" + std::to_string(index++) + "]";
-        if (!callback(Ptr<Instance>(new Instance(fNamespace, name, properties)))) return;
+        Ptr<Instance> instance;
+        if (fNamespace.fNothings.count(name) == 0) {
+          instance.reset(new Instance(fNamespace, name, properties));
+        }
+        if (!callback(instance)) return;
       }
     }
 
@@ -122,7 +132,9 @@ class RecordingNamespace {
     explicit Namespace(RecordingNamespace& ns) : fNamespace(ns) {}
 
     Ptr<NQORHWX20::ICIMClass> GetClass(const std::string& name, Context context) override {
-      fNamespace.Record("GetClass(" + name + ")", Text(context));
+      const std::string call = "GetClass(" + name + ")";
+      fNamespace.Record(call, Text(context));
+      if (fNamespace.fNothings.count(call) != 0) return nullptr;
       if (fNamespace.fClasses.count(name) == 0) {
         throw NQORHWX20::THWXException(NQORHWX20::kHWXStatusNotFound);
       }
@@ -149,6 +161,7 @@ class RecordingNamespace {
 
   std::map<std::string, std::vector<Properties> > fClasses;
   std::map<std::string, std::function<void()> > fActions;
+  std::set<std::string> fNothings;
   std::vector<Call> fCalls;
 };
 

@@ -30,6 +30,7 @@ const char kProductClassName[] = "QORSG_HWXProduct";
 const char kUnknown[] = "Unknown";
 
 typedef boost::shared_ptr<ICIMNamespace> NamespacePtr;
+typedef boost::shared_ptr<ICIMClass> ClassPtr;
 typedef boost::shared_ptr<ICIMInstance> InstancePtr;
 typedef boost::shared_ptr<ICIMProperty> PropertyPtr;
 
@@ -41,11 +42,13 @@ TCIMContext PluginContext(TCIMContext context = TCIMContext()) {
   return context;
 }
 
-std::vector<InstancePtr> CollectInstances(const boost::shared_ptr<ICIMClass>& cimClass,
-                                          const TCIMContext& context) {
+ClassPtr GetClass(const NamespacePtr& ns, const std::string& name, const TCIMContext& context) {
+  return Existing(ns->GetClass(name, context));
+}
+
+std::vector<InstancePtr> CollectInstances(const ClassPtr& cimClass, const TCIMContext& context) {
   std::vector<InstancePtr> instances;
-  Existing(cimClass)->EnumerateInstances(TAddToVectorCallback<ICIMInstance>(&instances), true,
-                                         context);
+  cimClass->EnumerateInstances(TAddToVectorCallback<ICIMInstance>(&instances), true, context);
   return instances;
 }
 
@@ -60,7 +63,7 @@ Result ReadFromOnlyInstance(const NamespacePtr& ns, const std::string& className
                             const std::string& property) {
   const TCIMContext context = PluginContext();
   const std::vector<InstancePtr> instances =
-      CollectInstances(ns->GetClass(className, context), TCIMContext());
+      CollectInstances(GetClass(ns, className, context), TCIMContext());
   if (instances.size() != 1) throw THWXException(kHWXStatusNotFound);
   return GetProperty(instances.front(), property, context)->GetValue(TCIMContext());
 }
@@ -88,7 +91,7 @@ auto LoggingAbsence(Call call, const Reason&... reason) {
 std::string ReadRawString(const NamespacePtr& ns, const TCIMContext& context,
                           const TCIMContext& instanceContext, const char* property) {
   const auto computerSystem = LoggingAbsence(
-      [&] { return ns->GetClass(TCIMSchemaHelper::kSystemCreationClassName, context); },
+      [&] { return GetClass(ns, TCIMSchemaHelper::kSystemCreationClassName, context); },
       "no computer system");
   const std::vector<InstancePtr> instances = CollectInstances(computerSystem, instanceContext);
   if (instances.size() != 1) LogAndThrowNotFound("computer system instances != 1");
@@ -144,7 +147,7 @@ unsigned short TCIMSchemaHelper::GetOperatingSystemType(NamespacePtr ns) {
 std::string TCIMSchemaHelper::GetSystemProductName_vmwesxi(NamespacePtr ns) {
   std::string result = kUnknown;
   try {
-    const auto elements = ns->GetClass("CIM_PhysicalElement", PluginContext());
+    const auto elements = GetClass(ns, "CIM_PhysicalElement", PluginContext());
     for (const InstancePtr& instance : CollectInstances(elements, TCIMContext())) {
       try {
         const std::string model = GetProperty(instance, "Model", TCIMContext())->GetStringValue();
@@ -164,7 +167,7 @@ std::string TCIMSchemaHelper::GetOperatingSystemName_vmwesxi(NamespacePtr ns) {
   std::string result = kUnknown;
   try {
     // The class is looked up with an empty context here, unlike in the query before.
-    const auto software = ns->GetClass("VMware_HypervisorSoftwareIdentity", TCIMContext());
+    const auto software = GetClass(ns, "VMware_HypervisorSoftwareIdentity", TCIMContext());
     for (const InstancePtr& instance : CollectInstances(software, TCIMContext())) {
       try {
         result = GetProperty(instance, "LargeBuildNumber", TCIMContext())->GetStringValue();
@@ -180,16 +183,16 @@ std::string TCIMSchemaHelper::GetOperatingSystemName_vmwesxi(NamespacePtr ns) {
 std::string TCIMSchemaHelper::GetDataSourceVersion(NamespacePtr ns, TCIMContext ctx) {
   const TCIMContext context = PluginContext(ctx);
   const std::vector<InstancePtr> instances =
-      CollectInstances(ns->GetClass(kProductClassName, context), TCIMContext());
+      CollectInstances(GetClass(ns, kProductClassName, context), TCIMContext());
   if (instances.empty()) throw THWXException(kHWXStatusNotFound);
   // The last instance counts here, and the first in the query of the build.
   return GetProperty(instances.back(), "Version", context)->GetValue(TCIMContext());
 }
 
 std::string TCIMSchemaHelper::GetDataSourceBuild(NamespacePtr ns, TCIMContext ctx) {
-  boost::shared_ptr<ICIMClass> product;
+  ClassPtr product;
   try {
-    product = ns->GetClass(kProductClassName, ctx);  // the caller's context, no provider chosen
+    product = GetClass(ns, kProductClassName, ctx);  // the caller's context, no provider chosen
   } catch (const THWXException&) {
     return std::string();
   }
@@ -243,14 +246,14 @@ std::string TCIMSchemaHelper::GetSerialNumber(NamespacePtr ns, TCIMContext ctx) 
 std::string TCIMSchemaHelper::GetSerialNumber_vmwesxi(NamespacePtr ns, TCIMContext ctx) {
   const TCIMContext context = PluginContext(ctx);
   const std::vector<InstancePtr> chassis =
-      CollectInstances(ns->GetClass("OMC_Chassis", context), context);
+      CollectInstances(GetClass(ns, "OMC_Chassis", context), context);
   if (chassis.empty()) throw THWXException(kHWXStatusNotFound);
   const TCIMValue value =
       GetProperty(chassis.front(), "SerialNumber", context)->GetValue(TCIMContext());
   if (!value.IsNull()) {
     if (const auto serialNumber = detail::CheckedSerialNumber(value)) return *serialNumber;
   }
-  const auto systems = ns->GetClass("OMC_UnitaryComputerSystem", context);
+  const auto systems = GetClass(ns, "OMC_UnitaryComputerSystem", context);
   for (const InstancePtr& system : CollectInstances(systems, context)) {
     const auto property = GetProperty(system, "OtherIdentifyingInfo", context);
     for (const std::string& text : property->GetStringArrayValue()) {

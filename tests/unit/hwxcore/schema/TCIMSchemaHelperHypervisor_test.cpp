@@ -85,6 +85,17 @@ TEST_F(GetSystemProductName_vmwesxi, SwallowsTheFailuresOfTheNamespace) {
   EXPECT_THAT(fLog.Lines(), IsEmpty());
 }
 
+TEST_F(GetSystemProductName_vmwesxi, TakesAnEmptyPointerForAThingThatIsNotThere) {
+  AddModel("Rack -[7870A1B]-");
+  AddModel("Rack -[7870C1D]-");
+  AddModel("Rack -[7870E1F]-");
+  fNamespace.HandOutNothing("CIM_PhysicalElement[0]");
+  fNamespace.HandOutNothing("CIM_PhysicalElement[1].GetProperty(Model)");
+  EXPECT_EQ(Ask(), "Rack -[7870E1F]-");
+  fNamespace.HandOutNothing("GetClass(CIM_PhysicalElement)");
+  EXPECT_EQ(Ask(), "Unknown");
+}
+
 TEST_F(GetSystemProductName_vmwesxi, PassesOtherExceptionsOn) {
   AddModel("Rack -[7870A1B]-");
   for (const char* const call :
@@ -149,6 +160,18 @@ TEST_F(GetOperatingSystemName_vmwesxi, SwallowsTheFailuresOfTheNamespace) {
   fNamespace.Fail("GetClass(" + name + ")", NQORHWX20::kHWXStatusConnectionFailed);
   EXPECT_EQ(Ask(), "Unknown");
   EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(GetOperatingSystemName_vmwesxi, TakesAnEmptyPointerForAThingThatIsNotThere) {
+  const std::string name = kSoftware;
+  AddBuild("20036589");
+  AddBuild("20036590");
+  AddBuild("20036591");
+  fNamespace.HandOutNothing(name + "[0]");
+  fNamespace.HandOutNothing(name + "[1].GetProperty(LargeBuildNumber)");
+  EXPECT_EQ(Ask(), "20036591");
+  fNamespace.HandOutNothing("GetClass(" + name + ")");
+  EXPECT_EQ(Ask(), "Unknown");
 }
 
 TEST_F(GetOperatingSystemName_vmwesxi, PassesOtherExceptionsOn) {

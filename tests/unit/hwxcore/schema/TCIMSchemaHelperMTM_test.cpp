@@ -74,6 +74,17 @@ TEST_F(GetRawMTMString, TellsThatThereIsNoSuchProperty) {
               ElementsAre(Pair("Debug", "TCIMSchemaHelper: didn't find ProductName property")));
 }
 
+TEST_F(GetRawMTMString, TellsAnEmptyPointerAsAThingThatIsNotThere) {
+  AddSystem("7870A1B");
+  for (const char* const call : {kGetProperty, "QORSG_ComputerSystem[0]", kGetClass}) {
+    fNamespace.HandOutNothing(call);
+    EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound) << call;
+  }
+  const auto noProperty = Pair("Debug", "TCIMSchemaHelper: didn't find ProductName property");
+  EXPECT_THAT(fLog.Lines(), ElementsAre(noProperty, noProperty,
+                                        Pair("Debug", "TCIMSchemaHelper: no computer system")));
+}
+
 TEST_F(GetRawMTMString, TellsANullValueOfAnyType) {
   AddSystem(TCIMValue(TCIMValue::TCIMType::kCIMTypeUInt8, 0));
   EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);

@@ -83,6 +83,17 @@ TEST_F(GetRawSerialNumberString, TellsThatThereIsNoSuchProperty) {
               ElementsAre(Pair("Debug", "TCIMSchemaHelper: didn't find SerialNumber property")));
 }
 
+TEST_F(GetRawSerialNumberString, TellsAnEmptyPointerAsAThingThatIsNotThere) {
+  AddSystem("06DXM9");
+  for (const char* const call : {kGetProperty, "QORSG_ComputerSystem[0]", kGetClass}) {
+    fNamespace.HandOutNothing(call);
+    EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound) << call;
+  }
+  const auto noProperty = Pair("Debug", "TCIMSchemaHelper: didn't find SerialNumber property");
+  EXPECT_THAT(fLog.Lines(), ElementsAre(noProperty, noProperty,
+                                        Pair("Debug", "TCIMSchemaHelper: no computer system")));
+}
+
 TEST_F(GetRawSerialNumberString, TellsANullValueOfAnyType) {
   for (const auto type : {TCIMValue::TCIMType::kCIMTypeString, TCIMValue::TCIMType::kCIMTypeUInt8,
                           TCIMValue::TCIMType::kCIMTypeNone}) {
@@ -218,6 +229,18 @@ TEST_F(GetSerialNumber_vmwesxi, ThrowsNotFoundWhereThereIsNothingButFiller) {
   EXPECT_EQ(StatusOf([&] { Ask(); }), NQORHWX20::kHWXStatusNotFound);
   AddOtherInfo({"N/A", "-----"});
   EXPECT_EQ(StatusOf([&] { Ask(); }), NQORHWX20::kHWXStatusNotFound);
+}
+
+TEST_F(GetSerialNumber_vmwesxi, TakesAnEmptyPointerForAThingThatIsNotThere) {
+  AddChassis("None");
+  AddOtherInfo({"06DXM9"});
+  for (const char* const call :
+       {"OMC_UnitaryComputerSystem[0].GetProperty(OtherIdentifyingInfo)",
+        "OMC_UnitaryComputerSystem[0]", "GetClass(OMC_UnitaryComputerSystem)",
+        "OMC_Chassis[0].GetProperty(SerialNumber)", "OMC_Chassis[0]", "GetClass(OMC_Chassis)"}) {
+    fNamespace.HandOutNothing(call);
+    EXPECT_EQ(StatusOf([&] { Ask(); }), NQORHWX20::kHWXStatusNotFound) << call;
+  }
 }
 
 TEST_F(GetSerialNumber_vmwesxi, PassesFailuresOn) {

@@ -110,6 +110,15 @@ TEST_F(GetDataSourceVersion, PassesTheFailureOfEachStepOn) {
   EXPECT_THAT(fLog.Lines(), IsEmpty());
 }
 
+TEST_F(GetDataSourceVersion, TakesAnEmptyPointerForAThingThatIsNotThere) {
+  AddVersion("1.2.3.4");
+  for (const char* const call : {"QORSG_HWXProduct[0].GetProperty(Version)", "QORSG_HWXProduct[0]",
+                                 "GetClass(QORSG_HWXProduct)"}) {
+    fNamespace.HandOutNothing(call);
+    EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound) << call;
+  }
+}
+
 class GetDataSourceBuild : public DataSourceQuery {
  protected:
   std::string Ask() { return TCIMSchemaHelper::GetDataSourceBuild(fNamespace.Get(), {}); }
@@ -164,6 +173,17 @@ TEST_F(GetDataSourceBuild, IsEmptyWhateverStatusTheClassFailsWith) {
   }
   EXPECT_EQ(fNamespace.Calls().size(), 2u);
   EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_F(GetDataSourceBuild, TakesAnEmptyPointerForAThingThatIsNotThere) {
+  AddBuild(1234u);
+  AddBuild(1235u);
+  AddBuild(1236u);
+  fNamespace.HandOutNothing("QORSG_HWXProduct[0]");
+  fNamespace.HandOutNothing("QORSG_HWXProduct[1].GetProperty(Build)");
+  EXPECT_EQ(Ask(), "1236");
+  fNamespace.HandOutNothing("GetClass(QORSG_HWXProduct)");
+  EXPECT_EQ(Ask(), "");
 }
 
 TEST_F(GetDataSourceBuild, PassesAFailureOfTheEnumerationOn) {

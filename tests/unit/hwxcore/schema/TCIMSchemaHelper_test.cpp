@@ -139,6 +139,16 @@ TEST_P(TCIMSchemaHelperStrictQuery, AsksNoOtherProviderWhenItFails) {
               ElementsAre(Pair(std::string("GetClass(") + GetParam().fClass + ")", kPlugin)));
 }
 
+TEST_P(TCIMSchemaHelperStrictQuery, TakesAnEmptyPointerForAThingThatIsNotThere) {
+  AddInstance(GetParam().fStored);
+  for (const std::string& call :
+       {GetProperty(), Path("[0]"), std::string("GetClass(") + GetParam().fClass + ")"}) {
+    fNamespace.HandOutNothing(call);
+    EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound) << call;
+  }
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
 TEST_P(TCIMSchemaHelperStrictQuery, RefusesANullValue) {
   AddInstance(TCIMValue(GetParam().fStored.GetType(), 0));
   EXPECT_EQ(Status(), NQORHWX20::kHWXStatusValueIsNULL);
