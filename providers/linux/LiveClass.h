@@ -65,6 +65,7 @@ NQORHWX20::TCIMValue ToValue(const TDate& date);
 template <typename Element>
 NQORHWX20::TCIMValue ToValue(const std::vector<Element>& elements) {
   std::vector<NQORHWX20::TCIMValue> values;
+  values.reserve(elements.size());
   for (const Element& element : elements) {
     values.push_back(ToValue(element));
   }

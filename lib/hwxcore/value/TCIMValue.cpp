@@ -204,6 +204,16 @@ TCIMValue::TCIMValue(const TCIMValue& other) : TCIMValue() {
   Set(other);
 }
 
+// Like a copy it takes along only what belongs to the type.
+TCIMValue::TCIMValue(TCIMValue&& other) noexcept
+    : fType(other.fType), fBody(std::move(other.fBody)), fMaxArraySize(0) {
+  if (IsArray()) {
+    fMaxArraySize = other.fMaxArraySize;
+  } else if (fType == TCIMType::kCIMTypeReference) {
+    fReferencedClass = other.fReferencedClass;
+  }
+}
+
 TCIMValue::~TCIMValue() = default;
 
 TCIMValue& TCIMValue::operator=(

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "unit/hwxcore/value/ValueTesting.h"
@@ -119,6 +120,39 @@ TEST(TCIMValueConstruction, ACopyOfAScalarLeavesArraySizeAndClassBehind) {
   const TCIMValue copy(source);
   EXPECT_EQ(copy.GetMaxArraySize(), 0u);
   EXPECT_FALSE(copy.GetReferencedClass());
+}
+
+TEST(TCIMValueConstruction, AMoveGivesWhatACopyWouldAndLeavesATypedNull) {
+  std::vector<TCIMValue> values = OneOfEachType();
+  for (TCIMValue& value : values) {
+    const TCIMValue copy(value);
+    const TCIMValue moved(std::move(value));
+    EXPECT_TRUE(moved == copy);
+    EXPECT_EQ(moved.GetType(), copy.GetType());
+    EXPECT_TRUE(value.IsNull());
+    EXPECT_EQ(value.GetType(), copy.GetType());
+  }
+}
+
+TEST(TCIMValueConstruction, AMoveKeepsAnArraysElementsWhereTheyAre) {
+  TCIMValue source(TCIMType(TCIMType::kCIMTypeUInt8), 7,
+                   {TCIMValue(static_cast<unsigned char>(1))});
+  const std::vector<TCIMValue>* const elements = &static_cast<std::vector<TCIMValue>&>(source);
+  const TCIMValue moved(std::move(source));
+  EXPECT_EQ(&static_cast<std::vector<TCIMValue>&>(moved), elements);
+  EXPECT_EQ(moved.GetMaxArraySize(), 7u);
+}
+
+TEST(TCIMValueConstruction, AMoveLeavesBehindWhatACopyWould) {
+  TCIMValue scalar(TCIMType(TCIMType::kCIMTypeUInt8), 7);
+  scalar.SetReferencedClass(MakeClassToken());
+  scalar.Set(static_cast<unsigned char>(1));
+  const TCIMValue moved(std::move(scalar));
+  EXPECT_EQ(moved.GetMaxArraySize(), 0u);
+  EXPECT_FALSE(moved.GetReferencedClass());
+  TCIMValue reference(TCIMType(TCIMType::kCIMTypeReference), 0);
+  reference.SetReferencedClass(MakeClassToken());
+  EXPECT_TRUE(TCIMValue(std::move(reference)).GetReferencedClass());
 }
 
 TEST(TCIMValueConstruction, ACopyOfANullReferenceSharesTheClass) {

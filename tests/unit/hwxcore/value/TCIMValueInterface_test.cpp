@@ -53,6 +53,7 @@ static_assert(Has<std::ostream& (*)(std::ostream&, const TCIMType&)>(&operator<<
 
 // Construction: each scalar by itself, and implicitly.
 static_assert(std::is_default_constructible_v<V> && std::is_copy_constructible_v<V>);
+static_assert(std::is_nothrow_move_constructible_v<V>);  // so that a vector grows without copies
 static_assert(kImplicit<V, bool> && kImplicit<V, unsigned char> && kImplicit<V, signed char>);
 static_assert(kImplicit<V, unsigned short> && kImplicit<V, short>);
 static_assert(kImplicit<V, unsigned int> && kImplicit<V, int>);
