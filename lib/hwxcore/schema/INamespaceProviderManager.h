@@ -18,7 +18,8 @@ class INamespaceProviderManager {
   virtual ~INamespaceProviderManager();
 
   /// Enters a provider under its `GetName`. First come stays: a provider whose name is taken is
-  /// dropped without a word. What `GetName` throws passes through. `provider` may not be empty.
+  /// dropped without a word. What `GetName` throws passes through. Throws `kHWXStatusNotFound` if
+  /// `provider` is empty.
   virtual void RegisterNamespaceProvider(boost::shared_ptr<INamespaceProvider> provider) = 0;
 
   /// The provider of exactly that name. Throws `kHWXStatusNotFound`, after a log entry, if there is

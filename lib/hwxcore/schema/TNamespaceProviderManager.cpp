@@ -3,6 +3,7 @@
 #include "hwxcore/diagnostics/ILogger.h"
 #include "hwxcore/schema/INamespaceProvider.h"
 #include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/schema/detail/Existing.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
@@ -25,7 +26,7 @@ boost::shared_ptr<TNamespaceProviderManager> TNamespaceProviderManager::GetInsta
 
 void TNamespaceProviderManager::RegisterNamespaceProvider(
     boost::shared_ptr<INamespaceProvider> provider) {
-  const std::string name = provider->GetName(TCIMContext());
+  const std::string name = detail::Existing(provider)->GetName(TCIMContext());
   fProviders.emplace(name, provider);  // first come stays, and that is meant
 }
 

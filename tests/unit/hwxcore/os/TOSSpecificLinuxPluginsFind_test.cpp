@@ -165,17 +165,17 @@ TEST_F(FindPlugins, FailsAndKeepsOneHandleWhenASubdirectoryCannotBeOpened) {
   AddDirectory("closed");
   std::filesystem::permissions(fDirectory.Path(), std::filesystem::perms(0755));
   ASSERT_EQ(::chmod((fDirectory / "closed").c_str(), 0), 0);
-  EXPECT_EQ(hwxtest::RunInChild([this] {
-              if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
-              ScopedLogCapture log;
-              const std::ptrdiff_t before = CountOpenDescriptors();
-              EXPECT_EQ(StatusOfFindPlugins(fDirectory.Path()),
-                        NQORHWX20::kHWXStatusFileSystemError);
-              EXPECT_EQ(CountOpenDescriptors(), before + 1);
-              EXPECT_THAT(log.Lines(), IsEmpty());
-              return 0;
-            }),
-            0);
+  const int result = hwxtest::RunInChild([this] {
+    if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
+    ScopedLogCapture log;
+    const std::ptrdiff_t before = CountOpenDescriptors();
+    EXPECT_EQ(StatusOfFindPlugins(fDirectory.Path()), NQORHWX20::kHWXStatusFileSystemError);
+    EXPECT_EQ(CountOpenDescriptors(), before + 1);
+    EXPECT_THAT(log.Lines(), IsEmpty());
+    return 0;
+  });
+  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to change the user";
+  EXPECT_EQ(result, 0);
 }
 
 }  // namespace

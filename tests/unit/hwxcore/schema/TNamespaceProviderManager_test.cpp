@@ -185,6 +185,15 @@ TEST(TNamespaceProviderManager, PassesTheExceptionOfGetNameThroughAndStaysAsItWa
   EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
+TEST(TNamespaceProviderManager, TakesNoEmptyPointer) {
+  TNamespaceProviderManager registry;
+  ScopedLogCapture log;
+  EXPECT_EQ(StatusOf([&] { registry.RegisterNamespaceProvider(ProviderPtr()); }),
+            NQORHWX20::kHWXStatusNotFound);
+  EXPECT_THAT(NamesIn(registry), IsEmpty());
+  EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
 TEST(TNamespaceProviderManager, IsOneForTheProcess) {
   const auto first = NQORHWX20::TRootObject::GetNamespaceProviderManager();
   EXPECT_TRUE(first);
