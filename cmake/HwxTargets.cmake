@@ -11,6 +11,9 @@ endif()
 # Warnings for a target of this project; errors in the presets, never for consumers.
 function(hwx_compile_options target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    target_compile_options(${target} PRIVATE -Wno-sign-conversion)  # not of GCC's -Wconversion
+  endif()
   # No paths of the building machine in trace lines.
   target_compile_options(${target} PRIVATE -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
   if(HWX_WARNINGS_AS_ERRORS)

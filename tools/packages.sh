@@ -13,6 +13,7 @@ run_packages=(
 # To build and run the tests, the fuzzers and the benchmarks too.
 test_packages=(
   "${run_packages[@]}"
+  clang libclang-rt-14-dev  # builds the sanitized tests, in two thirds of the time that g++ takes
   libgtest-dev libgmock-dev libbenchmark-dev
   libspdlog-dev libpoco-dev libglib2.0-dev
   dmidecode lshw clang-format
