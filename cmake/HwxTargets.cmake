@@ -21,14 +21,20 @@ function(hwx_compile_options target)
   endif()
 endfunction()
 
+# Nobody interposes our functions: let the compiler inline its way through a library, and spare the
+# loader the search for them.
+function(hwx_own_functions target)
+  target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
+endfunction()
+
 # A shared library of this project that others link against: found by its neighbours beside it,
 # installed with its headers, and exported as hwxcore::<target>.
 function(hwx_library target)
   hwx_compile_options(${target})
   target_compile_features(${target} PUBLIC cxx_std_17)
   target_link_options(${target} PRIVATE -Wl,--no-undefined)
-  # Nobody interposes our functions: let the compiler inline its way through a library.
-  target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  hwx_own_functions(${target})
   if(HWX_SANITIZE)
     # The sanitizers' own symbols come from the executable.
     target_link_options(${target} PRIVATE -Wl,--unresolved-symbols=ignore-all)
@@ -43,6 +49,7 @@ endfunction()
 # A plug-in: lib<name>.nsp.so beside the core library, linked against nothing by anyone.
 function(hwx_provider target name)
   hwx_compile_options(${target})
+  hwx_own_functions(${target})
   set_target_properties(${target} PROPERTIES
     OUTPUT_NAME ${name} PREFIX "lib" SUFFIX ".nsp.so"
     INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)

@@ -1,12 +1,14 @@
 #include "providers/linux/TextFile.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
+#include <memory>
+#include <string_view>
 #include <system_error>
 
 namespace linux_machine {
@@ -85,10 +87,15 @@ std::optional<std::uint64_t> ReadNumber(const std::string& path) {
 
 std::vector<std::string> ListDirectory(const std::string& path) {
   std::vector<std::string> names;
-  std::error_code error;
-  for (std::filesystem::directory_iterator entry(path, error), end; !error && entry != end;
-       entry.increment(error)) {
-    names.push_back(entry->path().filename().string());
+  const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(path.c_str()), &::closedir);
+  if (!directory) {
+    return names;
+  }
+  while (const dirent* entry = ::readdir(directory.get())) {
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != "..") {
+      names.emplace_back(name);
+    }
   }
   std::sort(names.begin(), names.end());
   return names;
