@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "support/VirtualSlots.h"
 #include "unit/hwxcore/value/ValueTesting.h"
 
 namespace NQORHWX20 {
@@ -57,6 +58,17 @@ TEST(TCIMValueImpl, IsDestroyedThroughTheBase) {
   const TCIMValueImpl* const body = new TPlainBody(&destroyed);
   delete body;
   EXPECT_TRUE(destroyed);
+}
+
+TEST(TCIMValueImpl, ItsOperationsStandInTheOrderThatPluginsAreCompiledAgainst) {
+  typedef TCIMValueImpl B;
+  hwxtest::SlotTable()
+      .Has(&B::operator bool, &B::operator unsigned char, &B::operator signed char,
+           &B::operator unsigned short, &B::operator short, &B::operator unsigned int,
+           &B::operator int, &B::operator unsigned long, &B::operator long)
+      .Has(&B::operator float, &B::operator double, &B::operator std::string)
+      .Has(&B::operator TCIMChar16, &B::operator TCIMDateTime, &B::operator TCIMReference)
+      .Has(&B::operator std::vector<TCIMValue>&, &B::ToString, &B::operator==, &B::operator<);
 }
 
 }  // namespace
