@@ -58,13 +58,23 @@ std::tuple<std::int64_t, long, int> Clocks(int day, int secondOfDay) {
   return {difference, fields.tm_gmtoff, fields.tm_isdst};
 }
 
+// In summer time, `mktime` answers by the standard time that it finds nearest, in leaps of a week.
+// A standard time that lasts less than a leap is found from most hours of a week and missed from
+// some. So the answer must be that of half a year before and after.
+bool StandardTimeStays(int day, std::int64_t difference) {
+  constexpr int kHalfYear = 26 * kWeekDays;
+  return std::get<0>(Clocks(day - kHalfYear, 0)) == difference &&
+         std::get<0>(Clocks(day + kHalfYear, 0)) == difference;
+}
+
 TWeek AskForWeek(int number) {
   const int firstDay = (number - kWeeksBeforeEpoch) * kWeekDays;
   const auto first = Clocks(firstDay, 0);
   const auto last = Clocks(firstDay + kWeekDays - 1, kDaySeconds - 1);
-  const std::int64_t difference = std::get<0>(first);
+  const auto [difference, offset, isSummer] = first;
   // Odd seconds are those of a zone file that counts leap seconds, which stand anywhere.
-  const bool even = first == last && difference % 60 == 0;
+  const bool even = first == last && difference % 60 == 0 &&
+                    (isSummer == 0 || StandardTimeStays(firstDay, difference));
   return {number, even ? EWeek::kEven : EWeek::kUneven, difference};
 }
 

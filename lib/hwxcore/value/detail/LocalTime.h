@@ -11,8 +11,9 @@ namespace NQORHWX20::detail {
 /// Between two changes of the clocks, `mktime` differs from the plain count of the fields' seconds
 /// by a constant; at a change it is full of surprises, and where standard time jumps ahead it
 /// fails. So the thread asks it for both ends of a calendar week. If the clocks stand alike at
-/// both, then they do all the week, for no zone changes its clocks there and back within one, and
-/// the constant is remembered. In the few other weeks `mktime` is asked each time.
+/// both, then standard time does all the week, for no zone changes that there and back within one,
+/// and the constant is remembered; in summer time only if standard time is the same at either side
+/// of the summer. In the few other weeks `mktime` is asked each time.
 ///
 /// Nothing is remembered under another TZ, nor, while TZ is unset, beyond the second in which it
 /// was asked, so that another zone file is noticed.

@@ -2,12 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <list>
+#include <string>
 #include <type_traits>
 
+#include "hwxcore/diagnostics/TLogger.h"
 #include "support/VirtualSlots.h"
 
 using NQORHWX20::ILogger;
 using NQORHWX20::TCIMDateTime;
+using NQORHWX20::THWXStatusCode;
+using NQORHWX20::TLogger;
 
 namespace {
 
@@ -38,6 +43,28 @@ TEST(ILoggerEntry, KeepsSeverityMessageAndTime) {
     EXPECT_EQ(each->fTime.ToString(), "20150703090512.123000+060");
   }
 }
+
+// The forms of the operations, held by the compiler.
+typedef ILogger::EHWXLogSeverity Severity;
+template <typename Member>
+constexpr bool Has(Member) {
+  return true;
+}
+static_assert(std::is_abstract_v<ILogger> && std::has_virtual_destructor_v<ILogger>);
+static_assert(Has<void (ILogger::*)(Severity, const std::string&)>(&ILogger::OutputLogEntry));
+static_assert(Has<void (ILogger::*)(Severity, const std::string&)>(&ILogger::SysLogEntry));
+static_assert(Has<std::list<ILogger::TLogEntry>& (ILogger::*)()>(&ILogger::GetLog));
+static_assert(Has<void (ILogger::*)()>(&ILogger::ClearLog));
+static_assert(Has<Severity (ILogger::*)()>(&ILogger::GetLogThreshold));
+static_assert(Has<void (ILogger::*)(std::string)>(&ILogger::SetLogFilename));
+
+static_assert(std::is_base_of_v<ILogger, TLogger>);
+static_assert(Has<TLogger* (*)()>(&TLogger::GetInstance));
+static_assert(Has<THWXStatusCode (TLogger::*)(std::string)>(&TLogger::Initialize));
+static_assert(Has<void (*)(Severity)>(&TLogger::SetLogThreshold));
+static_assert(Has<std::string (*)()>(&TLogger::GetLogFileDir));
+static_assert(Has<void (*)(std::string)>(&TLogger::SetLogFileDir));
+static_assert(Has<void (*)(ILogger::TLogEntry&)>(&TLogger::PushBackLog));
 
 TEST(ILoggerSlots, StandInTheOrderThatPluginsAreCompiledAgainst) {
   hwxtest::SlotTable().Has(&ILogger::OutputLogEntry, &ILogger::SysLogEntry, &ILogger::GetLog,

@@ -297,6 +297,26 @@ TEST_F(TLoggerFileTest, AFailedInitializeCanBeRepeatedOnceTheCauseIsGone) {
   EXPECT_EQ(TLogger::fLogEntries.size(), 1U);
 }
 
+TEST_F(TLoggerFileTest, InitializeSucceedsOnceItsUnwritableDirectoryIsRepaired) {
+  ::chmod(fScratch.Path().c_str(), 0777);
+  const int result = RunInChild([this] {
+    if (!hwxtest::BecomeUnprivileged()) return kSceneNotAllowed;
+    const std::string directory = fScratch / "own/";
+    ::mkdir(directory.c_str(), 0555);
+    TLogger::SetLogFileDir(directory);
+    TLogger& logger = *TLogger::GetInstance();
+    EXPECT_EQ(StatusOf([&] { logger.Initialize("log"); }), NQORHWX20::kHWXStatusAccessDenied);
+    logger.OutputLogEntry(ILogger::kHWXLogError, "between");
+    EXPECT_EQ(TLogger::fLogEntries.size(), 1U);
+    ::chmod(directory.c_str(), 0755);
+    EXPECT_EQ(logger.Initialize("log"), NQORHWX20::kHWXStatusOK);
+    return 0;
+  });
+  if (result == kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to change the user";
+  EXPECT_EQ(result, 0);
+  EXPECT_EQ(Content("own/log.log"), kOpened);
+}
+
 TEST_F(TLoggerFileTest, AccessIsDeniedWhereTheUserMayNotWrite) {
   ::chmod(fScratch.Path().c_str(), 0555);
   const int result = RunInChild([this] {

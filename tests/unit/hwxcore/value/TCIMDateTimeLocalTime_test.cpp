@@ -171,6 +171,17 @@ TEST(TLocalTime, LooksUpTheZoneBeforeItAddsSurplusSeconds) {
   EXPECT_EQ(TLocalTime().Make(fields), Asked(fields));
 }
 
+TEST(TLocalTime, HeedsAStandardTimeThatIsFoundFromSomeHoursOnly) {
+  // Central summer time was followed by not quite a week of eastern standard time, which mktime
+  // finds from most hours of the autumn, but not from this one.
+  const hwxtest::ScopedEnvironment zone("TZ", "America/Cambridge_Bay");
+  const std::tm before = Fields(2000, 10, 22, 1, 30, 0);
+  const std::tm within = Fields(2000, 10, 22, 2, 30, 0);
+  ASSERT_EQ(Asked(within), Asked(before) + 2 * 3600);
+  EXPECT_EQ(TLocalTime().Make(before), Asked(before));
+  EXPECT_EQ(TLocalTime().Make(within), Asked(within));
+}
+
 TEST(TLocalTime, ServesATZOfAnyLength) {
   const std::tm fields = Fields(2007, 1, 2, 3, 4, 5);
   hwxtest::ScopedEnvironment zone("TZ", std::nullopt);

@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "hwxcore/value/TCIMDateTimeImpl.h"
+#include "support/ScopedEnvironment.h"
 #include "support/StatusOf.h"
 
 namespace NQORHWX20 {
@@ -105,8 +106,26 @@ TEST(TCIMDateTime, AFailedSetLeavesItAsItWas) {
   EXPECT_TRUE(null.IsNull());
 }
 
+TEST(TCIMDateTime, AFailedSetOfATimestampLeavesItAsItWas) {
+  const hwxtest::ScopedEnvironment zone("TZ", "UTC");
+  for (const TCIMDateTime& original : {Timestamp(), Interval()}) {
+    TCIMDateTime dateTime = original;
+    EXPECT_EQ(StatusOf([&] { dateTime.Set(1969, 12, 31, 23, 59, 59, 7, 0); }),
+              kHWXStatusInvalidDateTime);
+    EXPECT_EQ(StatusOf([&] { dateTime.Set(std::string("19691231235959.000007+000")); }),
+              kHWXStatusInvalidDateTime);
+    EXPECT_EQ(dateTime.ToString(), original.ToString());
+  }
+  TCIMDateTime null;
+  EXPECT_EQ(StatusOf([&] { null.Set(1969, 12, 31, 23, 59, 59, 7, 0); }), kHWXStatusInvalidDateTime);
+  EXPECT_TRUE(null.IsNull());
+}
+
 TEST(TCIMDateTime, AConstructorFailsAsItsSetDoes) {
+  const hwxtest::ScopedEnvironment zone("TZ", "UTC");
   EXPECT_EQ(StatusOf([] { TCIMDateTime(9, 24, 0, 0, 0); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([] { TCIMDateTime(1969, 12, 31, 23, 59, 59, 0, 0); }),
+            kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([] { TCIMDateTime(std::string("today")); }), kHWXStatusInvalidDateTime);
 }
 

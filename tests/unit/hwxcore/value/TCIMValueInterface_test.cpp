@@ -16,6 +16,7 @@
 #include "hwxcore/value/TCIMChar16ValueImpl.h"
 #include "hwxcore/value/TCIMContext.h"
 #include "hwxcore/value/TCIMDateTime.h"
+#include "hwxcore/value/TCIMDateTimeImpl.h"
 #include "hwxcore/value/TCIMDateTimeValueImpl.h"
 #include "hwxcore/value/TCIMNumericValueImpl.h"
 #include "hwxcore/value/TCIMStringValueImpl.h"
@@ -152,6 +153,39 @@ static_assert(!std::is_polymorphic_v<TCIMChar16Impl>);
 static_assert(Has<bool (TCIMChar16Impl::*)() const>(&TCIMChar16Impl::IsNull));
 static_assert(Has<unsigned short (TCIMChar16Impl::*)() const>(&TCIMChar16Impl::GetValue));
 static_assert(Has<std::string (TCIMChar16Impl::*)() const>(&TCIMChar16Impl::ToString));
+
+// Date-times.
+typedef TCIMDateTime D;
+typedef unsigned short Short;
+static_assert(std::is_default_constructible_v<D> && std::is_copy_constructible_v<D>);
+static_assert(std::is_constructible_v<D, Short, Short, unsigned int, Short, Short, Short,
+                                      unsigned int, short>);
+static_assert(std::is_constructible_v<D, unsigned int, Short, Short, Short, unsigned int>);
+static_assert(sizeof(D) == sizeof(boost::shared_ptr<TCIMDateTimeImpl>), "the body alone");
+static_assert(!std::is_polymorphic_v<D>);
+static_assert(Has<D& (D::*)(const D&)>(&D::operator=));
+static_assert(Has<void (D::*)(unsigned int, Short, Short, Short, unsigned int)>(&D::Set));
+static_assert(Has<void (D::*)(Short, Short, unsigned int, Short, Short, Short, unsigned int,
+                              short)>(&D::Set));
+static_assert(Has<void (D::*)(const std::string&)>(&D::Set));
+static_assert(Has<void (D::*)()>(&D::Clear));
+static_assert(Has<bool (D::*)() const>(&D::IsNull) && Has<bool (D::*)() const>(&D::IsInterval));
+static_assert(Has<Short (D::*)() const>(&D::GetYear) && Has<Short (D::*)() const>(&D::GetMonth));
+static_assert(Has<unsigned int (D::*)() const>(&D::GetDay));
+static_assert(Has<Short (D::*)() const>(&D::GetHour) && Has<Short (D::*)() const>(&D::GetMinute));
+static_assert(Has<Short (D::*)() const>(&D::GetSecond));
+static_assert(Has<unsigned int (D::*)() const>(&D::GetMicroSeconds));
+static_assert(Has<short (D::*)() const>(&D::GetUTCOffset));
+static_assert(Has<bool (D::*)() const>(&D::GetPrecision));
+static_assert(Has<void (D::*)(bool)>(&D::SetPrecision));
+static_assert(Has<std::string (D::*)() const>(&D::ToString));
+static_assert(Has<std::string (D::*)() const>(&D::ToUIString));
+static_assert(Has<bool (D::*)(const D&) const>(&D::operator<));
+static_assert(Has<bool (D::*)(const D&) const>(&D::operator==));
+static_assert(Has<D (D::*)(const D&) const>(&D::operator+));
+static_assert(Has<D (D::*)(const D&) const>(&D::operator-));
+static_assert(Has<boost::shared_ptr<TCIMDateTimeImpl> (D::*)() const>(&D::GetBody));
+static_assert(std::is_copy_constructible_v<TCIMDateTimeImpl>);
 
 static_assert(std::is_same_v<TCIMContext, std::map<std::string, TCIMValue>>);
 
