@@ -16,8 +16,8 @@ inline std::size_t OpenDescriptors() {
 }
 
 /// Lets this process have up to `count` descriptors open. False if it may not. UBSan opens a pipe
-/// the first time it meets an object of a type: where nothing is left to open, what is tested has to
-/// have met the same types before.
+/// the first time it meets an object of a type: where nothing is left to open, what is tested has
+/// to have met the same types before.
 inline bool LimitDescriptors(rlim_t count) {
   rlimit limit{};
   ::getrlimit(RLIMIT_NOFILE, &limit);
