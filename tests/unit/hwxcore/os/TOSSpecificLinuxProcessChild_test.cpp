@@ -11,6 +11,7 @@
 
 #include "support/ChildProcess.h"
 #include "support/Descriptors.h"
+#include "support/FileText.h"
 #include "support/ScopedEnvironment.h"
 #include "support/ScopedLogCapture.h"
 #include "support/ScopedSignal.h"
@@ -18,6 +19,7 @@
 #include "support/StatusOf.h"
 #include "support/TemporaryDirectory.h"
 
+using hwxtest::FileText;
 using hwxtest::LeftChild;
 using hwxtest::OpenDescriptors;
 using hwxtest::RunInChild;
@@ -131,10 +133,7 @@ std::string SignalLines(const std::string& status) {
   return found;
 }
 
-std::string OwnStatus() {
-  std::ifstream file("/proc/thread-self/status");
-  return std::string(std::istreambuf_iterator<char>(file), {});
-}
+const char kOwnStatus[] = "/proc/thread-self/status";
 
 TEST(SpawnProcessChild, HasTheCallersBlockedAndIgnoredSignals) {
   const int result = RunInChild([] {
@@ -144,11 +143,11 @@ TEST(SpawnProcessChild, HasTheCallersBlockedAndIgnoredSignals) {
     ::sigemptyset(&blocked);
     ::sigaddset(&blocked, SIGHUP);
     ::sigprocmask(SIG_BLOCK, &blocked, nullptr);
-    const std::string before = SignalLines(OwnStatus());
+    const std::string before = SignalLines(FileText(kOwnStatus));
     const std::string output = Spawn("cat", {"/proc/self/status"}).fOutput;
     EXPECT_EQ(SignalLines(output), before);
     EXPECT_NE(output.find("SigCgt:\t0000000000000000"), std::string::npos);
-    EXPECT_EQ(SignalLines(OwnStatus()), before);
+    EXPECT_EQ(SignalLines(FileText(kOwnStatus)), before);
     return 0;
   });
   EXPECT_EQ(result, 0);
@@ -171,36 +170,36 @@ TEST(SpawnProcessChild, LeavesTheCallersHandlersInPlace) {
   EXPECT_EQ(result, 0);
 }
 
+// That a shell was spawned, and which call failed then.
+void ExpectLogged(const ScopedLogCapture& log, const std::string& failedCall) {
+  EXPECT_THAT(log.Lines(),
+              ElementsAre(Pair("Debug", "SpawnProcess: process sh"),
+                          Pair("Debug", "ERROR: SpawnProcess - " + failedCall + " call failed!")));
+}
+
+// Spawns a shell that prints its identity first and then sleeps; an alarm interrupts that.
+void ExpectLeftRunning(const std::string& script, const std::string& failedCall) {
+  const ScopedLogCapture log;
+  const std::size_t before = OpenDescriptors();
+  hwxtest::AlarmIn(500);
+  const Spawned spawned = SpawnShell(script);
+  const LeftChild child(spawned.fOutput);
+  EXPECT_EQ(spawned.fResult, -1);
+  EXPECT_EQ(child.State(), 'S');
+  EXPECT_EQ(OpenDescriptors(), before);
+  ExpectLogged(log, failedCall);
+}
+
 TEST(SpawnProcessChild, IsLeftRunningWhenASignalInterruptsTheWait) {
   for (const int flags : {0, SA_RESTART}) {
     const ScopedSignal alarm(SIGALRM, &ScopedSignal::Ignore, flags);
-    const ScopedLogCapture log;
-    const std::size_t before = OpenDescriptors();
-    hwxtest::AlarmIn(500);
-    const Spawned spawned = SpawnShell("echo $$; exec sleep 300");
-    const LeftChild child(spawned.fOutput);
-    EXPECT_EQ(spawned.fResult, -1);
-    EXPECT_EQ(child.State(), 'S');
-    EXPECT_EQ(OpenDescriptors(), before);
-    EXPECT_THAT(log.Lines(),
-                ElementsAre(Pair("Debug", "SpawnProcess: process sh"),
-                            Pair("Debug", "ERROR: SpawnProcess - select call failed!")));
+    ExpectLeftRunning("echo $$; exec sleep 300", "select");
   }
 }
 
 TEST(SpawnProcessChild, IsGivenUpWhenASignalInterruptsTheWaitForItsEnd) {
   const ScopedSignal alarm(SIGALRM, &ScopedSignal::Ignore);
-  const ScopedLogCapture log;
-  const std::size_t before = OpenDescriptors();
-  hwxtest::AlarmIn(500);
-  const Spawned spawned = SpawnShell("echo $$; exec >&- 2>&-; exec sleep 300");
-  const LeftChild child(spawned.fOutput);
-  EXPECT_EQ(spawned.fResult, -1);
-  EXPECT_EQ(child.State(), 'S');
-  EXPECT_EQ(OpenDescriptors(), before);
-  EXPECT_THAT(log.Lines(),
-              ElementsAre(Pair("Debug", "SpawnProcess: process sh"),
-                          Pair("Debug", "ERROR: SpawnProcess - waitpid call failed!")));
+  ExpectLeftRunning("echo $$; exec >&- 2>&-; exec sleep 300", "waitpid");
 }
 
 TEST(SpawnProcessChild, IsNotFoundWhereTheProcessCollectsItsChildrenItself) {
@@ -210,9 +209,7 @@ TEST(SpawnProcessChild, IsNotFoundWhereTheProcessCollectsItsChildrenItself) {
     const Spawned spawned = SpawnShell("echo text");
     EXPECT_EQ(spawned.fResult, -1);
     EXPECT_EQ(spawned.fOutput, "text\n");
-    EXPECT_THAT(log.Lines(),
-                ElementsAre(Pair("Debug", "SpawnProcess: process sh"),
-                            Pair("Debug", "ERROR: SpawnProcess - waitpid call failed!")));
+    ExpectLogged(log, "waitpid");
     return 0;
   });
   EXPECT_EQ(result, 0);
@@ -236,9 +233,7 @@ TEST(SpawnProcessChild, IsNotFoundWhereAHandlerWasFaster) {
     const Spawned spawned = SpawnShell("(sleep 0.5; echo late) & exit 0");
     EXPECT_EQ(spawned.fResult, -1);
     EXPECT_EQ(spawned.fOutput, "late\n");
-    EXPECT_THAT(log.Lines(),
-                ElementsAre(Pair("Debug", "SpawnProcess: process sh"),
-                            Pair("Debug", "ERROR: SpawnProcess - waitpid call failed!")));
+    ExpectLogged(log, "waitpid");
     return 0;
   });
   EXPECT_EQ(result, 0);
