@@ -4,11 +4,11 @@
 #include <stdexcept>
 
 #include "hwxcore/os/TOSSpecific.h"
-#include "hwxcore/value/THWXException.h"
 #include "support/ScopedLogCapture.h"
+#include "support/StatusOf.h"
 
 using hwxtest::ScopedLogCapture;
-using NQORHWX20::THWXException;
+using hwxtest::StatusOf;
 using NQORHWX20::TOSSpecific;
 using testing::IsEmpty;
 
@@ -57,24 +57,17 @@ TEST(BuildSpecificationPath, PassesTheStandardErrorOnForALibBehindTheCut) {
 TEST(BuildSpecificationPath, FailsWithoutTheMark) {
   ScopedLogCapture log;
   for (const char* const path : {"/opt/libfoo.so", "/opt/libfoo.pi", "/opt/libfoopi.so", ""}) {
-    try {
-      TOSSpecific::BuildSpecificationPath(path);
-      ADD_FAILURE() << path;
-    } catch (const THWXException& failure) {
-      EXPECT_EQ(failure.GetStatus(), NQORHWX20::kHWXStatusFail) << path;
-    }
+    EXPECT_EQ(StatusOf([&] { TOSSpecific::BuildSpecificationPath(path); }),
+              NQORHWX20::kHWXStatusFail)
+        << path;
   }
   EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
 TEST(BuildSpecificationPath, FailsWithoutALib) {
   ScopedLogCapture log;
-  try {
-    TOSSpecific::BuildSpecificationPath("/opt/foo.nsp.so", "nsp");
-    ADD_FAILURE();
-  } catch (const THWXException& failure) {
-    EXPECT_EQ(failure.GetStatus(), NQORHWX20::kHWXStatusFail);
-  }
+  EXPECT_EQ(StatusOf([] { TOSSpecific::BuildSpecificationPath("/opt/foo.nsp.so", "nsp"); }),
+            NQORHWX20::kHWXStatusFail);
   EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
@@ -88,12 +81,9 @@ TEST(BuildRegistrationPath, NamesTheDocumentBesideTheModule) {
 TEST(BuildRegistrationPath, FailsAsTheOtherDoes) {
   ScopedLogCapture log;
   for (const char* const path : {"/opt/foo.nsp.so", "/opt/libfoo.so"}) {
-    try {
-      TOSSpecific::BuildRegistrationPath(path, "nsp");
-      ADD_FAILURE() << path;
-    } catch (const THWXException& failure) {
-      EXPECT_EQ(failure.GetStatus(), NQORHWX20::kHWXStatusFail) << path;
-    }
+    EXPECT_EQ(StatusOf([&] { TOSSpecific::BuildRegistrationPath(path, "nsp"); }),
+              NQORHWX20::kHWXStatusFail)
+        << path;
   }
   EXPECT_THROW(TOSSpecific::BuildRegistrationPath("/opt/foo.pi.so.lib", "pi"), std::out_of_range);
   EXPECT_THAT(log.Lines(), IsEmpty());
