@@ -44,7 +44,7 @@ TEST(TemporaryDirectory, LeavesWhatALinkInItLeadsTo) {
 }
 
 TEST(TemporaryDirectory, LeavesWhatIsMountedInIt) {
-  const int result = RunInChild([] {
+  RunScene("no right to mount", [] {
     if (!EnterPrivateMountNamespace()) return kSceneNotAllowed;
     std::optional<TemporaryDirectory> scratch(std::in_place);
     const std::string path = scratch->Path();
@@ -60,8 +60,6 @@ TEST(TemporaryDirectory, LeavesWhatIsMountedInIt) {
     fs::remove_all(path);
     return 0;
   });
-  if (result == kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to mount";
-  EXPECT_EQ(result, 0);
 }
 
 }  // namespace
