@@ -6,6 +6,7 @@
 #include "hwxcore/os/TOSSpecific.h"
 #include "support/ScopedLogCapture.h"
 #include "support/StatusOf.h"
+#include "support/TextOf.h"
 
 using hwxtest::ScopedLogCapture;
 using hwxtest::StatusOf;
@@ -39,12 +40,10 @@ TEST(BuildSpecificationPath, DropsTheLastLibOfTheWholePath) {
 
 void ExpectEraseOutOfRange(const std::string& path, const std::string& word) {
   ScopedLogCapture log;
-  try {
-    TOSSpecific::BuildSpecificationPath(path, word);
-    ADD_FAILURE() << path;
-  } catch (const std::out_of_range& failure) {
-    EXPECT_STREQ(failure.what(), "basic_string::erase") << path;
-  }
+  EXPECT_EQ(
+      hwxtest::TextOf<std::out_of_range>([&] { TOSSpecific::BuildSpecificationPath(path, word); }),
+      "basic_string::erase")
+      << path;
   EXPECT_THAT(log.Lines(), IsEmpty());
 }
 

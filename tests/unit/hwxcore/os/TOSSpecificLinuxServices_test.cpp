@@ -14,6 +14,7 @@
 #include "support/ScopedLogCapture.h"
 #include "support/ScopedSignal.h"
 #include "support/TemporaryDirectory.h"
+#include "support/TextOf.h"
 
 using hwxtest::FileText;
 using hwxtest::MakeFile;
@@ -247,12 +248,8 @@ TEST_F(LaunchTest, TheEditorCopiesToTheRootWhereTheCurrentDirectoryIsTooDeep) {
 TEST_F(LaunchTest, TheEditorThrowsForAShortPathAfterTheCopying) {
   const std::string path = kTail.substr(1);
   Record("cp");
-  try {
-    TOSSpecific::LaunchTextEditor(path);
-    FAIL() << "no exception";
-  } catch (const std::out_of_range& failure) {
-    EXPECT_STREQ(failure.what(), "basic_string::substr");
-  }
+  EXPECT_EQ(hwxtest::TextOf<std::out_of_range>([&] { TOSSpecific::LaunchTextEditor(path); }),
+            "basic_string::substr");
   EXPECT_EQ(Calls(), "cp 2 " + path + " " + (fScratch / "current") + "\n");
 }
 

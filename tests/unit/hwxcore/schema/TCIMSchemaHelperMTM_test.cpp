@@ -10,17 +10,12 @@ using testing::Pair;
 
 namespace {
 
-const char kSystem[] = "QORSG_ComputerSystem";
-const char kGetClass[] = "GetClass(QORSG_ComputerSystem)";
-const char kEnumerate[] = "QORSG_ComputerSystem.EnumerateInstances(deep)";
-const char kGetProperty[] = "QORSG_ComputerSystem[0].GetProperty(ProductName)";
-const char kGetValue[] = "QORSG_ComputerSystem[0].ProductName.GetValue";
 const auto kEntered = Pair("Debug", "TCIMSchemaHelper- Detected MTM Entered");
 
 class MTMQuery : public hwxtest::QueryTest {
  protected:
   void AddSystem(const TCIMValue& productName) {
-    fNamespace.AddInstance(kSystem, {{"ProductName", productName}});
+    fNamespace.AddInstance("QORSG_ComputerSystem", {{"ProductName", productName}});
   }
 };
 
@@ -30,8 +25,11 @@ class GetMTM : public MTMQuery {};
 TEST_F(GetRawMTMString, ReadsTheOnlyInstanceWithEmptyContextsBehindTheClass) {
   AddSystem("  Rack -[7870A1B]-  ");
   EXPECT_EQ(TCIMSchemaHelper::GetRawMTMString(fNamespace.Get()), "  Rack -[7870A1B]-  ");
-  EXPECT_THAT(fNamespace.Calls(), ElementsAre(Pair(kGetClass, "nspID=plugin"), Pair(kEnumerate, ""),
-                                              Pair(kGetProperty, ""), Pair(kGetValue, "")));
+  EXPECT_THAT(fNamespace.Calls(),
+              ElementsAre(Pair("GetClass(QORSG_ComputerSystem)", "nspID=plugin"),
+                          Pair("QORSG_ComputerSystem.EnumerateInstances(deep)", ""),
+                          Pair("QORSG_ComputerSystem[0].GetProperty(ProductName)", ""),
+                          Pair("QORSG_ComputerSystem[0].ProductName.GetValue", "")));
   EXPECT_THAT(fLog.Lines(), IsEmpty());
 }
 

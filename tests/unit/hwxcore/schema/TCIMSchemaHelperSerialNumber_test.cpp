@@ -11,16 +11,10 @@ using testing::Pair;
 
 namespace {
 
-const char kSystem[] = "QORSG_ComputerSystem";
-const char kGetClass[] = "GetClass(QORSG_ComputerSystem)";
-const char kEnumerate[] = "QORSG_ComputerSystem.EnumerateInstances(deep)";
-const char kGetProperty[] = "QORSG_ComputerSystem[0].GetProperty(SerialNumber)";
-const char kGetValue[] = "QORSG_ComputerSystem[0].SerialNumber.GetValue";
-
 class SerialNumberQuery : public hwxtest::QueryTest {
  protected:
   void AddSystem(const TCIMValue& serialNumber) {
-    fNamespace.AddInstance(kSystem, {{"SerialNumber", serialNumber}});
+    fNamespace.AddInstance("QORSG_ComputerSystem", {{"SerialNumber", serialNumber}});
   }
 };
 
@@ -30,10 +24,13 @@ TEST_F(GetRawSerialNumberString, ReadsTheOnlyInstanceWithTheBuiltContextInEachSt
   AddSystem("  06DXM9 ");
   const TCIMContext context = CallersContext();
   EXPECT_EQ(TCIMSchemaHelper::GetRawSerialNumberString(fNamespace.Get(), context), "  06DXM9 ");
-  EXPECT_THAT(fNamespace.Calls(),
-              ElementsAre(Pair(kGetClass, "nspID=plugin user=someone"),
-                          Pair(kEnumerate, "nspID=plugin user=someone"),
-                          Pair(kGetProperty, "nspID=plugin user=someone"), Pair(kGetValue, "")));
+  EXPECT_THAT(
+      fNamespace.Calls(),
+      ElementsAre(
+          Pair("GetClass(QORSG_ComputerSystem)", "nspID=plugin user=someone"),
+          Pair("QORSG_ComputerSystem.EnumerateInstances(deep)", "nspID=plugin user=someone"),
+          Pair("QORSG_ComputerSystem[0].GetProperty(SerialNumber)", "nspID=plugin user=someone"),
+          Pair("QORSG_ComputerSystem[0].SerialNumber.GetValue", "")));
   ExpectUnchanged(context);
   EXPECT_THAT(fLog.Lines(), IsEmpty());
 }
@@ -59,7 +56,7 @@ TEST_F(GetSerialNumber, RefusesFiller) {
 TEST_F(GetSerialNumber, PassesTheFailuresOfTheRawReadOn) {
   EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
   EXPECT_THAT(fLog.Lines(), ElementsAre(Pair("Debug", "TCIMSchemaHelper: no computer system")));
-  fNamespace.Fail(kGetClass, NQORHWX20::kHWXStatusAccessDenied);
+  fNamespace.Fail("GetClass(QORSG_ComputerSystem)", NQORHWX20::kHWXStatusAccessDenied);
   EXPECT_EQ(Status(), NQORHWX20::kHWXStatusAccessDenied);
 }
 
