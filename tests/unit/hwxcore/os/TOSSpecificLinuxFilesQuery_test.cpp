@@ -179,7 +179,7 @@ TEST(ListDir, ThrowsFileSystemErrorForWhatCannotBeOpened) {
 TEST(ListDir, ThrowsFileSystemErrorWhenNoDescriptorIsLeft) {
   const int result = RunInChild([] {
     StatusOf([] { TOSSpecific::ListDir("/absent"); });  // for UBSan, see LimitDescriptors
-    hwxtest::LimitDescriptors(30);
+    hwxtest::LimitDescriptors(OpenDescriptors() + 30);
     int calls = 0;
     const int status = StatusOf([&] {
       for (; calls < 100; ++calls)
