@@ -1,5 +1,5 @@
-// The serial number and the product name as stored, for the queries that take them apart. Unlike the
-// rest, these two log what is missing.
+// The serial number and the product name as stored, for the queries that take them apart. Unlike
+// the rest, these two log what is missing.
 
 #include "QueryTesting.h"
 
