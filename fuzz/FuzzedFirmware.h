@@ -6,21 +6,17 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "Require.h"
 #include "smbios/TableWalker.h"
 
 namespace fuzz {
 
 using Bytes = std::vector<std::uint8_t>;
-
-inline void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 /// The bytes are the machine's structure table, as far as the walk gets in them.
 void ServeTable(const std::uint8_t* data, std::size_t size);

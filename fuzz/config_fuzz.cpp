@@ -2,22 +2,19 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <map>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "Require.h"
 #include "hwxcore/diagnostics/detail/ConfigLines.h"
 
 namespace {
 
+using fuzz::Require;
 using Bytes = std::vector<std::uint8_t>;
 using TEntries = std::map<std::string, std::string>;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 TEntries Read(const std::string& text) {
   TEntries entries;

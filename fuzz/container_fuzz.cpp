@@ -2,12 +2,12 @@
 // bytes that load to the same once more.
 
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "Require.h"
 #include "hwxkit/TContainerException.h"
 #include "hwxkit/TMemoryNamespace.h"
 #include "providers/container/Reader.h"
@@ -15,14 +15,11 @@
 
 namespace {
 
+using fuzz::Require;
 using namespace container;
 using NQORHWX20::TContainerException;
 using NQORHWX20::TMemoryNamespace;
 typedef std::vector<std::uint8_t> Bytes;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 // Small, so that the limits are met too.
 TLimits Limits() {

@@ -2,20 +2,17 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "Require.h"
 #include "hwxcore/value/TCIMDateTime.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace {
 
+using fuzz::Require;
 using namespace NQORHWX20;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 /// Whether `call` succeeds; a failure must have the one status.
 template <typename Call>

@@ -2,11 +2,11 @@
 // structures of the firmware's tables.
 
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "Require.h"
 #include "providers/linux/BiosInformation.h"
 #include "providers/linux/BlockDevices.h"
 #include "providers/linux/BusDevices.h"
@@ -19,12 +19,9 @@
 
 namespace {
 
+using fuzz::Require;
 using namespace linux_machine;
 using Bytes = std::vector<std::uint8_t>;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 void CheckProcessors(std::string_view text) {
   const auto logical = ParseCpuInfo(text);

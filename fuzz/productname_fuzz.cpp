@@ -2,21 +2,18 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "Require.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 #include "hwxcore/schema/detail/MachineTypeModel.h"
 
 namespace {
 
+using fuzz::Require;
 using Bytes = std::vector<std::uint8_t>;
 using NQORHWX20::TCIMSchemaHelper;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 // A result is a machine type that stands in the name, and a model that stands behind it or isn't
 // known.

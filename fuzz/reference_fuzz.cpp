@@ -5,12 +5,12 @@
 #include <cctype>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "Require.h"
 #include "hwxcore/diagnostics/ILogger.h"
 #include "hwxcore/schema/TRootObject.h"
 #include "hwxcore/value/TCIMReference.h"
@@ -18,15 +18,14 @@
 #include "hwxcore/value/THWXException.h"
 #include "hwxkit/TClassBuilder.h"
 #include "hwxkit/TMemoryNamespace.h"
+#include "support/StatusOf.h"
 
 namespace {
 
+using fuzz::Require;
+using hwxtest::StatusOf;
 using namespace NQORHWX20;
 using Bytes = std::vector<std::uint8_t>;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 constexpr int kDeepest = 200;  // the references within one another that a path may have
 
@@ -168,17 +167,6 @@ class TReader {
   int fDepth = 0;
   int fStatus = kHWXStatusOK;
 };
-
-// The status that `operation` ends with. Any other exception ends the process.
-template <typename Operation>
-int StatusOf(Operation operation) {
-  try {
-    operation();
-  } catch (const THWXException& failure) {
-    return failure.GetStatus();
-  }
-  return kHWXStatusOK;
-}
 
 void CheckCopy(const TCIMReference& reference) {
   const TCIMReference copy(reference);

@@ -1,26 +1,23 @@
 // Firmware tables from any bytes: the walk, the entry points, the dump and the kernel's two files.
 
 #include <algorithm>
-#include <cstdlib>
 #include <iterator>
 #include <memory>
 #include <numeric>
 #include <string_view>
 #include <vector>
 
+#include "Require.h"
 #include "smbios/TTables.h"
 
 namespace {
 
+using fuzz::Require;
 using Bytes = std::vector<std::uint8_t>;
 using smbios::TStructure;
 using smbios::TTables;
 
 volatile std::uint64_t gSink;  // keeps the reads from being left out
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 // Reads all that a structure offers.
 void Touch(const TStructure& structure) {

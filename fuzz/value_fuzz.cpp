@@ -1,47 +1,26 @@
 // Type names and values from any text: no failure but the ones that are told, and every number what
 // a plain stream reads, in the classic locale and in one that writes numbers differently.
 
-#include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <functional>
 #include <locale>
-#include <sstream>
 #include <string>
-#include <type_traits>
 #include <vector>
 
+#include "Require.h"
 #include "hwxcore/value/TCIMDateTime.h"
 #include "hwxcore/value/TCIMValue.h"
 #include "hwxcore/value/THWXException.h"
+#include "support/StatusOf.h"
+#include "support/StreamText.h"
 
 namespace {
 
+using fuzz::Require;
+using hwxtest::StatusOf;
 using namespace NQORHWX20;
 typedef TCIMValue::TCIMType TCIMType;
 typedef std::vector<std::uint8_t> Bytes;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
-
-// The status that `operation` ends with. Any other exception ends the process.
-int StatusOf(const std::function<void()>& operation) {
-  try {
-    operation();
-  } catch (const THWXException& failure) {
-    return failure.GetStatus();
-  }
-  return kHWXStatusOK;
-}
-
-class TPunctuation : public std::numpunct<char> {
- protected:
-  char do_decimal_point() const override { return ','; }
-  char do_thousands_sep() const override { return '.'; }
-  std::string do_grouping() const override { return "\3"; }
-};
 
 TCIMValue Read(TCIMType type, std::string text) {
   return TCIMValue(type, text, boost::shared_ptr<ICIMNamespace>());
@@ -58,27 +37,13 @@ void CheckTypeName(const std::string& name) {
   Require(TCIMType(type.ToString()) == type);
 }
 
-template <typename Number>
-Number Streamed(const std::string& text) {
-  std::istringstream stream(text);
-  if (std::is_same_v<Number, bool>) {
-    stream.setf(std::ios_base::boolalpha);
-  } else if (std::is_integral_v<Number>) {
-    stream.unsetf(std::ios_base::dec);
-  }
-  Number number = 0;
-  stream >> number;
-  return number;
-}
-
 // `Wide` is what the stream reads for a value of the type `Number`.
 template <typename Number, typename Wide = Number>
 void CheckNumber(TCIMType type, const std::string& text) {
   const TCIMValue value = Read(type, text);
   Require(!value.IsNull() && value.GetType() == type);
-  const auto expected = static_cast<Number>(Streamed<Wide>(text));
-  const Number number = value.operator Number();
-  Require(number == expected && std::signbit(number) == std::signbit(expected));
+  const auto expected = static_cast<Number>(hwxtest::StreamedNumber<Wide>(text));
+  Require(hwxtest::IsSame(value.operator Number(), expected));
   Require(TCIMValue(value) == value);
   Require(!value.ToString(10).empty());
 }
@@ -117,19 +82,28 @@ Bytes Seed(const char* text) {
 }  // namespace
 
 std::vector<Bytes> FuzzSeeds() {
-  return {Seed("uint8"),       Seed("DateTime"),
-          Seed("reference"),   Seed("true"),
-          Seed("false"),       Seed("4294967295"),
-          Seed("-2147483648"), Seed("0x7fFF"),
-          Seed("0177"),        Seed("18446744073709551616"),
-          Seed(" +12.5e-3"),   Seed("1.234.567,89"),
-          Seed("1e308"),       Seed("3.4028235e38"),
-          Seed("4.9e-324"),    Seed("20070102030405.000006+060")};
+  return {Seed("uint8"),
+          Seed("DateTime"),
+          Seed("reference"),
+          Seed("true"),
+          Seed("false"),
+          Seed("4294967295"),
+          Seed("-2147483648"),
+          Seed("0x7fFF"),
+          Seed("0177"),
+          Seed("18446744073709551616"),
+          Seed(" +12.5e-3"),
+          Seed("1.234.567,89"),
+          Seed("1e308"),
+          Seed("3.4028235e38"),
+          Seed("4.9e-324"),
+          Seed("wahr"),
+          Seed("20070102030405.000006+060")};
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const std::locale& classic = std::locale::classic();
-  static const std::locale other(classic, new TPunctuation);
+  static const std::locale other(classic, new hwxtest::TPunctuation(',', '.', "\3"));
   const std::string text(reinterpret_cast<const char*>(data), size);
   CheckTypeName(text);
   CheckNumbers(text);

@@ -3,21 +3,18 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <iterator>
 #include <string>
 #include <vector>
 
+#include "Require.h"
 #include "hwxcore/os/detail/VirtualDevices.h"
 
 namespace {
 
+using fuzz::Require;
 using Bytes = std::vector<std::uint8_t>;
 using Texts = std::vector<std::string>;
-
-void Require(bool condition) {
-  if (!condition) std::abort();
-}
 
 Texts Read(const std::string& text, int deviceClass, bool useAlternateName) {
   Texts devices;

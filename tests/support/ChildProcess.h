@@ -39,6 +39,15 @@ inline int RunInChild(const std::function<int()>& body) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
+/// Runs `body` in a forked child and expects it to return 0. Where the machine doesn't let it set
+/// its scene, the test counts as skipped, for the reason `obstacle`; a test tidies up behind it at
+/// most.
+inline void RunScene(const char* obstacle, const std::function<int()>& body) {
+  const int result = RunInChild(body);
+  if (result == kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: " << obstacle;
+  EXPECT_EQ(result, 0);
+}
+
 /// Gives the calling child mounts of its own, as root or, where users may, in a user namespace.
 inline bool EnterPrivateMountNamespace() {
   const uid_t user = ::geteuid();

@@ -38,17 +38,6 @@ class FirmwareFixture : public testing::Test {
   ScopedEnvironment fVariable{"HWX_SMBIOS_TABLES", fDump};
 };
 
-/// The text of the exception that `operation` ends with; empty if it returns.
-template <typename Exception, typename Operation>
-std::string TextOf(Operation operation) {
-  try {
-    operation();
-  } catch (const Exception& failure) {
-    return failure.what();
-  }
-  return std::string();
-}
-
 }  // namespace hwxtest
 
 #endif  // HWXTESTS_SUPPORT_FIRMWAREFIXTURE_H

@@ -53,6 +53,8 @@ std::string ClassName(const Ptr<ICIMClass>& named) {
   return named ? named->GetName({}) : "(no class)";
 }
 
+std::string ExactText(const TCIMValue& value);
+
 std::string ReferenceText(const TCIMReference& reference) {
   std::string text = "(no class)";
   try {
@@ -61,7 +63,7 @@ std::string ReferenceText(const TCIMReference& reference) {
   }
   text += "@" + Printable(reference.GetNameSpaceName()) + "{";
   reference.EnumerateKeyBindings([&text](const std::pair<std::string, TCIMValue>& key) {
-    text += key.first + "=" + ValueText(key.second) + ";";
+    text += key.first + "=" + ExactText(key.second) + ";";
     return true;
   });
   return text + "}";
@@ -80,7 +82,7 @@ std::string BodyText(const TCIMValue& value) {
     std::string text = "[";
     const std::vector<TCIMValue>& elements = value;
     for (const TCIMValue& element : elements)
-      text += ValueText(element) + ",";
+      text += ExactText(element) + ",";
     return text + "]";
   }
   switch (value.GetType()) {
@@ -101,128 +103,158 @@ std::string BodyText(const TCIMValue& value) {
   }
 }
 
-// Qualifiers, those of the element itself told from inherited ones.
-void AddQualifiers(Lines& lines, const std::string& indent, ICIMQualifiedElement& element) {
-  element.EnumerateQualifiers(
-      [&](const Ptr<ICIMQualifier>& qualifier) {
-        lines.push_back(indent + (qualifier->IsInherited({}) ? "inherited " : "") + "qualifier " +
-                        qualifier->GetName({}) + " " + ValueText(qualifier->GetValue({})));
-        return true;
-      },
-      {});
-}
-
-void AddMethod(Lines& lines, ICIMMethodDecl& method) {
-  lines.push_back("  method " + method.GetName({}) + " of " + ClassName(method.GetClass({})) + " " +
-                  std::to_string(method.GetReturnType({})));
-  AddQualifiers(lines, "    ", method);
-  method.EnumerateParameterDecls(
-      [&](const Ptr<ICIMParameterDecl>& parameter) {
-        lines.push_back("    parameter " + parameter->GetName({}) + " " +
-                        std::to_string(parameter->GetType({})));
-        AddQualifiers(lines, "      ", *parameter);
-        return true;
-      },
-      {});
-}
-
-void AddInstance(Lines& lines, ICIMInstance& instance) {
-  lines.push_back("  instance");
-  instance.EnumerateProperties(
-      [&](const Ptr<ICIMProperty>& property) {
-        lines.push_back("    " + property->GetName({}) + " = " + ValueText(property->GetValue({})));
-        return true;
-      },
-      {});
-}
-
-void AddClass(Lines& lines, ICIMClass& added) {
-  lines.push_back(
-      "class " + added.GetName({}) + " of " +
-      (added.IsRootClass({}) ? std::string("none") : ClassName(added.GetSuperClass({}))));
-  AddQualifiers(lines, "  ", added);
-  added.EnumeratePropertyDecls(
-      [&](const Ptr<ICIMPropertyDecl>& decl) {
-        lines.push_back("  property " + decl->GetName({}) + " of " + ClassName(decl->GetClass({})) +
-                        " " + ValueText(decl->GetDefaultValue({})));
-        AddQualifiers(lines, "    ", *decl);
-        return true;
-      },
-      {});
-  added.EnumerateMethodDecls(
-      [&](const Ptr<ICIMMethodDecl>& method) {
-        AddMethod(lines, *method);
-        return true;
-      },
-      {});
-  added.EnumerateStaticProperties(
-      [&](const Ptr<ICIMProperty>& property) {
-        lines.push_back("  static " + property->GetName({}) + " = " +
-                        ValueText(property->GetValue({})));
-        return true;
-      },
-      {});
-  added.EnumerateInstances(
-      [&](const Ptr<ICIMInstance>& instance) {
-        AddInstance(lines, *instance);
-        return true;
-      },
-      false, {});
-}
-
-std::vector<Ptr<ICIMClass>> Classes(ICIMNamespace& ns, bool inOrder) {
-  std::vector<Ptr<ICIMClass>> classes;
-  const TAddToVectorCallback<ICIMClass> add(&classes);
-  ns.EnumerateClasses(
-      [&](const Ptr<ICIMClass>& root) {
-        classes.push_back(root);
-        root->EnumerateSubClasses(add, true, {});
-        return true;
-      },
-      {});
-  if (!inOrder) {
-    std::sort(classes.begin(), classes.end(), [](const auto& one, const auto& other) {
-      return one->GetName({}) < other->GetName({});
-    });
-  }
-  return classes;
-}
-
-}  // namespace
-
-std::string ValueText(const TCIMValue& value) {
+std::string ExactText(const TCIMValue& value) {
   std::string text = std::to_string(static_cast<int>(value.GetType()));
   if (value.IsArray()) text += "/" + std::to_string(value.GetMaxArraySize());
   if (value.IsReference()) text += ">" + ClassName(value.GetReferencedClass());
   return text + ":" + (value.IsNull() ? "null" : BodyText(value));
 }
 
-std::vector<std::string> NamespaceLines(ICIMNamespace& ns, bool inOrder) {
-  Lines lines = {"namespace " + Printable(ns.GetName({}))};
-  ns.EnumerateQualifierDecls(
-      [&](const Ptr<ICIMQualifierDecl>& decl) {
-        lines.push_back(
-            "declaration " + decl->GetName({}) + " " + std::to_string(decl->GetScope({})) + " " +
-            std::to_string(decl->GetFlavor({})) + " " + ValueText(decl->GetDefaultValue({})));
-        return true;
-      },
-      {});
-  std::sort(lines.begin() + 1, lines.end());
-  for (const Ptr<ICIMClass>& found : Classes(ns, inOrder))
-    AddClass(lines, *found);
-  return lines;
+class NamespaceText {
+ public:
+  explicit NamespaceText(ELikeness likeness) : fIsExact(likeness == kExact) {}
+
+  Lines Of(ICIMNamespace& ns) {
+    if (fIsExact) fLines = {"namespace " + Printable(ns.GetName({}))};
+    AddQualifierDecls(ns);
+    for (const Ptr<ICIMClass>& found : Classes(ns))
+      AddClass(*found);
+    return fLines;
+  }
+
+ private:
+  void AddQualifierDecls(ICIMNamespace& ns) {
+    const auto first = static_cast<std::ptrdiff_t>(fLines.size());
+    ns.EnumerateQualifierDecls(
+        [&](const Ptr<ICIMQualifierDecl>& decl) {
+          fLines.push_back(
+              "qualifier " + decl->GetName({}) + " " + std::to_string(decl->GetScope({})) + " " +
+              std::to_string(decl->GetFlavor({})) + " " + ExactText(decl->GetDefaultValue({})));
+          return true;
+        },
+        {});
+    std::sort(fLines.begin() + first, fLines.end());
+  }
+
+  void AddQualifiers(const std::string& place, ICIMQualifiedElement& element) {
+    element.EnumerateQualifiers(
+        [&](const Ptr<ICIMQualifier>& qualifier) {
+          fLines.push_back(place + "[" + qualifier->GetName({}) + "] " +
+                           (fIsExact && qualifier->IsInherited({}) ? "inherited " : "") +
+                           ExactText(qualifier->GetValue({})));
+          return true;
+        },
+        {});
+  }
+
+  // The class that declares something.
+  template <typename Element>
+  std::string Origin(Element& element) const {
+    return fIsExact ? " of " + ClassName(element.GetClass({})) : std::string();
+  }
+
+  void AddMethod(const std::string& place, ICIMMethodDecl& method) {
+    fLines.push_back(place + "()" + Origin(method) + " " +
+                     std::to_string(method.GetReturnType({})));
+    AddQualifiers(place + "()", method);
+    method.EnumerateParameterDecls(
+        [&](const Ptr<ICIMParameterDecl>& decl) {
+          const std::string parameter = place + "(" + decl->GetName({}) + ")";
+          fLines.push_back(parameter + " " + std::to_string(decl->GetType({})));
+          AddQualifiers(parameter, *decl);
+          return true;
+        },
+        {});
+  }
+
+  void AddInstance(const std::string& place, ICIMInstance& instance) {
+    fLines.push_back(place);
+    instance.EnumerateProperties(
+        [&](const Ptr<ICIMProperty>& property) {
+          AddValue(place + "." + property->GetName({}), *property);
+          return true;
+        },
+        {});
+  }
+
+  void AddValue(const std::string& place, ICIMProperty& property) {
+    fLines.push_back(place + " " + ExactText(property.GetValue({})));
+  }
+
+  void AddClass(ICIMClass& added) {
+    const std::string name = added.GetName({});
+    fLines.push_back(name + " : " +
+                     (added.IsRootClass({}) ? "none" : ClassName(added.GetSuperClass({}))));
+    AddQualifiers(name, added);
+    added.EnumeratePropertyDecls(
+        [&](const Ptr<ICIMPropertyDecl>& decl) {
+          const std::string property = name + "." + decl->GetName({});
+          fLines.push_back(property + Origin(*decl) + " " + ExactText(decl->GetDefaultValue({})));
+          AddQualifiers(property, *decl);
+          return true;
+        },
+        {});
+    added.EnumerateMethodDecls(
+        [&](const Ptr<ICIMMethodDecl>& method) {
+          AddMethod(name + "." + method->GetName({}), *method);
+          return true;
+        },
+        {});
+    added.EnumerateStaticProperties(
+        [&](const Ptr<ICIMProperty>& property) {
+          AddValue(name + "::" + property->GetName({}), *property);
+          return true;
+        },
+        {});
+    int number = 0;
+    added.EnumerateInstances(
+        [&](const Ptr<ICIMInstance>& instance) {
+          AddInstance(name + "#" + std::to_string(number++), *instance);
+          return true;
+        },
+        false, {});
+  }
+
+  std::vector<Ptr<ICIMClass>> Classes(ICIMNamespace& ns) const {
+    std::vector<Ptr<ICIMClass>> classes;
+    const TAddToVectorCallback<ICIMClass> add(&classes);
+    ns.EnumerateClasses(
+        [&](const Ptr<ICIMClass>& root) {
+          classes.push_back(root);
+          root->EnumerateSubClasses(add, true, {});
+          return true;
+        },
+        {});
+    if (!fIsExact) {
+      std::sort(classes.begin(), classes.end(), [](const auto& one, const auto& other) {
+        return one->GetName({}) < other->GetName({});
+      });
+    }
+    return classes;
+  }
+
+  const bool fIsExact;
+  Lines fLines;
+};
+
+}  // namespace
+
+Lines NamespaceLines(ICIMNamespace& ns, ELikeness likeness) {
+  return NamespaceText(likeness).Of(ns);
 }
 
-std::string Difference(ICIMNamespace& one, ICIMNamespace& other, bool inOrder) {
-  const Lines left = NamespaceLines(one, inOrder);
-  const Lines right = NamespaceLines(other, inOrder);
-  const auto [at, there] = std::mismatch(left.begin(), left.end(), right.begin(), right.end());
-  if (at == left.end() && there == right.end()) return std::string();
+std::string Difference(const Lines& one, const Lines& other) {
+  const auto [at, there] = std::mismatch(one.begin(), one.end(), other.begin(), other.end());
+  if (at == one.end() && there == other.end()) return std::string();
   const auto line = [](const Lines& lines, Lines::const_iterator place) {
     return place == lines.end() ? "the end" : place->substr(0, 1000);
   };
-  return "line " + std::to_string(at - left.begin() + 1) + ":\n" + line(left, at) + "\n" +
-         line(right, there);
+  return "line " + std::to_string(at - one.begin() + 1) + ":\n" + line(one, at) + "\n" +
+         line(other, there);
+}
+
+std::string Difference(ICIMNamespace& one, ICIMNamespace& other, ELikeness likeness) {
+  return Difference(NamespaceLines(one, likeness), NamespaceLines(other, likeness));
 }
 
 }  // namespace hwxtest

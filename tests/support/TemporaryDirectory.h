@@ -1,6 +1,9 @@
 #ifndef HWXTESTS_SUPPORT_TEMPORARYDIRECTORY_H
 #define HWXTESTS_SUPPORT_TEMPORARYDIRECTORY_H
 
+#include <ftw.h>
+
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
@@ -8,7 +11,8 @@
 
 namespace hwxtest {
 
-/// An empty directory of the test's own, removed at the end with all that is in it.
+/// An empty directory of the test's own, removed at the end with all that is in it. A file system
+/// that a test left mounted in it keeps its files, and the directory then stays.
 class TemporaryDirectory {
  public:
   TemporaryDirectory()
@@ -17,8 +21,8 @@ class TemporaryDirectory {
   }
 
   ~TemporaryDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(fPath, ignored);
+    constexpr int kDescriptors = 16;
+    ::nftw(fPath.c_str(), &Remove, kDescriptors, FTW_DEPTH | FTW_MOUNT | FTW_PHYS);
   }
 
   TemporaryDirectory(const TemporaryDirectory&) = delete;
@@ -31,6 +35,12 @@ class TemporaryDirectory {
   std::string operator/(const std::string& name) const { return fPath + "/" + name; }
 
  private:
+  static int Remove(const char* path, const struct stat* /*status*/, int /*kind*/,
+                    struct FTW* /*level*/) {
+    std::remove(path);
+    return 0;  // whatever became of it: goes on
+  }
+
   std::string fPath;
 };
 

@@ -2,6 +2,7 @@
 
 #include <boost/enable_shared_from_this.hpp>
 #include <boost/weak_ptr.hpp>
+#include <functional>
 #include <map>
 #include <utility>
 
@@ -65,6 +66,13 @@ class TracedObject : public Stub, public Holder<Interface> {
     return inner(*Inside::fInner);
   }
 
+  /// The same for an operation that takes nothing but the context.
+  template <typename Operation>
+  decltype(auto) Ask(const std::string& call, Operation operation, const Context& context) {
+    return Pass(call, context,
+                [&](Interface& inner) -> decltype(auto) { return (inner.*operation)(context); });
+  }
+
   /// Passes a call on that returns an object, which `wrap` makes a traced one.
   template <typename Call, typename Wrap>
   auto Hand(const std::string& call, const Context& context, const Call& inner, const Wrap& wrap)
@@ -76,7 +84,8 @@ class TracedObject : public Stub, public Holder<Interface> {
     return wrap(object);
   }
 
-  /// Passes an enumeration on, whose elements `wrap` makes traced ones.
+  /// Passes an enumeration on, whose elements `wrap` makes traced ones. `inner` takes the object, a
+  /// callback and the context.
   template <typename Element, typename Call, typename Wrap>
   void Present(const std::string& call, const Context& context, const Callback<Element>& callback,
                const Call& inner, const Wrap& wrap) {
@@ -84,13 +93,14 @@ class TracedObject : public Stub, public Holder<Interface> {
     const std::string line = Inside::fLabel + "." + call;
     trace.Record(line, context);
     const CallTrace::Quiet quiet(trace, true);
-    inner(*Inside::fInner, [&](Ptr<Element> element) {
+    const Callback<Element> wrapping = [&](Ptr<Element> element) {
       const Ptr<Element> wrapped = wrap(element);
       const CallTrace::Quiet aloud(trace, false);
       const bool goesOn = callback(wrapped);
       if (!goesOn) trace.Record(line + " stopped", {});
       return goesOn;
-    });
+    };
+    std::invoke(inner, *Inside::fInner, wrapping, context);
   }
 };
 
@@ -98,23 +108,18 @@ class TracedQualifierDecl : public TracedObject<StubQualifierDecl, ICIMQualifier
  public:
   using TracedObject::TracedObject;
 
-  void Commit(Context context) override {
-    Pass("Commit", context, [&](auto& inner) { inner.Commit(context); });
-  }
+  void Commit(Context context) override { Ask("Commit", &ICIMQualifierDecl::Commit, context); }
   const std::string& GetName(Context context) override {
-    return Pass(
-        "GetName", context, [&](auto& inner) -> auto& { return inner.GetName(context); });
+    return Ask("GetName", &ICIMQualifierDecl::GetName, context);
   }
   const TCIMValue& GetDefaultValue(Context context) override {
-    return Pass(
-        "GetDefaultValue",
-        context, [&](auto& inner) -> auto& { return inner.GetDefaultValue(context); });
+    return Ask("GetDefaultValue", &ICIMQualifierDecl::GetDefaultValue, context);
   }
   unsigned int GetScope(Context context) override {
-    return Pass("GetScope", context, [&](auto& inner) { return inner.GetScope(context); });
+    return Ask("GetScope", &ICIMQualifierDecl::GetScope, context);
   }
   unsigned int GetFlavor(Context context) override {
-    return Pass("GetFlavor", context, [&](auto& inner) { return inner.GetFlavor(context); });
+    return Ask("GetFlavor", &ICIMQualifierDecl::GetFlavor, context);
   }
 };
 
@@ -127,17 +132,14 @@ class TracedQualifier : public TracedObject<StubQualifier, ICIMQualifier> {
  public:
   using TracedObject::TracedObject;
 
-  void Commit(Context context) override {
-    Pass("Commit", context, [&](auto& inner) { inner.Commit(context); });
-  }
+  void Commit(Context context) override { Ask("Commit", &ICIMQualifier::Commit, context); }
   Ptr<ICIMQualifierDecl> GetQualifierDecl(Context context) override {
     return Hand(
         "GetQualifierDecl", context, [&](auto& inner) { return inner.GetQualifierDecl(context); },
         [&](const auto& decl) { return Wrap(fWorld, decl); });
   }
   const TCIMValue& GetValue(Context context) override {
-    return Pass(
-        "GetValue", context, [&](auto& inner) -> auto& { return inner.GetValue(context); });
+    return Ask("GetValue", &ICIMQualifier::GetValue, context);
   }
 };
 
@@ -160,10 +162,8 @@ class TracedElement : public TracedObject<Stub, Interface> {
         [&](const auto& qualifier) { return WrapQualifier(qualifier); });
   }
   void EnumerateQualifiers(const Callback<ICIMQualifier>& callback, Context context) override {
-    this->Present(
-        "EnumerateQualifiers", context, callback,
-        [&](auto& inner, const auto& wrapping) { inner.EnumerateQualifiers(wrapping, context); },
-        [&](const auto& qualifier) { return WrapQualifier(qualifier); });
+    this->Present("EnumerateQualifiers", context, callback, &Interface::EnumerateQualifiers,
+                  [&](const auto& qualifier) { return WrapQualifier(qualifier); });
   }
 
  private:
@@ -178,20 +178,15 @@ class TracedPropertyDecl : public TracedElement<StubPropertyDecl, ICIMPropertyDe
  public:
   using TracedElement::TracedElement;
 
-  void Commit(Context context) override {
-    Pass("Commit", context, [&](auto& inner) { inner.Commit(context); });
-  }
+  void Commit(Context context) override { Ask("Commit", &ICIMPropertyDecl::Commit, context); }
   const std::string& GetName(Context context) override {
-    return Pass(
-        "GetName", context, [&](auto& inner) -> auto& { return inner.GetName(context); });
+    return Ask("GetName", &ICIMPropertyDecl::GetName, context);
   }
   TCIMValue::TCIMType GetType(Context context) override {
-    return Pass("GetType", context, [&](auto& inner) { return inner.GetType(context); });
+    return Ask("GetType", &ICIMPropertyDecl::GetType, context);
   }
   const TCIMValue& GetDefaultValue(Context context) override {
-    return Pass(
-        "GetDefaultValue",
-        context, [&](auto& inner) -> auto& { return inner.GetDefaultValue(context); });
+    return Ask("GetDefaultValue", &ICIMPropertyDecl::GetDefaultValue, context);
   }
 };
 
@@ -199,15 +194,12 @@ class TracedParameterDecl : public TracedElement<StubParameterDecl, ICIMParamete
  public:
   using TracedElement::TracedElement;
 
-  void Commit(Context context) override {
-    Pass("Commit", context, [&](auto& inner) { inner.Commit(context); });
-  }
+  void Commit(Context context) override { Ask("Commit", &ICIMParameterDecl::Commit, context); }
   const std::string& GetName(Context context) override {
-    return Pass(
-        "GetName", context, [&](auto& inner) -> auto& { return inner.GetName(context); });
+    return Ask("GetName", &ICIMParameterDecl::GetName, context);
   }
   TCIMValue::TCIMType GetType(Context context) override {
-    return Pass("GetType", context, [&](auto& inner) { return inner.GetType(context); });
+    return Ask("GetType", &ICIMParameterDecl::GetType, context);
   }
 };
 
@@ -216,12 +208,10 @@ class TracedMethodDecl : public TracedElement<StubMethodDecl, ICIMMethodDecl> {
   using TracedElement::TracedElement;
 
   const std::string& GetName(Context context) override {
-    return Pass(
-        "GetName", context, [&](auto& inner) -> auto& { return inner.GetName(context); });
+    return Ask("GetName", &ICIMMethodDecl::GetName, context);
   }
   TCIMValue::TCIMType GetReturnType(Context context) override {
-    return Pass("GetReturnType", context,
-                [&](auto& inner) { return inner.GetReturnType(context); });
+    return Ask("GetReturnType", &ICIMMethodDecl::GetReturnType, context);
   }
   Ptr<ICIMParameterDecl> CreateParameterDecl(const std::string& name, TCIMValue::TCIMType type,
                                              Context context) override {
@@ -232,12 +222,8 @@ class TracedMethodDecl : public TracedElement<StubMethodDecl, ICIMMethodDecl> {
   }
   void EnumerateParameterDecls(const Callback<ICIMParameterDecl>& callback,
                                Context context) override {
-    Present(
-        "EnumerateParameterDecls", context, callback,
-        [&](auto& inner, const auto& wrapping) {
-          inner.EnumerateParameterDecls(wrapping, context);
-        },
-        [&](const auto& parameter) { return WrapParameter(parameter); });
+    Present("EnumerateParameterDecls", context, callback, &ICIMMethodDecl::EnumerateParameterDecls,
+            [&](const auto& parameter) { return WrapParameter(parameter); });
   }
 
  private:
@@ -255,8 +241,7 @@ class TracedProperty : public TracedObject<StubProperty, ICIMProperty> {
       : TracedObject(world, inner, label), fClassLabel(classLabel) {}
 
   const TCIMValue& GetValue(Context context) override {
-    return Pass(
-        "GetValue", context, [&](auto& inner) -> auto& { return inner.GetValue(context); });
+    return Ask("GetValue", &ICIMProperty::GetValue, context);
   }
   Ptr<ICIMPropertyDecl> GetPropertyDecl(Context context) override {
     return Hand(
@@ -289,13 +274,11 @@ class TracedInstance : public TracedObject<StubInstance, ICIMInstance> {
          [&](auto& inner) { inner.SetPropertyValue(name, value, context); });
   }
   void EnumerateProperties(const Callback<ICIMProperty>& callback, Context context) override {
-    Present(
-        "EnumerateProperties", context, callback,
-        [&](auto& inner, const auto& wrapping) { inner.EnumerateProperties(wrapping, context); },
-        [&](const auto& property) {
-          return Ptr<ICIMProperty>(new TracedProperty(
-              fWorld, property, fLabel + "." + property->GetName({}), fClassLabel));
-        });
+    Present("EnumerateProperties", context, callback, &ICIMInstance::EnumerateProperties,
+            [&](const auto& property) {
+              return Ptr<ICIMProperty>(new TracedProperty(
+                  fWorld, property, fLabel + "." + property->GetName({}), fClassLabel));
+            });
   }
 
  private:
@@ -306,22 +289,18 @@ class TracedClass : public TracedElement<StubClass, ICIMClass> {
  public:
   using TracedElement::TracedElement;
 
-  void Commit(Context context) override {
-    Pass("Commit", context, [&](auto& inner) { inner.Commit(context); });
-  }
+  void Commit(Context context) override { Ask("Commit", &ICIMClass::Commit, context); }
   const std::string& GetName(Context context) override {
-    return Pass(
-        "GetName", context, [&](auto& inner) -> auto& { return inner.GetName(context); });
+    return Ask("GetName", &ICIMClass::GetName, context);
   }
   bool IsAssociation(Context context) override {
-    return Pass("IsAssociation", context,
-                [&](auto& inner) { return inner.IsAssociation(context); });
+    return Ask("IsAssociation", &ICIMClass::IsAssociation, context);
   }
   bool IsAbstract(Context context) override {
-    return Pass("IsAbstract", context, [&](auto& inner) { return inner.IsAbstract(context); });
+    return Ask("IsAbstract", &ICIMClass::IsAbstract, context);
   }
   bool IsRootClass(Context context) override {
-    return Pass("IsRootClass", context, [&](auto& inner) { return inner.IsRootClass(context); });
+    return Ask("IsRootClass", &ICIMClass::IsRootClass, context);
   }
   bool IsSubClassOf(const std::string& name, Context context) override {
     return Pass("IsSubClassOf(" + name + ")", context,
@@ -336,8 +315,8 @@ class TracedClass : public TracedElement<StubClass, ICIMClass> {
                            Context context) override {
     Present(
         deep ? "EnumerateSubClasses(deep)" : "EnumerateSubClasses(shallow)", context, callback,
-        [&](auto& inner, const auto& wrapping) {
-          inner.EnumerateSubClasses(wrapping, deep, context);
+        [deep](auto& inner, const auto& wrapping, const Context& same) {
+          inner.EnumerateSubClasses(wrapping, deep, same);
         },
         [&](const auto& subclass) { return Wrap(fWorld, subclass); });
   }
@@ -357,10 +336,8 @@ class TracedClass : public TracedElement<StubClass, ICIMClass> {
   }
   void EnumeratePropertyDecls(const Callback<ICIMPropertyDecl>& callback,
                               Context context) override {
-    Present(
-        "EnumeratePropertyDecls", context, callback,
-        [&](auto& inner, const auto& wrapping) { inner.EnumeratePropertyDecls(wrapping, context); },
-        [&](const auto& decl) { return WrapPropertyDecl(decl); });
+    Present("EnumeratePropertyDecls", context, callback, &ICIMClass::EnumeratePropertyDecls,
+            [&](const auto& decl) { return WrapPropertyDecl(decl); });
   }
   void SetStaticPropertyValue(const std::string& name, const TCIMValue& value,
                               Context context) override {
@@ -368,15 +345,11 @@ class TracedClass : public TracedElement<StubClass, ICIMClass> {
          [&](auto& inner) { inner.SetStaticPropertyValue(name, value, context); });
   }
   void EnumerateStaticProperties(const Callback<ICIMProperty>& callback, Context context) override {
-    Present(
-        "EnumerateStaticProperties", context, callback,
-        [&](auto& inner, const auto& wrapping) {
-          inner.EnumerateStaticProperties(wrapping, context);
-        },
-        [&](const auto& property) {
-          return Ptr<ICIMProperty>(
-              new TracedProperty(fWorld, property, fLabel + "::" + property->GetName({}), fLabel));
-        });
+    Present("EnumerateStaticProperties", context, callback, &ICIMClass::EnumerateStaticProperties,
+            [&](const auto& property) {
+              return Ptr<ICIMProperty>(new TracedProperty(
+                  fWorld, property, fLabel + "::" + property->GetName({}), fLabel));
+            });
   }
 
   Ptr<ICIMInstance> CreateInstance(Context context) override {
@@ -389,8 +362,8 @@ class TracedClass : public TracedElement<StubClass, ICIMClass> {
     int count = 0;
     Present(
         deep ? "EnumerateInstances(deep)" : "EnumerateInstances(shallow)", context, callback,
-        [&](auto& inner, const auto& wrapping) {
-          inner.EnumerateInstances(wrapping, deep, context);
+        [deep](auto& inner, const auto& wrapping, const Context& same) {
+          inner.EnumerateInstances(wrapping, deep, same);
         },
         [&](const auto& instance) { return WrapInstance(instance, std::to_string(count++)); });
   }
@@ -407,10 +380,8 @@ class TracedClass : public TracedElement<StubClass, ICIMClass> {
         [&](const auto& method) { return WrapMethod(method); });
   }
   void EnumerateMethodDecls(const Callback<ICIMMethodDecl>& callback, Context context) override {
-    Present(
-        "EnumerateMethodDecls", context, callback,
-        [&](auto& inner, const auto& wrapping) { inner.EnumerateMethodDecls(wrapping, context); },
-        [&](const auto& method) { return WrapMethod(method); });
+    Present("EnumerateMethodDecls", context, callback, &ICIMClass::EnumerateMethodDecls,
+            [&](const auto& method) { return WrapMethod(method); });
   }
 
  private:
@@ -457,10 +428,8 @@ class Namespace : public TracedObject<StubNamespace, ICIMNamespace> {
         [&](const auto& found) { return Wrap(fWorld, found); });
   }
   void EnumerateClasses(const Callback<ICIMClass>& callback, Context context) override {
-    Present(
-        "EnumerateClasses", context, callback,
-        [&](auto& inner, const auto& wrapping) { inner.EnumerateClasses(wrapping, context); },
-        [&](const auto& root) { return Wrap(fWorld, root); });
+    Present("EnumerateClasses", context, callback, &ICIMNamespace::EnumerateClasses,
+            [&](const auto& root) { return Wrap(fWorld, root); });
   }
   Ptr<ICIMQualifierDecl> CreateQualifierDecl(const std::string& name, const TCIMValue& defaultValue,
                                              unsigned int scope, unsigned int flavor,
@@ -482,12 +451,8 @@ class Namespace : public TracedObject<StubNamespace, ICIMNamespace> {
   }
   void EnumerateQualifierDecls(const Callback<ICIMQualifierDecl>& callback,
                                Context context) override {
-    Present(
-        "EnumerateQualifierDecls", context, callback,
-        [&](auto& inner, const auto& wrapping) {
-          inner.EnumerateQualifierDecls(wrapping, context);
-        },
-        [&](const auto& decl) { return Wrap(fWorld, decl); });
+    Present("EnumerateQualifierDecls", context, callback, &ICIMNamespace::EnumerateQualifierDecls,
+            [&](const auto& decl) { return Wrap(fWorld, decl); });
   }
 };
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "integration/hwx/HwxProcess.h"
+#include "integration/hwx/HwxTest.h"
 
 namespace hwxtest {
 namespace {
@@ -11,7 +11,7 @@ namespace {
 using nlohmann::json;
 using ::testing::HasSubstr;
 
-class ConfigTest : public testing::Test {
+class ConfigTest : public HwxTest {
  protected:
   ConfigTest() { fTree.Use(fHwx); }
 
@@ -19,24 +19,12 @@ class ConfigTest : public testing::Test {
 
   std::string Output(std::vector<std::string> arguments) const {
     arguments.insert(arguments.begin(), "config");
-    const HwxResult result = fHwx.Run(arguments);
-    EXPECT_EQ(result.fStatus, 0);
-    EXPECT_EQ(result.fErr, "");
-    return result.fOut;
-  }
-
-  // What follows the name of the file in the only line that a run writes.
-  void ExpectFails(const std::vector<std::string>& arguments, const std::string& message) const {
-    const HwxResult result = fHwx.Run(arguments);
-    EXPECT_EQ(result.fStatus, 1);
-    EXPECT_EQ(result.fOut, "");
-    EXPECT_EQ(result.fErr, "hwx: " + message + "\n");
+    return Succeed(arguments).fOut;
   }
 
   std::string FilePath() const { return fTree / "dct/dct.cfg"; }
 
   HwxTree fTree;
-  HwxProcess fHwx;
 };
 
 TEST_F(ConfigTest, ListsTheKeysSorted) {

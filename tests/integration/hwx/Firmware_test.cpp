@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "integration/hwx/HwxProcess.h"
+#include "integration/hwx/HwxTest.h"
 #include "support/Dmidecode.h"
 #include "support/FileText.h"
 #include "support/Machines.h"
@@ -16,22 +16,8 @@ using ::testing::StartsWith;
 
 const std::string kSample = HWX_TEST_SAMPLE_DUMP;
 
-class FirmwareTest : public testing::Test {
+class FirmwareTest : public HwxTest {
  protected:
-  HwxResult Succeed(const std::vector<std::string>& arguments) const {
-    const HwxResult result = fHwx.Run(arguments);
-    EXPECT_EQ(result.fStatus, 0);
-    EXPECT_EQ(result.fErr, "");
-    return result;
-  }
-
-  std::string FailureOf(const std::vector<std::string>& arguments) const {
-    const HwxResult result = fHwx.Run(arguments);
-    EXPECT_EQ(result.fStatus, 1);
-    EXPECT_EQ(result.fOut, "");
-    return result.fErr;
-  }
-
   std::string TablesOf(const TemporaryDirectory& machine) const {
     return machine / "sys/firmware/dmi/tables";
   }
@@ -39,7 +25,6 @@ class FirmwareTest : public testing::Test {
   const TemporaryDirectory fMachine;
   const TemporaryDirectory fScratch;
   const std::string fDump = fScratch / "dump";
-  HwxProcess fHwx;
 };
 
 TEST_F(FirmwareTest, DumpsWhatTheOptionReads) {

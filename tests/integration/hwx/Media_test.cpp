@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "integration/hwx/HwxProcess.h"
+#include "integration/hwx/HwxTest.h"
 #include "support/LoopDevice.h"
 #include "support/Machines.h"
 #include "support/MediaScene.h"
@@ -17,7 +17,7 @@ using ::testing::HasSubstr;
 
 // On a machine with a disk and a stick, for the provider; the lists of USB devices and the mounts
 // are those of a scene of a child's own.
-class MediaTest : public testing::Test {
+class MediaTest : public HwxTest {
  protected:
   MediaTest() {
     AddDebian(fMachine.Path(), "rack7");
@@ -27,14 +27,11 @@ class MediaTest : public testing::Test {
   }
 
   static void RunInScene(const std::function<void()>& body) {
-    const int result = RunInChild([&] {
+    RunScene("no right to mount, or no device to mount", [&] {
       if (!EnterMediaScene() || !ReplaceDev()) return kSceneNotAllowed;
       body();
       return 0;
     });
-    if (result == kSceneNotAllowed)
-      GTEST_SKIP() << "SKIPPED: no right to mount, or no device to mount";
-    EXPECT_EQ(result, 0);
   }
 
   // An image that can be mounted, as a device. Ends a child that can't have one.
@@ -47,22 +44,11 @@ class MediaTest : public testing::Test {
   }
 
   std::string Output(const std::vector<std::string>& arguments) const {
-    const HwxResult result = fHwx.Run(arguments);
-    EXPECT_EQ(result.fStatus, 0);
-    EXPECT_EQ(result.fErr, "");
-    return result.fOut;
-  }
-
-  void ExpectFails(const std::vector<std::string>& arguments, const std::string& message) const {
-    const HwxResult result = fHwx.Run(arguments);
-    EXPECT_EQ(result.fStatus, 1);
-    EXPECT_EQ(result.fOut, "");
-    EXPECT_EQ(result.fErr, "hwx: " + message + "\n");
+    return Succeed(arguments).fOut;
   }
 
   TemporaryDirectory fMachine;
   TemporaryDirectory fScratch;
-  HwxProcess fHwx;
 };
 
 TEST_F(MediaTest, ListsWhatTheUsbListNames) {

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "integration/hwx/HwxProcess.h"
+#include "support/FileText.h"
 #include "support/Machines.h"
 
 namespace hwxtest {
@@ -18,10 +19,7 @@ class ProgramTest : public testing::Test {
  protected:
   ProgramTest() { fHwx.On(MakeRackServer(fMachine.Path())); }
 
-  std::string LogOf(const std::string& directory) const {
-    std::ifstream file(directory + "/hwx.log");
-    return std::string(std::istreambuf_iterator<char>(file), {});
-  }
+  std::string LogOf(const std::string& directory) const { return FileText(directory + "/hwx.log"); }
 
   TemporaryDirectory fMachine;
   TemporaryDirectory fScratch;

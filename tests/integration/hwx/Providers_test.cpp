@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "integration/hwx/HwxProcess.h"
+#include "integration/hwx/HwxTest.h"
 #include "support/Machines.h"
 
 namespace hwxtest {
@@ -13,7 +13,7 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-class ProvidersTest : public testing::Test {
+class ProvidersTest : public HwxTest {
  protected:
   ProvidersTest() {
     fTree.Use(fHwx);
@@ -22,10 +22,7 @@ class ProvidersTest : public testing::Test {
 
   json List(std::vector<std::string> arguments = {}) {
     arguments.insert(arguments.begin(), {"providers", "--json"});
-    const HwxResult result = fHwx.Run(arguments);
-    EXPECT_EQ(result.fStatus, 0);
-    EXPECT_EQ(result.fErr, "");
-    return result.Json();
+    return Succeed(arguments).Json();
   }
 
   // The entry of one provider.
@@ -38,15 +35,11 @@ class ProvidersTest : public testing::Test {
   }
 
   void ExpectIdentityFails(const std::string& reason) {
-    const HwxResult result = fHwx.Run({"identity", "--json"});
-    EXPECT_EQ(result.fStatus, 1);
-    EXPECT_EQ(result.fOut, "");
-    EXPECT_THAT(result.fErr, StartsWith("hwx: " + reason));
+    EXPECT_THAT(FailureOf({"identity", "--json"}), StartsWith("hwx: " + reason));
   }
 
   HwxTree fTree;
   TemporaryDirectory fMachine;
-  HwxProcess fHwx;
 };
 
 TEST_F(ProvidersTest, ListsTheProvidersAsLoadedAndRegistered) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "integration/hwx/HwxProcess.h"
+#include "support/FileText.h"
 
 namespace hwxtest {
 namespace {
@@ -79,8 +80,7 @@ TEST_F(RunProgramTest, PrintsJsonOfAFailureToo) {
 TEST_F(RunProgramTest, LogsWhatTheLibraryDoes) {
   const TemporaryDirectory directory;
   Shell("kill -KILL $$", {"--verbose", "--log-dir", directory.Path()});
-  std::ifstream file(directory / "hwx.log");
-  const std::string log(std::istreambuf_iterator<char>(file), {});
+  const std::string log = FileText(directory / "hwx.log");
   EXPECT_THAT(log, HasSubstr("SpawnProcess: process sh\n"));
   EXPECT_THAT(log, HasSubstr("ERROR: SpawnProcess - Child process exited abnormally!\n"));
 }

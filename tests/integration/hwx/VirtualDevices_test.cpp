@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "integration/hwx/HwxProcess.h"
+#include "integration/hwx/HwxTest.h"
 #include "support/ProgramDirectory.h"
 
 namespace hwxtest {
@@ -12,7 +12,7 @@ using nlohmann::json;
 using ::testing::HasSubstr;
 
 // With a hwinfo of the test's own, which knows one device of each class but the mouse.
-class VirtualDevicesTest : public testing::Test {
+class VirtualDevicesTest : public HwxTest {
  protected:
   VirtualDevicesTest() {
     fPrograms.Add("hwinfo", "cat " + (fPrograms / "output$1") + " 2>/dev/null; true");
@@ -29,14 +29,10 @@ class VirtualDevicesTest : public testing::Test {
 
   std::string Output(std::vector<std::string> arguments) const {
     arguments.insert(arguments.begin(), "virtual-devices");
-    const HwxResult result = fHwx.Run(arguments);
-    EXPECT_EQ(result.fStatus, 0);
-    EXPECT_EQ(result.fErr, "");
-    return result.fOut;
+    return Succeed(arguments).fOut;
   }
 
   ProgramDirectory fPrograms;
-  HwxProcess fHwx;
 };
 
 TEST_F(VirtualDevicesTest, ShowsAllClasses) {

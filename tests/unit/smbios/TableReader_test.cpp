@@ -123,7 +123,7 @@ TEST_F(TableReader, RefusedPermissionNeedsRoot) {
   ASSERT_EQ(::chmod(fDirectory.Path().c_str(), 0755), 0);
   ASSERT_EQ(::chmod((fDirectory / "smbios_entry_point").c_str(), 0444), 0);
   ASSERT_EQ(::chmod((fDirectory / "DMI").c_str(), 0), 0);
-  const int code = hwxtest::RunInChild([&] {
+  hwxtest::RunScene("root's rights can't be given up", [&] {
     if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
     ExpectRefused(fDirectory.Path(), kSmBiosNoPermission, (fDirectory / "DMI") + " needs root");
     ExpectRefused(fDirectory / "DMI", kSmBiosNoPermission, (fDirectory / "DMI") + " needs root");
@@ -131,8 +131,6 @@ TEST_F(TableReader, RefusedPermissionNeedsRoot) {
     return 0;
   });
   ::chmod(hidden.c_str(), 0700);  // so that the directory can be removed
-  if (code == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: root's rights can't be given up";
-  EXPECT_EQ(code, 0);
 }
 
 TEST(TablesLocation, IsTheKernelsDirectoryBelowTheRoot) {

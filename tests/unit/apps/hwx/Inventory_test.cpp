@@ -6,6 +6,7 @@
 
 #include "hwx/Failure.h"
 #include "hwxcore/value/THWXException.h"
+#include "support/TextOf.h"
 #include "unit/apps/hwx/MadeDisks.h"
 
 namespace hwx {
@@ -43,12 +44,8 @@ TEST(ClassesUnder, TakesTheClassAndItsDescendantsInAnyCase) {
 }
 
 TEST(ClassesUnder, RefusesAClassThatIsNotThere) {
-  try {
-    ClassesUnder(*MakeDisks(), "EX_Tape");
-    ADD_FAILURE() << "found";
-  } catch (const TFailure& failure) {
-    EXPECT_STREQ(failure.what(), "there is no class EX_Tape");
-  }
+  EXPECT_EQ(hwxtest::TextOf<TFailure>([] { ClassesUnder(*MakeDisks(), "EX_Tape"); }),
+            "there is no class EX_Tape");
 }
 
 TEST(VisitInstances, LeavesOutThoseOfSubclasses) {

@@ -12,6 +12,7 @@
 #include "hwxcore/value/THWXException.h"
 #include "hwxkit/TMemoryProvider.h"
 #include "support/ChildProcess.h"
+#include "support/TextOf.h"
 
 namespace hwx {
 namespace {
@@ -29,12 +30,7 @@ void ExpectFailureWith(const boost::shared_ptr<INamespaceProvider>& provider,
                        const std::string& message) {
   const int status = hwxtest::RunInChild([&] {
     TRootObject::GetNamespaceProviderManager()->RegisterNamespaceProvider(provider);
-    try {
-      OpenMachine();
-      ADD_FAILURE() << "opened";
-    } catch (const TFailure& failure) {
-      EXPECT_EQ(failure.what(), message);
-    }
+    EXPECT_EQ(hwxtest::TextOf<TFailure>([] { OpenMachine(); }), message);
     return 0;
   });
   EXPECT_EQ(status, 0);

@@ -8,6 +8,7 @@
 #include "hwx/Failure.h"
 #include "support/FileText.h"
 #include "support/TemporaryDirectory.h"
+#include "support/TextOf.h"
 
 namespace hwx {
 namespace {
@@ -21,12 +22,7 @@ class PasswordFile : public testing::Test {
   }
 
   std::string WhyNot(const std::string& path) {
-    try {
-      PasswordFromFile(path);
-      return "nothing";
-    } catch (const TFailure& failure) {
-      return failure.what();
-    }
+    return hwxtest::TextOf<TFailure>([&] { PasswordFromFile(path); });
   }
 
   hwxtest::TemporaryDirectory fDirectory;

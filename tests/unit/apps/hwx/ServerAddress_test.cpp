@@ -5,6 +5,7 @@
 
 #include "hwx/Failure.h"
 #include "hwx/Transfer.h"
+#include "support/TextOf.h"
 
 namespace hwx {
 namespace {
@@ -13,12 +14,7 @@ using testing::HasSubstr;
 using testing::Not;
 
 std::string WhyBad(const std::string& text) {
-  try {
-    ParseServerAddress(text);
-    return "nothing";
-  } catch (const TFailure& failure) {
-    return failure.what();
-  }
+  return hwxtest::TextOf<TFailure>([&] { ParseServerAddress(text); });
 }
 
 TEST(ServerAddress, OfAHostAloneIsOfFtp) {

@@ -6,6 +6,7 @@
 #include "support/FakeSmBios.h"
 #include "support/FirmwareFixture.h"
 #include "support/ScopedLogCapture.h"
+#include "support/TextOf.h"
 
 namespace NQORHWX20 {
 namespace {

@@ -9,6 +9,7 @@
 #include "support/FakeSmBios.h"
 #include "support/FirmwareFixture.h"
 #include "support/ScopedLogCapture.h"
+#include "support/TextOf.h"
 
 namespace {
 

@@ -4,16 +4,16 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "hwxcore/os/TOSSpecific.h"
-#include "hwxcore/value/THWXException.h"
 #include "support/ChildProcess.h"
+#include "support/Descriptors.h"
 #include "support/ScopedLogCapture.h"
+#include "support/StatusOf.h"
 #include "support/TemporaryDirectory.h"
 
+using hwxtest::OpenDescriptors;
 using hwxtest::ScopedLogCapture;
-using NQORHWX20::THWXException;
 using NQORHWX20::TOSSpecific;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -41,17 +41,7 @@ class FindPlugins : public testing::Test {
 };
 
 int StatusOfFindPlugins(const std::string& dir) {
-  try {
-    TOSSpecific::FindPlugins(dir, "pi");
-    return NQORHWX20::kHWXStatusOK;
-  } catch (const THWXException& failure) {
-    return failure.GetStatus();
-  }
-}
-
-std::ptrdiff_t CountOpenDescriptors() {
-  return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
-                       std::filesystem::directory_iterator());
+  return hwxtest::StatusOf([&] { TOSSpecific::FindPlugins(dir, "pi"); });
 }
 
 TEST_F(FindPlugins, FindsNothingInADirectoryWithoutSubdirectories) {
@@ -143,19 +133,19 @@ TEST_F(FindPlugins, PutsASeparatorBehindADirectoryThatHasOne) {
 TEST_F(FindPlugins, ReleasesItsHandles) {
   AddFile("a/libx.pi.so");
   AddFile("b/liby.pi.so");
-  const std::ptrdiff_t before = CountOpenDescriptors();
+  const std::size_t before = OpenDescriptors();
   Find("pi");
-  EXPECT_EQ(CountOpenDescriptors(), before);
+  EXPECT_EQ(OpenDescriptors(), before);
 }
 
 TEST_F(FindPlugins, FailsWithoutALogEntryWhenTheDirectoryCannotBeOpened) {
   AddFile("file");
   ScopedLogCapture log;
-  const std::ptrdiff_t before = CountOpenDescriptors();
+  const std::size_t before = OpenDescriptors();
   EXPECT_EQ(StatusOfFindPlugins(fDirectory / "absent"), NQORHWX20::kHWXStatusFileSystemError);
   EXPECT_EQ(StatusOfFindPlugins(fDirectory / "file"), NQORHWX20::kHWXStatusFileSystemError);
   EXPECT_EQ(StatusOfFindPlugins(""), NQORHWX20::kHWXStatusFileSystemError);
-  EXPECT_EQ(CountOpenDescriptors(), before);
+  EXPECT_EQ(OpenDescriptors(), before);
   EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
@@ -165,17 +155,15 @@ TEST_F(FindPlugins, FailsAndKeepsOneHandleWhenASubdirectoryCannotBeOpened) {
   AddDirectory("closed");
   std::filesystem::permissions(fDirectory.Path(), std::filesystem::perms(0755));
   ASSERT_EQ(::chmod((fDirectory / "closed").c_str(), 0), 0);
-  const int result = hwxtest::RunInChild([this] {
+  hwxtest::RunScene("no right to change the user", [this] {
     if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
     ScopedLogCapture log;
-    const std::ptrdiff_t before = CountOpenDescriptors();
+    const std::size_t before = OpenDescriptors();
     EXPECT_EQ(StatusOfFindPlugins(fDirectory.Path()), NQORHWX20::kHWXStatusFileSystemError);
-    EXPECT_EQ(CountOpenDescriptors(), before + 1);
+    EXPECT_EQ(OpenDescriptors(), before + 1);
     EXPECT_THAT(log.Lines(), IsEmpty());
     return 0;
   });
-  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to change the user";
-  EXPECT_EQ(result, 0);
 }
 
 }  // namespace

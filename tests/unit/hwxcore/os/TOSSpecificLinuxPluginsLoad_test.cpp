@@ -6,6 +6,7 @@
 #include "hwxcore/value/THWXException.h"
 #include "support/PluginRoot.h"
 #include "support/ScopedLogCapture.h"
+#include "support/StatusOf.h"
 
 using hwxtest::PluginRoot;
 using hwxtest::ScopedLogCapture;
@@ -182,12 +183,8 @@ TEST(LoadPluginLibrary, BindsAllSymbolsAtOnce) {
 TEST(LoadPluginLibrary, LogsTheReasonAndPrintsItWithThePhraseTwice) {
   ScopedLogCapture log;
   testing::internal::CaptureStdout();
-  try {
-    TOSSpecific::LoadPluginLibrary("/nowhere/libx.pi.so");
-    ADD_FAILURE();
-  } catch (const THWXException& failure) {
-    EXPECT_EQ(failure.GetStatus(), NQORHWX20::kHWXStatusFileSystemError);
-  }
+  EXPECT_EQ(hwxtest::StatusOf([] { TOSSpecific::LoadPluginLibrary("/nowhere/libx.pi.so"); }),
+            NQORHWX20::kHWXStatusFileSystemError);
   const std::string logged =
       "ERROR: Failed to load plugin.  Reason: /nowhere/libx.pi.so: cannot open shared object "
       "file: No such file or directory";

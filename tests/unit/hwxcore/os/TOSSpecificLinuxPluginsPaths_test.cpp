@@ -4,11 +4,12 @@
 #include <stdexcept>
 
 #include "hwxcore/os/TOSSpecific.h"
-#include "hwxcore/value/THWXException.h"
 #include "support/ScopedLogCapture.h"
+#include "support/StatusOf.h"
+#include "support/TextOf.h"
 
 using hwxtest::ScopedLogCapture;
-using NQORHWX20::THWXException;
+using hwxtest::StatusOf;
 using NQORHWX20::TOSSpecific;
 using testing::IsEmpty;
 
@@ -39,12 +40,10 @@ TEST(BuildSpecificationPath, DropsTheLastLibOfTheWholePath) {
 
 void ExpectEraseOutOfRange(const std::string& path, const std::string& word) {
   ScopedLogCapture log;
-  try {
-    TOSSpecific::BuildSpecificationPath(path, word);
-    ADD_FAILURE() << path;
-  } catch (const std::out_of_range& failure) {
-    EXPECT_STREQ(failure.what(), "basic_string::erase") << path;
-  }
+  EXPECT_EQ(
+      hwxtest::TextOf<std::out_of_range>([&] { TOSSpecific::BuildSpecificationPath(path, word); }),
+      "basic_string::erase")
+      << path;
   EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
@@ -57,24 +56,17 @@ TEST(BuildSpecificationPath, PassesTheStandardErrorOnForALibBehindTheCut) {
 TEST(BuildSpecificationPath, FailsWithoutTheMark) {
   ScopedLogCapture log;
   for (const char* const path : {"/opt/libfoo.so", "/opt/libfoo.pi", "/opt/libfoopi.so", ""}) {
-    try {
-      TOSSpecific::BuildSpecificationPath(path);
-      ADD_FAILURE() << path;
-    } catch (const THWXException& failure) {
-      EXPECT_EQ(failure.GetStatus(), NQORHWX20::kHWXStatusFail) << path;
-    }
+    EXPECT_EQ(StatusOf([&] { TOSSpecific::BuildSpecificationPath(path); }),
+              NQORHWX20::kHWXStatusFail)
+        << path;
   }
   EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
 TEST(BuildSpecificationPath, FailsWithoutALib) {
   ScopedLogCapture log;
-  try {
-    TOSSpecific::BuildSpecificationPath("/opt/foo.nsp.so", "nsp");
-    ADD_FAILURE();
-  } catch (const THWXException& failure) {
-    EXPECT_EQ(failure.GetStatus(), NQORHWX20::kHWXStatusFail);
-  }
+  EXPECT_EQ(StatusOf([] { TOSSpecific::BuildSpecificationPath("/opt/foo.nsp.so", "nsp"); }),
+            NQORHWX20::kHWXStatusFail);
   EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
@@ -88,12 +80,9 @@ TEST(BuildRegistrationPath, NamesTheDocumentBesideTheModule) {
 TEST(BuildRegistrationPath, FailsAsTheOtherDoes) {
   ScopedLogCapture log;
   for (const char* const path : {"/opt/foo.nsp.so", "/opt/libfoo.so"}) {
-    try {
-      TOSSpecific::BuildRegistrationPath(path, "nsp");
-      ADD_FAILURE() << path;
-    } catch (const THWXException& failure) {
-      EXPECT_EQ(failure.GetStatus(), NQORHWX20::kHWXStatusFail) << path;
-    }
+    EXPECT_EQ(StatusOf([&] { TOSSpecific::BuildRegistrationPath(path, "nsp"); }),
+              NQORHWX20::kHWXStatusFail)
+        << path;
   }
   EXPECT_THROW(TOSSpecific::BuildRegistrationPath("/opt/foo.pi.so.lib", "pi"), std::out_of_range);
   EXPECT_THAT(log.Lines(), IsEmpty());

@@ -14,11 +14,13 @@
 #include "support/ScopedLogCapture.h"
 #include "support/ScopedSignal.h"
 #include "support/TemporaryDirectory.h"
+#include "support/TextOf.h"
 
 using hwxtest::FileText;
 using hwxtest::MakeFile;
 using hwxtest::ProgramDirectory;
 using hwxtest::RunInChild;
+using hwxtest::RunScene;
 using hwxtest::ScopedEnvironment;
 using hwxtest::ScopedLogCapture;
 using hwxtest::TemporaryDirectory;
@@ -74,13 +76,11 @@ TEST(PutEnvironment, IsFalseWithADebugLineForANameThatCannotBe) {
 
 TEST(IsAdmin, TellsWhetherTheRealUserIsRoot) {
   EXPECT_EQ(TOSSpecific::IsAdmin(), ::getuid() == 0);
-  const int result = RunInChild([] {
+  RunScene("no right to change the user", [] {
     if (!hwxtest::BecomeUnprivileged()) return hwxtest::kSceneNotAllowed;
     EXPECT_FALSE(TOSSpecific::IsAdmin());
     return 0;
   });
-  if (result == hwxtest::kSceneNotAllowed) GTEST_SKIP() << "SKIPPED: no right to change the user";
-  EXPECT_EQ(result, 0);
 }
 
 // As in a program of root's with the set-user-identity bit.
@@ -248,12 +248,8 @@ TEST_F(LaunchTest, TheEditorCopiesToTheRootWhereTheCurrentDirectoryIsTooDeep) {
 TEST_F(LaunchTest, TheEditorThrowsForAShortPathAfterTheCopying) {
   const std::string path = kTail.substr(1);
   Record("cp");
-  try {
-    TOSSpecific::LaunchTextEditor(path);
-    FAIL() << "no exception";
-  } catch (const std::out_of_range& failure) {
-    EXPECT_STREQ(failure.what(), "basic_string::substr");
-  }
+  EXPECT_EQ(hwxtest::TextOf<std::out_of_range>([&] { TOSSpecific::LaunchTextEditor(path); }),
+            "basic_string::substr");
   EXPECT_EQ(Calls(), "cp 2 " + path + " " + (fScratch / "current") + "\n");
 }
 

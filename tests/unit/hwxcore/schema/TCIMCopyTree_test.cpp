@@ -3,13 +3,12 @@
 
 #include "CopyTesting.h"
 #include "support/MadeSchema.h"
-#include "support/SchemaText.h"
+#include "support/NamespaceText.h"
 
 using namespace NQORHWX20;
-using hwxtest::FirstDifference;
+using hwxtest::Difference;
 using hwxtest::MadeSchemaPlan;
 using hwxtest::MakeSchema;
-using hwxtest::SchemaText;
 using hwxtest::StatusOf;
 using testing::Each;
 using testing::IsEmpty;
@@ -20,6 +19,10 @@ namespace {
 class CopyTree : public hwxtest::CopyTest {
  protected:
   void Copy() { TCIMCopy::CopyClasses(fSourceKit, fTargetKit, false); }
+
+  static Strings Lines(ICIMNamespace& ns) {
+    return hwxtest::NamespaceLines(ns, hwxtest::kAsCopied);
+  }
 
   static Strings Names(TMemoryNamespace& ns) {
     Strings names;
@@ -50,14 +53,14 @@ class CopyTree : public hwxtest::CopyTest {
 
 TEST_F(CopyTree, CopiesALargeSchemaWhole) {
   MakeSchema(fSourceKit, {});
-  const Strings text = SchemaText(*fSourceKit);
-  ASSERT_GT(text.size(), 20000U);
+  const Strings lines = Lines(*fSourceKit);
+  ASSERT_GT(lines.size(), 20000U);
   Copy();
-  EXPECT_EQ(FirstDifference(SchemaText(*fTargetKit), text), "");
+  EXPECT_EQ(Difference(Lines(*fTargetKit), lines), "");
   EXPECT_EQ(fTargetKit->GetClassCount({}), 1500U);
   EXPECT_EQ(Names(*fTargetKit), NamesInOrder());
   EXPECT_THAT(fLog.Lines(), IsEmpty());
-  EXPECT_EQ(FirstDifference(SchemaText(*fSourceKit), text), "");
+  EXPECT_EQ(Difference(Lines(*fSourceKit), lines), "");
 }
 
 TEST_F(CopyTree, CopiesACopyToTheSameSchema) {
@@ -68,7 +71,7 @@ TEST_F(CopyTree, CopiesACopyToTheSameSchema) {
   Copy();
   const auto third = TMemoryNamespace::Create("third");
   TCIMCopy::CopyClasses(fTargetKit, third, false);
-  EXPECT_EQ(FirstDifference(SchemaText(*third), SchemaText(*fSourceKit)), "");
+  EXPECT_EQ(Difference(*third, *fSourceKit, hwxtest::kAsCopied), "");
 }
 
 TEST_F(CopyTree, BindsEveryReferenceToTheTarget) {
@@ -93,7 +96,7 @@ TEST_F(CopyTree, LosesThePropertiesThatReferToAClassOfALaterTreeAndNothingElse) 
   MadeSchemaPlan plan;
   plan.fForwardReferences = 20;
   MakeSchema(fSourceKit, plan);
-  Strings expected = SchemaText(*fSourceKit);
+  Strings expected = Lines(*fSourceKit);
   const auto isForward = [](const std::string& line) {
     return line.find(".Forward") != std::string::npos;
   };
@@ -102,7 +105,7 @@ TEST_F(CopyTree, LosesThePropertiesThatReferToAClassOfALaterTreeAndNothingElse) 
   ASSERT_GT(lost, 20);
   expected.erase(std::remove_if(expected.begin(), expected.end(), isForward), expected.end());
   Copy();
-  EXPECT_EQ(FirstDifference(SchemaText(*fTargetKit), expected), "");
+  EXPECT_EQ(Difference(Lines(*fTargetKit), expected), "");
   EXPECT_EQ(static_cast<long>(fLog.Lines().size()), lost);
   EXPECT_THAT(fLog.Lines(),
               Each(Pair("Debug", "TCopyPropertyDecl::operator() - Get an Exception")));
@@ -118,7 +121,7 @@ TEST_F(CopyTree, CopiesAChainOfAThousandFiveHundredSuperclasses) {
         .Commit();
   }
   Copy();
-  EXPECT_EQ(FirstDifference(SchemaText(*fTargetKit), SchemaText(*fSourceKit)), "");
+  EXPECT_EQ(Difference(*fTargetKit, *fSourceKit, hwxtest::kAsCopied), "");
   EXPECT_TRUE(fTargetKit->FindClass("EX_1499")->IsSubClassOf("EX_0", {}));
 }
 

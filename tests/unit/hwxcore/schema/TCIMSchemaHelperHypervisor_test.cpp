@@ -1,14 +1,6 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "QueryTesting.h"
 
-#include <stdexcept>
-
-#include "hwxcore/schema/TCIMSchemaHelper.h"
-#include "support/RecordingNamespace.h"
-#include "support/ScopedLogCapture.h"
-
-using hwxtest::RecordingNamespace;
-using hwxtest::ScopedLogCapture;
+using NQORHWX20::ICIMNamespace;
 using NQORHWX20::TCIMSchemaHelper;
 using NQORHWX20::TCIMValue;
 using testing::ElementsAre;
@@ -17,20 +9,109 @@ using testing::Pair;
 
 namespace {
 
-const char kElement[] = "CIM_PhysicalElement";
-const char kSoftware[] = "VMware_HypervisorSoftwareIdentity";
+// A query that takes the first instance of a class that suits it, and swallows every failure.
+struct HypervisorQuery {
+  const char* fTitle;
+  std::string (*fAsk)(boost::shared_ptr<ICIMNamespace>);
+  const char* fClass;
+  const char* fProperty;
+  const char* fAnswers[3];
+};
 
-class GetSystemProductName_vmwesxi : public testing::Test {
+const HypervisorQuery kProductName = {"ProductName",
+                                      &TCIMSchemaHelper::GetSystemProductName_vmwesxi,
+                                      "CIM_PhysicalElement",
+                                      "Model",
+                                      {"Rack -[7870A1B]-", "Rack -[7870C1D]-", "Rack -[7870E1F]-"}};
+const HypervisorQuery kOperatingSystemName = {"OperatingSystemName",
+                                              &TCIMSchemaHelper::GetOperatingSystemName_vmwesxi,
+                                              "VMware_HypervisorSoftwareIdentity",
+                                              "LargeBuildNumber",
+                                              {"20036589", "20036590", "20036591"}};
+
+class HypervisorTest : public hwxtest::QueryTest {
  protected:
-  void AddModel(const TCIMValue& model) { fNamespace.AddInstance(kElement, {{"Model", model}}); }
-  std::string Ask() { return TCIMSchemaHelper::GetSystemProductName_vmwesxi(fNamespace.Get()); }
+  explicit HypervisorTest(const HypervisorQuery& query) : fQuery(query) {}
 
-  RecordingNamespace fNamespace;
-  ScopedLogCapture fLog;
+  void Add(const TCIMValue& value) {
+    fNamespace.AddInstance(fQuery.fClass, {{fQuery.fProperty, value}});
+  }
+  std::string Ask() { return fQuery.fAsk(fNamespace.Get()); }
+
+  const HypervisorQuery fQuery;
+};
+
+class TCIMSchemaHelperHypervisor : public HypervisorTest,
+                                   public testing::WithParamInterface<HypervisorQuery> {
+ protected:
+  TCIMSchemaHelperHypervisor() : HypervisorTest(GetParam()) {}
+
+  std::string Instance(int index) const { return fClass + "[" + std::to_string(index) + "]"; }
+  std::string GetProperty(int index) const {
+    return Instance(index) + ".GetProperty(" + fQuery.fProperty + ")";
+  }
+
+  const std::string fClass = fQuery.fClass;
+  const std::string fGetClass = "GetClass(" + fClass + ")";
+  const std::string fEnumerate = fClass + ".EnumerateInstances(deep)";
+};
+
+TEST_P(TCIMSchemaHelperHypervisor, IsUnknownWithoutTheClassOrAnInstanceThatCanBeRead) {
+  EXPECT_EQ(Ask(), "Unknown");
+  fNamespace.AddClass(fClass);
+  EXPECT_EQ(Ask(), "Unknown");
+  fNamespace.AddInstance(fClass, {});
+  EXPECT_EQ(Ask(), "Unknown");
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_P(TCIMSchemaHelperHypervisor, PassesOverInstancesThatCannotBeRead) {
+  fNamespace.AddInstance(fClass, {});                      // no such property
+  Add(TCIMValue(TCIMValue::TCIMType::kCIMTypeString, 0));  // null
+  Add(5);                                                  // no string
+  Add(fQuery.fAnswers[0]);
+  fNamespace.Fail(GetProperty(3), NQORHWX20::kHWXStatusAccessDenied);
+  Add(fQuery.fAnswers[1]);
+  EXPECT_EQ(Ask(), fQuery.fAnswers[1]);
+}
+
+TEST_P(TCIMSchemaHelperHypervisor, SwallowsTheFailuresOfTheNamespace) {
+  Add(fQuery.fAnswers[0]);
+  fNamespace.Fail(fEnumerate, NQORHWX20::kHWXStatusAccessDenied);
+  EXPECT_EQ(Ask(), "Unknown");
+  fNamespace.Fail(fGetClass, NQORHWX20::kHWXStatusConnectionFailed);
+  EXPECT_EQ(Ask(), "Unknown");
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
+}
+
+TEST_P(TCIMSchemaHelperHypervisor, TakesAnEmptyPointerForAThingThatIsNotThere) {
+  for (const char* const answer : fQuery.fAnswers)
+    Add(answer);
+  fNamespace.HandOutNothing(Instance(0));
+  fNamespace.HandOutNothing(GetProperty(1));
+  EXPECT_EQ(Ask(), fQuery.fAnswers[2]);
+  fNamespace.HandOutNothing(fGetClass);
+  EXPECT_EQ(Ask(), "Unknown");
+}
+
+TEST_P(TCIMSchemaHelperHypervisor, PassesOtherExceptionsOn) {
+  Add(fQuery.fAnswers[0]);
+  ExpectOtherExceptionsToPass({Instance(0) + "." + fQuery.fProperty + ".GetStringValue",
+                               GetProperty(0), fEnumerate, fGetClass},
+                              [&] { Ask(); });
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TCIMSchemaHelperHypervisor,
+                         testing::Values(kProductName, kOperatingSystemName),
+                         [](const auto& query) { return std::string(query.param.fTitle); });
+
+class GetSystemProductName_vmwesxi : public HypervisorTest {
+ protected:
+  GetSystemProductName_vmwesxi() : HypervisorTest(kProductName) {}
 };
 
 TEST_F(GetSystemProductName_vmwesxi, ReadsTheModelWithTheContextOfEachStep) {
-  AddModel("Rack -[7870A1B]-");
+  Add("Rack -[7870A1B]-");
   EXPECT_EQ(Ask(), "Rack -[7870A1B]-");
   EXPECT_THAT(fNamespace.Calls(),
               ElementsAre(Pair("GetClass(CIM_PhysicalElement)", "nspID=plugin"),
@@ -41,87 +122,33 @@ TEST_F(GetSystemProductName_vmwesxi, ReadsTheModelWithTheContextOfEachStep) {
 }
 
 TEST_F(GetSystemProductName_vmwesxi, PassesOverModelsWithoutBothMarks) {
-  AddModel("plain");
-  AddModel("Rack -[7870A1B");
-  AddModel("Rack 7870A1B]-");
-  AddModel("Rack [7870A1B]");
-  AddModel(" Rack -[7870A1B]-  ");
-  AddModel("Later -[9999A1B]-");
+  Add("plain");
+  EXPECT_EQ(Ask(), "Unknown");
+  Add("Rack -[7870A1B");
+  Add("Rack 7870A1B]-");
+  Add("Rack [7870A1B]");
+  Add(" Rack -[7870A1B]-  ");
+  Add("Later -[9999A1B]-");
   EXPECT_EQ(Ask(), " Rack -[7870A1B]-  ");
   EXPECT_EQ(fNamespace.Calls().back().first, "CIM_PhysicalElement[4].Model.GetStringValue");
+  EXPECT_THAT(fLog.Lines(), IsEmpty());
 }
 
 TEST_F(GetSystemProductName_vmwesxi, TakesTheMarksInAnyOrder) {
-  AddModel("]- odd -[");
+  Add("]- odd -[");
   EXPECT_EQ(Ask(), "]- odd -[");
 }
 
-TEST_F(GetSystemProductName_vmwesxi, IsUnknownWithoutTheClassAnInstanceOrAModelThatFits) {
-  EXPECT_EQ(Ask(), "Unknown");
-  fNamespace.AddClass(kElement);
-  EXPECT_EQ(Ask(), "Unknown");
-  AddModel("plain");
-  EXPECT_EQ(Ask(), "Unknown");
-  EXPECT_THAT(fLog.Lines(), IsEmpty());
-}
-
-TEST_F(GetSystemProductName_vmwesxi, PassesOverInstancesThatCannotBeRead) {
-  fNamespace.AddInstance(kElement, {});                         // no such property
-  AddModel(TCIMValue(TCIMValue::TCIMType::kCIMTypeString, 0));  // null
-  AddModel(5);                                                  // no string
-  AddModel("Rack -[7870A1B]-");
-  fNamespace.Fail("CIM_PhysicalElement[3].GetProperty(Model)", NQORHWX20::kHWXStatusAccessDenied);
-  AddModel("Rack -[7870C1D]-");
-  EXPECT_EQ(Ask(), "Rack -[7870C1D]-");
-}
-
-TEST_F(GetSystemProductName_vmwesxi, SwallowsTheFailuresOfTheNamespace) {
-  AddModel("Rack -[7870A1B]-");
-  fNamespace.Fail("CIM_PhysicalElement.EnumerateInstances(deep)",
-                  NQORHWX20::kHWXStatusAccessDenied);
-  EXPECT_EQ(Ask(), "Unknown");
-  fNamespace.Fail("GetClass(CIM_PhysicalElement)", NQORHWX20::kHWXStatusConnectionFailed);
-  EXPECT_EQ(Ask(), "Unknown");
-  EXPECT_THAT(fLog.Lines(), IsEmpty());
-}
-
-TEST_F(GetSystemProductName_vmwesxi, TakesAnEmptyPointerForAThingThatIsNotThere) {
-  AddModel("Rack -[7870A1B]-");
-  AddModel("Rack -[7870C1D]-");
-  AddModel("Rack -[7870E1F]-");
-  fNamespace.HandOutNothing("CIM_PhysicalElement[0]");
-  fNamespace.HandOutNothing("CIM_PhysicalElement[1].GetProperty(Model)");
-  EXPECT_EQ(Ask(), "Rack -[7870E1F]-");
-  fNamespace.HandOutNothing("GetClass(CIM_PhysicalElement)");
-  EXPECT_EQ(Ask(), "Unknown");
-}
-
-TEST_F(GetSystemProductName_vmwesxi, PassesOtherExceptionsOn) {
-  AddModel("Rack -[7870A1B]-");
-  for (const char* const call :
-       {"CIM_PhysicalElement[0].Model.GetStringValue", "CIM_PhysicalElement[0].GetProperty(Model)",
-        "CIM_PhysicalElement.EnumerateInstances(deep)", "GetClass(CIM_PhysicalElement)"}) {
-    fNamespace.Do(call, [] { throw std::runtime_error("broken"); });
-    EXPECT_THROW(Ask(), std::runtime_error) << call;
-  }
-}
-
-class GetOperatingSystemName_vmwesxi : public testing::Test {
+class GetOperatingSystemName_vmwesxi : public HypervisorTest {
  protected:
-  void AddBuild(const TCIMValue& build) {
-    fNamespace.AddInstance(kSoftware, {{"LargeBuildNumber", build}});
-  }
-  std::string Ask() { return TCIMSchemaHelper::GetOperatingSystemName_vmwesxi(fNamespace.Get()); }
-
-  RecordingNamespace fNamespace;
-  ScopedLogCapture fLog;
+  GetOperatingSystemName_vmwesxi() : HypervisorTest(kOperatingSystemName) {}
 };
 
 TEST_F(GetOperatingSystemName_vmwesxi, ReadsTheBuildNumberWithEmptyContextsThroughout) {
-  AddBuild("20036589");
-  AddBuild("20036590");
+  Add("20036589");
+  Add("20036590");
   EXPECT_EQ(Ask(), "20036589");
-  const std::string name = kSoftware;
+  const std::string name = "VMware_HypervisorSoftwareIdentity";
   EXPECT_THAT(
       fNamespace.Calls(),
       ElementsAre(Pair("GetClass(" + name + ")", ""), Pair(name + ".EnumerateInstances(deep)", ""),
@@ -131,58 +158,9 @@ TEST_F(GetOperatingSystemName_vmwesxi, ReadsTheBuildNumberWithEmptyContextsThrou
 }
 
 TEST_F(GetOperatingSystemName_vmwesxi, AppliesNoTestOfFormat) {
-  AddBuild("");
-  AddBuild("20036590");
+  Add("");
+  Add("20036590");
   EXPECT_EQ(Ask(), "");
-}
-
-TEST_F(GetOperatingSystemName_vmwesxi, PassesOverInstancesThatCannotBeRead) {
-  fNamespace.AddInstance(kSoftware, {});
-  AddBuild(TCIMValue(TCIMValue::TCIMType::kCIMTypeString, 0));
-  AddBuild("20036590");
-  EXPECT_EQ(Ask(), "20036590");
-}
-
-TEST_F(GetOperatingSystemName_vmwesxi, IsUnknownWithoutTheClassOrAnInstanceThatCanBeRead) {
-  EXPECT_EQ(Ask(), "Unknown");
-  fNamespace.AddClass(kSoftware);
-  EXPECT_EQ(Ask(), "Unknown");
-  fNamespace.AddInstance(kSoftware, {});
-  EXPECT_EQ(Ask(), "Unknown");
-  EXPECT_THAT(fLog.Lines(), IsEmpty());
-}
-
-TEST_F(GetOperatingSystemName_vmwesxi, SwallowsTheFailuresOfTheNamespace) {
-  const std::string name = kSoftware;
-  AddBuild("20036589");
-  fNamespace.Fail(name + ".EnumerateInstances(deep)", NQORHWX20::kHWXStatusAccessDenied);
-  EXPECT_EQ(Ask(), "Unknown");
-  fNamespace.Fail("GetClass(" + name + ")", NQORHWX20::kHWXStatusConnectionFailed);
-  EXPECT_EQ(Ask(), "Unknown");
-  EXPECT_THAT(fLog.Lines(), IsEmpty());
-}
-
-TEST_F(GetOperatingSystemName_vmwesxi, TakesAnEmptyPointerForAThingThatIsNotThere) {
-  const std::string name = kSoftware;
-  AddBuild("20036589");
-  AddBuild("20036590");
-  AddBuild("20036591");
-  fNamespace.HandOutNothing(name + "[0]");
-  fNamespace.HandOutNothing(name + "[1].GetProperty(LargeBuildNumber)");
-  EXPECT_EQ(Ask(), "20036591");
-  fNamespace.HandOutNothing("GetClass(" + name + ")");
-  EXPECT_EQ(Ask(), "Unknown");
-}
-
-TEST_F(GetOperatingSystemName_vmwesxi, PassesOtherExceptionsOn) {
-  const std::string name = kSoftware;
-  AddBuild("20036589");
-  for (const std::string& call :
-       {name + "[0].LargeBuildNumber.GetStringValue", name + "[0].GetProperty(LargeBuildNumber)",
-        name + ".EnumerateInstances(deep)", "GetClass(" + name + ")"}) {
-    fNamespace.Do(call, [] { throw std::runtime_error("broken"); });
-    EXPECT_THROW(Ask(), std::runtime_error) << call;
-  }
 }
 
 }  // namespace

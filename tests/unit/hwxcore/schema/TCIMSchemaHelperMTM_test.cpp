@@ -1,15 +1,6 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <stdexcept>
-
-#include "hwxcore/schema/TCIMSchemaHelper.h"
-#include "support/RecordingNamespace.h"
-#include "support/ScopedLogCapture.h"
-#include "support/StatusOf.h"
+#include "QueryTesting.h"
 
 using hwxtest::RecordingNamespace;
-using hwxtest::ScopedLogCapture;
 using hwxtest::StatusOf;
 using NQORHWX20::TCIMSchemaHelper;
 using NQORHWX20::TCIMValue;
@@ -19,106 +10,28 @@ using testing::Pair;
 
 namespace {
 
-const char kSystem[] = "QORSG_ComputerSystem";
-const char kGetClass[] = "GetClass(QORSG_ComputerSystem)";
-const char kEnumerate[] = "QORSG_ComputerSystem.EnumerateInstances(deep)";
-const char kGetProperty[] = "QORSG_ComputerSystem[0].GetProperty(ProductName)";
-const char kGetValue[] = "QORSG_ComputerSystem[0].ProductName.GetValue";
 const auto kEntered = Pair("Debug", "TCIMSchemaHelper- Detected MTM Entered");
 
-class MTMQuery : public testing::Test {
+class MTMQuery : public hwxtest::QueryTest {
  protected:
   void AddSystem(const TCIMValue& productName) {
-    fNamespace.AddInstance(kSystem, {{"ProductName", productName}});
-  }
-
-  RecordingNamespace fNamespace;
-  ScopedLogCapture fLog;
-};
-
-class GetRawMTMString : public MTMQuery {
- protected:
-  int Status() {
-    return StatusOf([&] { TCIMSchemaHelper::GetRawMTMString(fNamespace.Get()); });
+    fNamespace.AddInstance("QORSG_ComputerSystem", {{"ProductName", productName}});
   }
 };
+
+class GetRawMTMString : public MTMQuery {};
+class GetMTM : public MTMQuery {};
 
 TEST_F(GetRawMTMString, ReadsTheOnlyInstanceWithEmptyContextsBehindTheClass) {
   AddSystem("  Rack -[7870A1B]-  ");
   EXPECT_EQ(TCIMSchemaHelper::GetRawMTMString(fNamespace.Get()), "  Rack -[7870A1B]-  ");
-  EXPECT_THAT(fNamespace.Calls(), ElementsAre(Pair(kGetClass, "nspID=plugin"), Pair(kEnumerate, ""),
-                                              Pair(kGetProperty, ""), Pair(kGetValue, "")));
+  EXPECT_THAT(fNamespace.Calls(),
+              ElementsAre(Pair("GetClass(QORSG_ComputerSystem)", "nspID=plugin"),
+                          Pair("QORSG_ComputerSystem.EnumerateInstances(deep)", ""),
+                          Pair("QORSG_ComputerSystem[0].GetProperty(ProductName)", ""),
+                          Pair("QORSG_ComputerSystem[0].ProductName.GetValue", "")));
   EXPECT_THAT(fLog.Lines(), IsEmpty());
 }
-
-TEST_F(GetRawMTMString, TellsThatThereIsNoComputerSystem) {
-  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
-  EXPECT_THAT(fLog.Lines(), ElementsAre(Pair("Debug", "TCIMSchemaHelper: no computer system")));
-}
-
-TEST_F(GetRawMTMString, TellsThatThereIsNotExactlyOneInstance) {
-  const auto line = Pair("Debug", "TCIMSchemaHelper: computer system instances != 1");
-  fNamespace.AddClass(kSystem);
-  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
-  EXPECT_THAT(fLog.Lines(), ElementsAre(line));
-  AddSystem("7870A1B");
-  AddSystem("7870A1B");
-  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
-  EXPECT_THAT(fLog.Lines(), ElementsAre(line, line));
-}
-
-TEST_F(GetRawMTMString, TellsThatThereIsNoSuchProperty) {
-  fNamespace.AddInstance(kSystem, {});
-  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
-  EXPECT_THAT(fLog.Lines(),
-              ElementsAre(Pair("Debug", "TCIMSchemaHelper: didn't find ProductName property")));
-}
-
-TEST_F(GetRawMTMString, TellsAnEmptyPointerAsAThingThatIsNotThere) {
-  AddSystem("7870A1B");
-  for (const char* const call : {kGetProperty, "QORSG_ComputerSystem[0]", kGetClass}) {
-    fNamespace.HandOutNothing(call);
-    EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound) << call;
-  }
-  const auto noProperty = Pair("Debug", "TCIMSchemaHelper: didn't find ProductName property");
-  EXPECT_THAT(fLog.Lines(), ElementsAre(noProperty, noProperty,
-                                        Pair("Debug", "TCIMSchemaHelper: no computer system")));
-}
-
-TEST_F(GetRawMTMString, TellsANullValueOfAnyType) {
-  AddSystem(TCIMValue(TCIMValue::TCIMType::kCIMTypeUInt8, 0));
-  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
-  EXPECT_THAT(fLog.Lines(), ElementsAre(Pair("Debug", "TCIMSchemaHelper: ProductName is NULL")));
-}
-
-TEST_F(GetRawMTMString, TellsAValueThatIsNoString) {
-  AddSystem(7870);
-  EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
-  EXPECT_THAT(fLog.Lines(),
-              ElementsAre(Pair("Debug", "TCIMSchemaHelper: ProductName wasn't a string")));
-}
-
-TEST_F(GetRawMTMString, PassesOtherFailuresOnUnlogged) {
-  AddSystem("7870A1B");
-  for (const char* const call : {kGetValue, kGetProperty, kEnumerate, kGetClass}) {
-    fNamespace.Fail(call, NQORHWX20::kHWXStatusAccessDenied);
-    EXPECT_EQ(Status(), NQORHWX20::kHWXStatusAccessDenied) << call;
-    fNamespace.Do(call, [] { throw std::runtime_error("broken"); });
-    EXPECT_THROW(TCIMSchemaHelper::GetRawMTMString(fNamespace.Get()), std::runtime_error) << call;
-  }
-  EXPECT_THAT(fLog.Lines(), IsEmpty());
-}
-
-TEST_F(GetRawMTMString, LogsNothingWhenTheEnumerationOrTheValueIsNotFound) {
-  AddSystem("7870A1B");
-  for (const char* const call : {kGetValue, kEnumerate}) {
-    fNamespace.Fail(call, NQORHWX20::kHWXStatusNotFound);
-    EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound) << call;
-  }
-  EXPECT_THAT(fLog.Lines(), IsEmpty());
-}
-
-class GetMTM : public MTMQuery {};
 
 TEST_F(GetMTM, LogsItsStartAndItsResult) {
   AddSystem("Rack -[7870A1B]-");

@@ -1,15 +1,6 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <stdexcept>
-
-#include "hwxcore/schema/TCIMSchemaHelper.h"
-#include "support/RecordingNamespace.h"
-#include "support/ScopedLogCapture.h"
-#include "support/StatusOf.h"
+#include "QueryTesting.h"
 
 using hwxtest::RecordingNamespace;
-using hwxtest::ScopedLogCapture;
 using hwxtest::StatusOf;
 using NQORHWX20::TCIMContext;
 using NQORHWX20::TCIMSchemaHelper;
@@ -22,32 +13,19 @@ namespace {
 
 const char kProduct[] = "QORSG_HWXProduct";
 
-// A caller's context, with another provider in it.
-TCIMContext CallersContext() {
-  return {{"nspID", "cmpi"}, {"user", "someone"}};
-}
-
-void ExpectUnchanged(const TCIMContext& context) {
-  ASSERT_EQ(context.size(), 2u);
-  EXPECT_EQ(context.at("nspID").ToString(10), "cmpi");
-  EXPECT_EQ(context.at("user").ToString(10), "someone");
-}
-
-class DataSourceQuery : public testing::Test {
+class DataSourceQuery : public hwxtest::QueryTest {
  protected:
   void AddVersion(const TCIMValue& version) {
     fNamespace.AddInstance(kProduct, {{"Version", version}});
   }
   void AddBuild(const TCIMValue& build) { fNamespace.AddInstance(kProduct, {{"Build", build}}); }
-
-  RecordingNamespace fNamespace;
-  ScopedLogCapture fLog;
 };
 
 class GetDataSourceVersion : public DataSourceQuery {
  protected:
+  std::string Ask() { return TCIMSchemaHelper::GetDataSourceVersion(fNamespace.Get(), {}); }
   int Status() {
-    return StatusOf([&] { TCIMSchemaHelper::GetDataSourceVersion(fNamespace.Get(), {}); });
+    return StatusOf([&] { Ask(); });
   }
 };
 
@@ -101,22 +79,18 @@ TEST_F(GetDataSourceVersion, DoesNotFallBackToAnEarlierInstance) {
 
 TEST_F(GetDataSourceVersion, PassesTheFailureOfEachStepOn) {
   AddVersion("1.2.3.4");
-  for (const char* const call :
-       {"QORSG_HWXProduct[0].Version.GetValue", "QORSG_HWXProduct[0].GetProperty(Version)",
-        "QORSG_HWXProduct.EnumerateInstances(deep)", "GetClass(QORSG_HWXProduct)"}) {
-    fNamespace.Fail(call, NQORHWX20::kHWXStatusAccessDenied);
-    EXPECT_EQ(Status(), NQORHWX20::kHWXStatusAccessDenied) << call;
-  }
+  ExpectStatusToPass(
+      {"QORSG_HWXProduct[0].Version.GetValue", "QORSG_HWXProduct[0].GetProperty(Version)",
+       "QORSG_HWXProduct.EnumerateInstances(deep)", "GetClass(QORSG_HWXProduct)"},
+      [&] { Ask(); });
   EXPECT_THAT(fLog.Lines(), IsEmpty());
 }
 
 TEST_F(GetDataSourceVersion, TakesAnEmptyPointerForAThingThatIsNotThere) {
   AddVersion("1.2.3.4");
-  for (const char* const call : {"QORSG_HWXProduct[0].GetProperty(Version)", "QORSG_HWXProduct[0]",
-                                 "GetClass(QORSG_HWXProduct)"}) {
-    fNamespace.HandOutNothing(call);
-    EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound) << call;
-  }
+  ExpectEmptyPointerNotFound({"QORSG_HWXProduct[0].GetProperty(Version)", "QORSG_HWXProduct[0]",
+                              "GetClass(QORSG_HWXProduct)"},
+                             [&] { Ask(); });
 }
 
 class GetDataSourceBuild : public DataSourceQuery {
@@ -195,12 +169,10 @@ TEST_F(GetDataSourceBuild, PassesAFailureOfTheEnumerationOn) {
 
 TEST_F(GetDataSourceBuild, PassesOtherExceptionsOn) {
   AddBuild(1234u);
-  for (const char* const call :
-       {"QORSG_HWXProduct[0].Build.GetValue", "QORSG_HWXProduct[0].GetProperty(Build)",
-        "QORSG_HWXProduct.EnumerateInstances(deep)", "GetClass(QORSG_HWXProduct)"}) {
-    fNamespace.Do(call, [] { throw std::runtime_error("broken"); });
-    EXPECT_THROW(Ask(), std::runtime_error) << call;
-  }
+  ExpectOtherExceptionsToPass(
+      {"QORSG_HWXProduct[0].Build.GetValue", "QORSG_HWXProduct[0].GetProperty(Build)",
+       "QORSG_HWXProduct.EnumerateInstances(deep)", "GetClass(QORSG_HWXProduct)"},
+      [&] { Ask(); });
 }
 
 // The version parts. A part that is not there throws `kHWXStatusNotFound`.

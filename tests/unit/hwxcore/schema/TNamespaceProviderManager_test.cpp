@@ -12,6 +12,7 @@
 #include "hwxcore/schema/TRootObject.h"
 #include "support/ScopedLogCapture.h"
 #include "support/StatusOf.h"
+#include "support/TextOf.h"
 #include "support/VirtualSlots.h"
 
 using hwxtest::ScopedLogCapture;
@@ -152,12 +153,9 @@ TEST(TNamespaceProviderManager, CallsAnEmptyCallbackOnlyWhereThereIsAProvider) {
   ProviderCallback empty;
   EXPECT_NO_THROW(registry.EnumerateNamespaceProviders(empty));
   registry.RegisterNamespaceProvider(MakeProvider("a"));
-  try {
-    registry.EnumerateNamespaceProviders(empty);
-    ADD_FAILURE();
-  } catch (const boost::bad_function_call& failure) {
-    EXPECT_STREQ(failure.what(), "call to empty boost::function");
-  }
+  EXPECT_EQ(hwxtest::TextOf<boost::bad_function_call>(
+                [&] { registry.EnumerateNamespaceProviders(empty); }),
+            "call to empty boost::function");
 }
 
 TEST(TNamespaceProviderManager, PassesTheExceptionOfACallbackThrough) {

@@ -9,7 +9,7 @@
 #include <random>
 #include <string>
 
-#include "unit/hwxcore/value/StreamText.h"
+#include "support/StreamText.h"
 
 namespace NQORHWX20 {
 namespace {

@@ -1,5 +1,6 @@
 // The two text forms: reading and printing.
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <locale>
@@ -7,11 +8,15 @@
 
 #include "hwxcore/value/TCIMDateTime.h"
 #include "support/StatusOf.h"
+#include "unit/hwxcore/value/DateTimeTesting.h"
 
 namespace NQORHWX20 {
 namespace {
 
+using hwxtest::IntervalFields;
 using hwxtest::StatusOf;
+using hwxtest::TimestampFields;
+using ::testing::ElementsAre;
 
 TCIMDateTime Parsed(const std::string& text) {
   return TCIMDateTime(text);
@@ -24,25 +29,14 @@ int StatusOfParsing(const std::string& text) {
 TEST(TCIMDateTimeParsing, ReadsATimestamp) {
   const TCIMDateTime dateTime = Parsed("20070102030405.000006+060");
   EXPECT_FALSE(dateTime.IsInterval());
-  EXPECT_EQ(dateTime.GetYear(), 2007);
-  EXPECT_EQ(dateTime.GetMonth(), 1);
-  EXPECT_EQ(dateTime.GetDay(), 2u);
-  EXPECT_EQ(dateTime.GetHour(), 3);
-  EXPECT_EQ(dateTime.GetMinute(), 4);
-  EXPECT_EQ(dateTime.GetSecond(), 5);
-  EXPECT_EQ(dateTime.GetMicroSeconds(), 6u);
-  EXPECT_EQ(dateTime.GetUTCOffset(), 60);
+  EXPECT_THAT(TimestampFields(dateTime), ElementsAre(2007, 1, 2, 3, 4, 5, 6, 60));
   EXPECT_EQ(dateTime.ToString(), "20070102030405.000006+060");
 }
 
 TEST(TCIMDateTimeParsing, ReadsAnInterval) {
   const TCIMDateTime dateTime = Parsed("00000001020304.000005:000");
   EXPECT_TRUE(dateTime.IsInterval());
-  EXPECT_EQ(dateTime.GetDay(), 1u);
-  EXPECT_EQ(dateTime.GetHour(), 2);
-  EXPECT_EQ(dateTime.GetMinute(), 3);
-  EXPECT_EQ(dateTime.GetSecond(), 4);
-  EXPECT_EQ(dateTime.GetMicroSeconds(), 5u);
+  EXPECT_THAT(IntervalFields(dateTime), ElementsAre(1, 2, 3, 4, 5));
   EXPECT_EQ(dateTime.ToString(), "00000001020304.000005:000");
 }
 

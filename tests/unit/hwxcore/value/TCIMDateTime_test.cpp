@@ -1,5 +1,6 @@
 #include "hwxcore/value/TCIMDateTime.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -8,11 +9,15 @@
 #include "hwxcore/value/TCIMDateTimeImpl.h"
 #include "support/ScopedEnvironment.h"
 #include "support/StatusOf.h"
+#include "unit/hwxcore/value/DateTimeTesting.h"
 
 namespace NQORHWX20 {
 namespace {
 
+using hwxtest::IntervalFields;
 using hwxtest::StatusOf;
+using hwxtest::TimestampFields;
+using ::testing::ElementsAre;
 
 const char* const kTimestamp = "20070102030405.000006+060";
 const char* const kInterval = "00000001020304.000005:000";
@@ -35,39 +40,21 @@ TEST(TCIMDateTime, IsNullUnlessItIsGivenAValue) {
 TEST(TCIMDateTime, ReadsTheFieldsOfANullOneWithoutAnyCheck) {
   const TCIMDateTime dateTime;
   EXPECT_FALSE(dateTime.IsInterval());
-  EXPECT_EQ(dateTime.GetYear(), 0);
-  EXPECT_EQ(dateTime.GetMonth(), 0);
-  EXPECT_EQ(dateTime.GetDay(), 0u);
-  EXPECT_EQ(dateTime.GetHour(), 0);
-  EXPECT_EQ(dateTime.GetMinute(), 0);
-  EXPECT_EQ(dateTime.GetSecond(), 0);
-  EXPECT_EQ(dateTime.GetMicroSeconds(), 0u);
-  EXPECT_EQ(dateTime.GetUTCOffset(), 0);
+  EXPECT_THAT(TimestampFields(dateTime), ElementsAre(0, 0, 0, 0, 0, 0, 0, 0));
 }
 
 TEST(TCIMDateTime, HoldsTheFieldsOfATimestamp) {
   const TCIMDateTime dateTime(2007, 1, 2, 3, 4, 5, 6, -60);
   EXPECT_FALSE(dateTime.IsNull());
   EXPECT_FALSE(dateTime.IsInterval());
-  EXPECT_EQ(dateTime.GetYear(), 2007);
-  EXPECT_EQ(dateTime.GetMonth(), 1);
-  EXPECT_EQ(dateTime.GetDay(), 2u);
-  EXPECT_EQ(dateTime.GetHour(), 3);
-  EXPECT_EQ(dateTime.GetMinute(), 4);
-  EXPECT_EQ(dateTime.GetSecond(), 5);
-  EXPECT_EQ(dateTime.GetMicroSeconds(), 6u);
-  EXPECT_EQ(dateTime.GetUTCOffset(), -60);
+  EXPECT_THAT(TimestampFields(dateTime), ElementsAre(2007, 1, 2, 3, 4, 5, 6, -60));
 }
 
 TEST(TCIMDateTime, HoldsTheFieldsOfAnInterval) {
   const TCIMDateTime dateTime = Interval();
   EXPECT_FALSE(dateTime.IsNull());
   EXPECT_TRUE(dateTime.IsInterval());
-  EXPECT_EQ(dateTime.GetDay(), 1u);
-  EXPECT_EQ(dateTime.GetHour(), 2);
-  EXPECT_EQ(dateTime.GetMinute(), 3);
-  EXPECT_EQ(dateTime.GetSecond(), 4);
-  EXPECT_EQ(dateTime.GetMicroSeconds(), 5u);
+  EXPECT_THAT(IntervalFields(dateTime), ElementsAre(1, 2, 3, 4, 5));
 }
 
 TEST(TCIMDateTime, AnIntervalLeavesTheFieldsThatItLacks) {
@@ -192,10 +179,7 @@ TEST(TCIMDateTime, ActsLikeANullOneWhenItIsCleared) {
   EXPECT_TRUE(cleared.IsNull());
   EXPECT_FALSE(cleared.IsInterval());
   EXPECT_FALSE(cleared.GetPrecision());
-  EXPECT_EQ(cleared.GetYear() + cleared.GetMonth() + cleared.GetHour() + cleared.GetMinute() +
-                cleared.GetSecond() + cleared.GetUTCOffset(),
-            0);
-  EXPECT_EQ(cleared.GetDay() + cleared.GetMicroSeconds(), 0u);
+  EXPECT_THAT(TimestampFields(cleared), ElementsAre(0, 0, 0, 0, 0, 0, 0, 0));
   EXPECT_EQ(StatusOf([&] { cleared.ToString(); }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { cleared.ToUIString(); }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { (void)(cleared == cleared); }), kHWXStatusInvalidDateTime);

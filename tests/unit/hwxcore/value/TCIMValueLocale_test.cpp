@@ -6,7 +6,7 @@
 #include <random>
 #include <string>
 
-#include "unit/hwxcore/value/StreamText.h"
+#include "support/StreamText.h"
 #include "unit/hwxcore/value/ValueTesting.h"
 
 namespace NQORHWX20 {

@@ -1,3 +1,4 @@
+#include "support/StatusOf.h"
 #include "unit/providers/linux/ProviderFixture.h"
 
 // The whole road: the module loaded, its provider in the registry, its classes as they declare
@@ -49,13 +50,8 @@ class Provider : public ProviderTest {
     return TCIMSchemaHelper::GetMTM(fNamespace);
   }
 
-  THWXStatusCode MTMFailure(Maker make) {
-    try {
-      ADD_FAILURE() << "got " << MTM(make);
-    } catch (const THWXException& failure) {
-      return failure.GetStatus();
-    }
-    return kHWXStatusOK;
+  int MTMFailure(Maker make) {
+    return StatusOf([&] { ADD_FAILURE() << "got " << MTM(make); });
   }
 
   std::vector<std::string> Keys(const std::string& className) {
@@ -108,12 +104,8 @@ TEST_F(Provider, IsFoundBesideTheLibrary) {
 TEST_F(Provider, AnswersForNoOtherProvider) {
   TCIMContext context;
   context.insert({TCIMSchemaHelper::kContextName, TCIMValue("cmpi")});
-  try {
-    fNamespace->GetClass("QORSG_ComputerSystem", context);
-    ADD_FAILURE() << "found";
-  } catch (const THWXException& failure) {
-    EXPECT_EQ(failure.GetStatus(), kHWXStatusNotFound);
-  }
+  EXPECT_EQ(StatusOf([&] { fNamespace->GetClass("QORSG_ComputerSystem", context); }),
+            kHWXStatusNotFound);
 }
 
 TEST_F(Provider, PublishesItsClassesAsRootClasses) {

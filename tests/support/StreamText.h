@@ -1,5 +1,5 @@
-#ifndef HWXTESTS_UNIT_HWXCORE_VALUE_STREAMTEXT_H
-#define HWXTESTS_UNIT_HWXCORE_VALUE_STREAMTEXT_H
+#ifndef HWXTESTS_SUPPORT_STREAMTEXT_H
+#define HWXTESTS_SUPPORT_STREAMTEXT_H
 
 #include <cmath>
 #include <ios>
@@ -94,4 +94,4 @@ std::string RandomNumberText(Generator& generator) {
 
 }  // namespace hwxtest
 
-#endif  // HWXTESTS_UNIT_HWXCORE_VALUE_STREAMTEXT_H
+#endif  // HWXTESTS_SUPPORT_STREAMTEXT_H
