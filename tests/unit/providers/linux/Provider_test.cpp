@@ -132,7 +132,7 @@ TEST_F(Provider, DeclaresOneKeyForEachClass) {
 TEST_F(Provider, DescribesEachClassAndProperty) {
   for (const auto& [name, key] : kClasses) {
     EXPECT_THAT(Description(fNamespace->GetClass(name, {})), Not(IsEmpty())) << name;
-    ForEachProperty(name, [&](const boost::shared_ptr<ICIMPropertyDecl>& decl) {
+    ForEachProperty(name, [&name = name](const boost::shared_ptr<ICIMPropertyDecl>& decl) {
       EXPECT_THAT(Description(decl), Not(IsEmpty())) << name << "." << decl->GetName({});
     });
   }
@@ -141,7 +141,7 @@ TEST_F(Provider, DescribesEachClassAndProperty) {
 TEST_F(Provider, ValuesOfUnknownMachinesAreNullsOfTheDeclaredTypes) {
   for (const auto& [name, key] : kClasses) {
     for (const auto& instance : List(name)) {
-      ForEachProperty(name, [&](const boost::shared_ptr<ICIMPropertyDecl>& decl) {
+      ForEachProperty(name, [&, &name = name](const boost::shared_ptr<ICIMPropertyDecl>& decl) {
         EXPECT_EQ(Value(instance, decl->GetName({})).GetType(), decl->GetType({}))
             << name << "." << decl->GetName({});
       });
