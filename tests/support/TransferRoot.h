@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "support/FileText.h"
+#include "support/Sanitizers.h"
 #include "support/TemporaryDirectory.h"
 
 namespace hwxtest {
@@ -108,7 +109,7 @@ class TransferRoot {
 
   /// Whether calls of the loader are traced: under AddressSanitizer they can't be.
   static constexpr bool TracesLoader() {
-#if defined(__SANITIZE_ADDRESS__)
+#ifdef HWXTESTS_ADDRESS_SANITIZER
     return false;
 #else
     return true;

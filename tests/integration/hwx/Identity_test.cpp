@@ -4,6 +4,7 @@
 
 #include "integration/hwx/HwxTest.h"
 #include "support/Machines.h"
+#include "support/Sanitizers.h"
 
 namespace hwxtest {
 namespace {
@@ -197,7 +198,7 @@ TEST_F(IdentityTest, FailsForFirmwareThatIsMalformed) {
 }
 
 TEST_F(IdentityTest, TellsTheDomainOfAHypervisor) {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef HWXTESTS_ADDRESS_SANITIZER
   GTEST_SKIP() << "SKIPPED: AddressSanitizer needs the real /proc";
 #endif
   const HwxTree tree;  // without /proc, the loader can't tell where the program lies

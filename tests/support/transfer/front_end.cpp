@@ -18,6 +18,7 @@
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/value/THWXException.h"
 #include "support/Descriptors.h"
+#include "support/Sanitizers.h"
 #include "support/ScopedLogCapture.h"
 
 using NQORHWX20::THWXException;
@@ -38,7 +39,7 @@ extern "C" std::FILE* fdopen(int file, const char* mode) noexcept {
   return next(file, mode);
 }
 
-#if !defined(__SANITIZE_ADDRESS__)  // which needs the loader for itself
+#ifndef HWXTESTS_ADDRESS_SANITIZER  // which needs the loader for itself
 
 namespace {
 

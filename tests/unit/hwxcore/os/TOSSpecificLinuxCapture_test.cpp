@@ -13,6 +13,7 @@
 #include "support/Descriptors.h"
 #include "support/FileText.h"
 #include "support/MemoryLimit.h"
+#include "support/Sanitizers.h"
 #include "support/ScopedLogCapture.h"
 #include "support/ScopedSignal.h"
 #include "support/StatusOf.h"
@@ -119,7 +120,7 @@ TEST(CaptureFile, ReadsAPseudoFileThatReportsNoSize) {
 }
 
 TEST(CaptureFile, ReadsALargeFileWhereMemoryIsShort) {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef HWXTESTS_ADDRESS_SANITIZER
   GTEST_SKIP() << "SKIPPED: the sanitizer ends a process that has no memory left";
 #endif
   const TemporaryDirectory scratch;

@@ -6,6 +6,7 @@
 #include "hwxcore/os/TOSSpecific.h"
 #include "support/Descriptors.h"
 #include "support/FileText.h"
+#include "support/Sanitizers.h"
 #include "support/TemporaryDirectory.h"
 
 using hwxtest::FileText;
@@ -93,7 +94,7 @@ TEST_F(CurlFwrite, FailsIn32BitsIfTheFileCannotBeOpened) {
 
 // The bytes are addresses without memory behind them, and nobody reads them.
 TEST_F(CurlFwrite, CutsItsCountTo32Bits) {
-#if defined(__SANITIZE_THREAD__)
+#ifdef HWXTESTS_THREAD_SANITIZER
   GTEST_SKIP() << "ThreadSanitizer would note each of the bytes";
 #endif
   constexpr std::size_t kSize = (std::size_t{1} << 32) + 5;

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "support/Sanitizers.h"
 #include "unit/hwxcore/value/ReferenceTesting.h"
 
 namespace hwxtest {
@@ -16,7 +17,7 @@ using ::testing::Pair;
 
 constexpr int kDeepest = 200;  // the references within one another that a path may have
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef HWXTESTS_ADDRESS_SANITIZER
 constexpr std::size_t kSmallStack = 4 * 1024 * 1024;  // its frames are several times as large
 #else
 constexpr std::size_t kSmallStack = 512 * 1024;
