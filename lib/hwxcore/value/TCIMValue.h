@@ -111,8 +111,9 @@ class TCIMValue {
 
   /// A deep copy. Throws `kHWXStatusTypeMismatch` for a tag that names no type.
   TCIMValue(const TCIMValue& other);
-  /// What a copy would be; `other` is left a null of its type. There is no assignment of this kind,
-  /// as an assignment between equals changes nothing.
+  /// What a copy would be, but a tag that names no type is taken as it is; `other` is left a null
+  /// of its type. There is no assignment of this kind, as an assignment between equals changes
+  /// nothing.
   TCIMValue(TCIMValue&& other) noexcept;
   ~TCIMValue();
 
