@@ -1,4 +1,4 @@
-#include "hwx/Run.h"
+#include "hwx/commands/Run.h"
 
 int main(int argc, char** argv) {
   return hwx::Run(argc, argv);

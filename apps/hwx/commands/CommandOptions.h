@@ -1,0 +1,23 @@
+// Options as all commands spell them. Thread-safety: functions without state.
+
+#ifndef HWX_COMMANDS_COMMANDOPTIONS_H
+#define HWX_COMMANDS_COMMANDOPTIONS_H
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+
+namespace hwx {
+
+/// Adds an option, or, without dashes in front of its name, a positional argument, whose text may
+/// not be empty. `target` stays missing unless it is given. `argument` is what the help calls the
+/// text.
+CLI::Option* AddText(CLI::App& app, const char* name, std::optional<std::string>& target,
+                     const char* description, const char* argument);
+
+/// Adds the option "--json".
+void AddJson(CLI::App& app, bool& target);
+
+}  // namespace hwx
+
+#endif  // HWX_COMMANDS_COMMANDOPTIONS_H

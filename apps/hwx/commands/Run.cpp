@@ -1,0 +1,81 @@
+#include "hwx/commands/Run.h"
+
+#include <cstdlib>
+#include <exception>
+#include <string>
+
+#include "hwx/commands/CommandLine.h"
+#include "hwx/commands/Commands.h"
+#include "hwx/text/Output.h"
+#include "hwx/text/StatusWords.h"
+#include "hwxcore/diagnostics/TLogger.h"
+#include "hwxcore/value/THWXException.h"
+
+namespace hwx {
+
+using namespace NQORHWX20;
+
+namespace {
+
+// There is a log for those who ask for one: a question that takes milliseconds writes no file, and
+// leaves the last log as it was. Nothing hangs on it, so that without a file the command runs all
+// the same, and says so.
+void SetUpLogger(const TGlobalOptions& options) {
+  if (!options.fVerbose && !options.fLogDirectory) return;
+  if (options.fVerbose) TLogger::SetLogThreshold(ILogger::kHWXLogVerbose);
+  if (options.fLogDirectory) TLogger::SetLogFileDir(*options.fLogDirectory + "/");
+  try {
+    TLogger::GetInstance()->Initialize("hwx");
+  } catch (const THWXException& failure) {
+    ReportError("no log: " + TLogger::GetLogFileDir() +
+                "hwx.log can't be opened: " + InWords(failure.GetStatus()));
+  }
+}
+
+int Print(const TNotice& notice) {
+  if (notice.fStatus == kExitOK) {
+    WriteOutput(notice.fText);
+  } else {
+    WriteErrorText(notice.fText);
+  }
+  return notice.fStatus;
+}
+
+int RunCommand(const TRequest& request) {
+  // Before a log is opened.
+  RequireOpenOutput();
+  SetUpLogger(request.fOptions);
+  // Providers read the environment when they are asked, or when they are loaded.
+  const auto& firmware = request.fOptions.fFirmware;
+  if (firmware) ::setenv("HWX_SMBIOS_TABLES", firmware->c_str(), 1);
+  return request.fCommand->Run(request.fOptions);
+}
+
+// Runs `step`, and returns its exit status, or `failureStatus` when it throws.
+template <typename Step>
+int Guarded(int failureStatus, Step step) {
+  try {
+    return step();
+  } catch (const THWXException& failure) {
+    ReportError("the library failed: " + InWords(failure.GetStatus()));
+  } catch (const std::exception& failure) {
+    ReportError(failure.what());
+  } catch (...) {  // of a plug-in's own type
+    ReportError("a plug-in failed");
+  }
+  return failureStatus;
+}
+
+int Obey(const std::variant<TRequest, TNotice>& line) {
+  if (const auto* const notice = std::get_if<TNotice>(&line)) return Print(*notice);
+  const TRequest& request = std::get<TRequest>(line);
+  return Guarded(request.fCommand->FailureStatus(), [&] { return RunCommand(request); });
+}
+
+}  // namespace
+
+int Run(int argc, const char* const* argv) {
+  return Guarded(kExitFailed, [&] { return Obey(ParseCommandLine(argc, argv, AllCommands())); });
+}
+
+}  // namespace hwx

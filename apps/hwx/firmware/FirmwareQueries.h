@@ -1,0 +1,33 @@
+// What the library's queries of the firmware answer, with the reasons where they answer with their
+// defaults. Thread-safety: as `TFirmwareForLibrary`.
+
+#ifndef HWX_FIRMWARE_FIRMWAREQUERIES_H
+#define HWX_FIRMWARE_FIRMWAREQUERIES_H
+
+#include <string>
+
+#include "hwx/identity/Answer.h"
+
+namespace hwx {
+
+/// What the type 0 structure tells.
+struct TBiosIdentity {
+  TAnswer<std::string> fBiosID;             ///< Two characters, in the case that the firmware gave.
+  TAnswer<std::string> fTypeByTable;        ///< What the table of BIOS identifiers has for it.
+  TAnswer<std::string> fMachineTypeFromID;  ///< The same, else what the product name tells.
+};
+
+/// What the type 1 structure tells, as it stands there: nothing of it is judged.
+struct TSystemIdentity {
+  TAnswer<std::string> fMachineType;
+  TAnswer<std::string> fModel;
+  TAnswer<std::string> fProductName;
+  TAnswer<std::string> fSerialNumber;
+};
+
+TBiosIdentity AskBios();
+TSystemIdentity AskSystem();
+
+}  // namespace hwx
+
+#endif  // HWX_FIRMWARE_FIRMWAREQUERIES_H

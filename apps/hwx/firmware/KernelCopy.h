@@ -1,0 +1,20 @@
+// What the kernel keeps of the firmware's tables in /sys/class/dmi/id, also where it doesn't hand
+// out the tables themselves. Thread-safety: reads the environment, which no thread may change
+// meanwhile.
+
+#ifndef HWX_FIRMWARE_KERNELCOPY_H
+#define HWX_FIRMWARE_KERNELCOPY_H
+
+#include <string>
+
+#include "hwx/identity/Answer.h"
+
+namespace hwx {
+
+/// The text in one of its files, "product_name" for one. Missing too while the tables are another
+/// machine's.
+TAnswer<std::string> ReadKernelCopy(const std::string& name);
+
+}  // namespace hwx
+
+#endif  // HWX_FIRMWARE_KERNELCOPY_H

@@ -1,0 +1,24 @@
+// What the command "identity" prints with "--explain", behind the identity. As IdentityReport.h.
+// Thread-safety: functions without state.
+
+#ifndef HWX_IDENTITY_EXPLANATIONREPORT_H
+#define HWX_IDENTITY_EXPLANATIONREPORT_H
+
+#include <string>
+#include <vector>
+
+#include "hwx/identity/Explanation.h"
+#include "hwx/text/Json.h"
+
+namespace hwx {
+
+/// A heading for each fact, and below it a line for each source.
+std::string ExplanationText(const std::vector<TExplanation>& explanations);
+
+/// An object for each fact, by its key: {"disagree": ..., "sources": [{"source": "...", "verdict":
+/// "...", and the answer as in the identity}, ...]}.
+TJson ExplanationObject(const std::vector<TExplanation>& explanations);
+
+}  // namespace hwx
+
+#endif  // HWX_IDENTITY_EXPLANATIONREPORT_H

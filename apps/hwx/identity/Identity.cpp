@@ -1,0 +1,192 @@
+#include "hwx/identity/Identity.h"
+
+#include "hwx/firmware/FirmwareQueries.h"
+#include "hwx/text/StatusWords.h"
+#include "hwx/text/Words.h"
+#include "hwxcore/os/TOSSpecific.h"
+#include "hwxcore/schema/TCIMSchemaHelper.h"
+#include "hwxcore/schema/detail/SerialNumberCheck.h"
+#include "hwxcore/value/THWXException.h"
+
+namespace hwx {
+
+using namespace NQORHWX20;
+
+namespace {
+
+constexpr auto kText = TCIMValue::TCIMType::kCIMTypeString;
+constexpr auto kNumber = TCIMValue::TCIMType::kCIMTypeUInt16;
+
+const char kComputer[] = "QORSG_ComputerSystem";
+const char kSystem[] = "QORSG_OperatingSystem";
+const char kProduct[] = "QORSG_HWXProduct";
+
+// Class, property, noun, type, whether it is of the firmware, whether one instance is needed.
+const TQueriedProperty kProductName = {kComputer, "ProductName", "product name", kText, true, true};
+const TQueriedProperty kSerialNumber = {kComputer, "SerialNumber", "serial number",
+                                        kText,     true,           true};
+const TQueriedProperty kSystemName = {kComputer, "Name", "system name", kText, false, true};
+const TQueriedProperty kOSName = {kSystem, "Name", "operating system name", kText, false, true};
+const TQueriedProperty kOSVersion = {kSystem, "Version", "operating system version",
+                                     kText,   false,     true};
+const TQueriedProperty kOSType = {kSystem, "OSType", "operating system type", kNumber, false, true};
+const TQueriedProperty kSourceVersion = {kProduct, "Version", "data source version",
+                                         kText,    false,     false};
+const TQueriedProperty kSourceBuild = {kProduct, "Build", "data source build", kText, false, false};
+
+std::string BlankReason(const TQueriedProperty& source) {
+  return std::string("the ") + source.fNoun + " is blank";
+}
+
+std::string ExplainByStatus(const THWXStatusCode& status) {
+  return "the provider failed: " + InWords(status);
+}
+
+// The reason why a query failed: what stands in the way of reading its source; if nothing does,
+// `explain` tells it from the status.
+template <typename Explain>
+std::string Why(const NamespacePtr& machine, const TQueriedProperty& source,
+                const THWXStatusCode& status, Explain explain) {
+  const auto unreadable = WhyUnreadable(machine, source);
+  if (unreadable) return *unreadable;
+  try {
+    return explain(status);
+  } catch (const THWXException& failure) {
+    return ExplainByStatus(failure.GetStatus());
+  }
+}
+
+template <typename Query, typename Explain>
+auto Ask(const NamespacePtr& machine, const TQueriedProperty& source, Query query, Explain explain)
+    -> TAnswer<decltype(query())> {
+  typedef decltype(query()) T;
+  try {
+    return {query(), std::string()};
+  } catch (const THWXException& failure) {
+    return Missing<T>(Why(machine, source, failure.GetStatus(), explain));
+  } catch (const std::exception& failure) {
+    return Missing<T>(std::string("the provider failed: ") + failure.what());
+  }
+}
+
+TAnswer<std::string> AskText(const NamespacePtr& machine, const TQueriedProperty& source,
+                             std::string (*query)(NamespacePtr)) {
+  auto answer = Ask(
+      machine, source, [&] { return query(machine); }, &ExplainByStatus);
+  if (!answer.fValue || !IsBlank(*answer.fValue)) return answer;
+  return Missing<std::string>(WhyUnreadable(machine, source).value_or(BlankReason(source)));
+}
+
+TAnswer<std::string> AskMTM(const NamespacePtr& machine) {
+  const auto explain = [&](const THWXStatusCode& status) {
+    if (status != kHWXStatusInvalidFormat) return ExplainByStatus(status);
+    const std::string name = TCIMSchemaHelper::GetRawMTMString(machine);
+    if (IsBlank(name)) return BlankReason(kProductName);
+    return "product name " + Quoted(name) + " holds no machine type";
+  };
+  return Ask(
+      machine, kProductName, [&] { return TCIMSchemaHelper::GetMTM(machine); }, explain);
+}
+
+// Both come from one query, which digs them out of the product name.
+void AskTypeAndModel(const NamespacePtr& machine, TIdentity& identity) {
+  const TAnswer<std::string> mtm = AskMTM(machine);
+  if (!mtm.fValue) {
+    identity.fMachineType = identity.fModel = mtm;
+    return;
+  }
+  identity.fMachineType.fValue = mtm.fValue->substr(0, 4);
+  const std::string model = mtm.fValue->substr(4, 3);
+  if (model == "xxx" || IsBlank(model)) {
+    identity.fModel.fReason = "the product name holds a machine type, but no model";
+  } else {
+    identity.fModel.fValue = model;
+  }
+}
+
+// The rule for serial numbers serves here too: makers leave the same in the place of both.
+TAnswer<std::string> AskProductName(const NamespacePtr& machine) {
+  auto answer = AskText(machine, kProductName, &TCIMSchemaHelper::GetSystemProductName);
+  if (!answer.fValue || detail::CheckedSerialNumber(*answer.fValue)) return answer;
+  return Missing<std::string>(Quoted(*answer.fValue) + " is a filler, not a product name");
+}
+
+TAnswer<std::string> AskSerialNumber(const NamespacePtr& machine) {
+  const auto explain = [&](const THWXStatusCode& status) {
+    if (status != kHWXStatusNotFound) return ExplainByStatus(status);
+    const std::string text = TCIMSchemaHelper::GetRawSerialNumberString(machine, TCIMContext());
+    if (IsBlank(text)) return BlankReason(kSerialNumber);
+    return Quoted(text) + " is a filler, not a serial number";
+  };
+  return Ask(
+      machine, kSerialNumber,
+      [&] { return TCIMSchemaHelper::GetSerialNumber(machine, TCIMContext()); }, explain);
+}
+
+// The words of the CIM value map for what this program can meet; other systems show by number.
+TAnswer<std::string> OperatingSystemTypeName(const TAnswer<unsigned short>& type) {
+  if (!type.fValue) return Missing<std::string>(type.fReason);
+  switch (*type.fValue) {
+    case 0:
+      return {"Unknown", {}};
+    case 1:
+      return {"Other", {}};
+    case 36:
+      return {"LINUX", {}};
+    default:
+      return Missing<std::string>("no name for the number " + std::to_string(*type.fValue));
+  }
+}
+
+void AskFirmware(TIdentity& identity) {
+  const TBiosIdentity bios = AskBios();
+  identity.fBiosID = bios.fBiosID;
+  identity.fMachineTypeByBios = bios.fMachineTypeFromID;
+}
+
+void AskOperatingSystem(const NamespacePtr& machine, TIdentity& identity) {
+  identity.fOperatingSystemName =
+      AskText(machine, kOSName, &TCIMSchemaHelper::GetOperatingSystemName);
+  identity.fOperatingSystemVersion =
+      AskText(machine, kOSVersion, &TCIMSchemaHelper::GetOperatingSystemVersion);
+  identity.fOperatingSystemType = Ask(
+      machine, kOSType, [&] { return TCIMSchemaHelper::GetOperatingSystemType(machine); },
+      &ExplainByStatus);
+  identity.fOperatingSystemTypeName = OperatingSystemTypeName(identity.fOperatingSystemType);
+}
+
+TAnswer<std::string> AskXenDomain() {
+  static const char* const kDomains[] = {"control", "guest", "none"};
+  try {
+    return {kDomains[TOSSpecific::GetRunningTypeOnXen()], std::string()};
+  } catch (const THWXException&) {  // of the same status whatever is wrong
+    return Missing<std::string>("/proc/xen/capabilities can't be read");
+  }
+}
+
+std::string SourceVersion(NamespacePtr machine) {
+  return TCIMSchemaHelper::GetDataSourceVersion(machine, TCIMContext());
+}
+
+// Tells absence by an empty text, where the others throw.
+std::string SourceBuild(NamespacePtr machine) {
+  return TCIMSchemaHelper::GetDataSourceBuild(machine, TCIMContext());
+}
+
+}  // namespace
+
+TIdentity AskIdentity(const NamespacePtr& machine) {
+  TIdentity identity;
+  AskTypeAndModel(machine, identity);
+  identity.fProductName = AskProductName(machine);
+  identity.fSerialNumber = AskSerialNumber(machine);
+  AskFirmware(identity);
+  identity.fSystemName = AskText(machine, kSystemName, &TCIMSchemaHelper::GetSystemName);
+  AskOperatingSystem(machine, identity);
+  identity.fXenDomain = AskXenDomain();
+  identity.fDataSourceVersion = AskText(machine, kSourceVersion, &SourceVersion);
+  identity.fDataSourceBuild = AskText(machine, kSourceBuild, &SourceBuild);
+  return identity;
+}
+
+}  // namespace hwx

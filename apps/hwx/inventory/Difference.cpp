@@ -1,0 +1,134 @@
+#include "hwx/inventory/Difference.h"
+
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "hwx/inventory/Inventory.h"
+#include "hwx/inventory/ValueText.h"
+#include "hwxkit/CIMName.h"
+
+namespace hwx {
+
+using namespace NQORHWX20;
+
+namespace {
+
+typedef std::unordered_set<std::string, TCIMNameHash, TCIMNameEqual> TNames;
+
+TNames ClassAndAncestors(ClassPtr cimClass) {
+  TNames names = {cimClass->GetName(TCIMContext())};
+  while (!cimClass->IsRootClass(TCIMContext())) {
+    cimClass = cimClass->GetSuperClass(TCIMContext());
+    names.insert(cimClass->GetName(TCIMContext()));
+  }
+  return names;
+}
+
+TNames IgnoredIn(const ClassPtr& cimClass, const std::vector<TIgnoredProperty>& ignored) {
+  const TNames classes = ClassAndAncestors(cimClass);
+  TNames properties;
+  for (const TIgnoredProperty& property : ignored) {
+    if (classes.count(property.fClass) != 0) properties.insert(property.fProperty);
+  }
+  return properties;
+}
+
+TJson ComparedValues(ICIMInstance& instance, const TNames& ignored) {
+  TJson values = TJson::object();
+  for (const TPropertyValue& property : PropertyValues(instance)) {
+    TJson value = ValueJson(property.fValue);
+    if (value.is_null() || ignored.count(property.fName) != 0) continue;
+    values[property.fName] = std::move(value);
+  }
+  return values;
+}
+
+// The instances of one side. Those of a path are told apart by their number: only keyless ones
+// share a path.
+class TSide {
+ public:
+  struct TEntry {
+    std::string fName;  ///< The path and the number.
+    TLoneInstance fInstance;
+  };
+
+  TSide(ICIMNamespace& ns, const std::vector<TIgnoredProperty>& ignored) {
+    for (const auto& cimClass : AllClasses(ns)) {
+      const TNames ignoredHere = IgnoredIn(cimClass, ignored);
+      const auto add = [&](const InstancePtr& instance) {
+        Add({InstancePath(*instance), ComparedValues(*instance, ignoredHere)});
+      };
+      fIsComplete = VisitInstances(*cimClass, add) && fIsComplete;
+    }
+  }
+
+  const std::vector<TEntry>& Entries() const { return fEntries; }
+  bool IsComplete() const { return fIsComplete; }
+
+  /// The entry of that name, or null.
+  const TEntry* Find(const std::string& name) const {
+    const auto place = fPlaces.find(name);
+    return place == fPlaces.end() ? nullptr : &fEntries[place->second];
+  }
+
+ private:
+  void Add(TLoneInstance instance) {
+    const std::size_t number = ++fCounts[instance.fPath];
+    const std::string name = instance.fPath + " " + std::to_string(number);
+    fPlaces[name] = fEntries.size();
+    fEntries.push_back({name, std::move(instance)});
+  }
+
+  std::vector<TEntry> fEntries;
+  std::unordered_map<std::string, std::size_t> fPlaces;
+  std::unordered_map<std::string, std::size_t> fCounts;
+  bool fIsComplete = true;
+};
+
+std::vector<TChangedProperty> ChangedProperties(const TJson& oldValues, const TJson& newValues) {
+  std::vector<TChangedProperty> changed;
+  for (const auto& [name, value] : oldValues.items()) {
+    const TJson newValue = newValues.value(name, TJson());
+    if (value != newValue) changed.push_back({name, value, newValue});
+  }
+  for (const auto& [name, value] : newValues.items()) {
+    if (!oldValues.contains(name)) changed.push_back({name, nullptr, value});
+  }
+  return changed;
+}
+
+void AddLone(const TSide& side, const TSide& other, std::vector<TLoneInstance>& lone) {
+  for (const TSide::TEntry& entry : side.Entries()) {
+    if (!other.Find(entry.fName)) lone.push_back(entry.fInstance);
+  }
+}
+
+void AddCommon(const TSide& oldSide, const TSide& newSide, TDifference& difference) {
+  for (const TSide::TEntry& entry : oldSide.Entries()) {
+    const TSide::TEntry* const other = newSide.Find(entry.fName);
+    if (!other) continue;
+    auto changed = ChangedProperties(entry.fInstance.fValues, other->fInstance.fValues);
+    if (changed.empty()) {
+      ++difference.fEqual;
+    } else {
+      difference.fChanged.push_back({entry.fInstance.fPath, std::move(changed)});
+    }
+  }
+}
+
+}  // namespace
+
+TDifference Compare(ICIMNamespace& oldNamespace, ICIMNamespace& newNamespace,
+                    const std::vector<TIgnoredProperty>& ignored) {
+  const TSide oldSide(oldNamespace, ignored);
+  const TSide newSide(newNamespace, ignored);
+  TDifference difference;
+  AddLone(oldSide, newSide, difference.fRemoved);
+  AddLone(newSide, oldSide, difference.fAdded);
+  AddCommon(oldSide, newSide, difference);
+  difference.fIsComplete = oldSide.IsComplete() && newSide.IsComplete();
+  return difference;
+}
+
+}  // namespace hwx

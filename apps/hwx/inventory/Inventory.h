@@ -1,0 +1,47 @@
+// What a namespace holds, class by class. Thread-safety: that of the namespace.
+
+#ifndef HWX_INVENTORY_INVENTORY_H
+#define HWX_INVENTORY_INVENTORY_H
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hwx/inventory/Namespace.h"
+#include "hwxcore/value/TCIMValue.h"
+
+namespace hwx {
+
+typedef std::vector<ClassPtr> TClasses;
+
+/// All classes, each behind its superclass.
+TClasses AllClasses(NQORHWX20::ICIMNamespace& ns);
+
+/// The class of that name with all that descend from it; all classes without a name. Throws
+/// `TFailure` if there is no such class.
+TClasses ClassesUnder(NQORHWX20::ICIMNamespace& ns, const std::optional<std::string>& name);
+
+typedef std::function<void(const InstancePtr&)> TInstanceVisitor;
+
+/// Presents the instances that the class itself has, none of its subclasses'. A provider that fails
+/// costs the rest of this class: that is reported on the standard error stream, and the answer is
+/// false.
+bool VisitInstances(NQORHWX20::ICIMClass& cimClass, const TInstanceVisitor& visit);
+
+/// The path of an instance in its namespace: the class with the keys. One without keys is named by
+/// its class alone.
+std::string InstancePath(NQORHWX20::ICIMInstance& instance);
+
+/// A property of an instance.
+struct TPropertyValue {
+  std::string fName;
+  NQORHWX20::TCIMValue fValue;
+};
+
+/// All properties, in the order of the class.
+std::vector<TPropertyValue> PropertyValues(NQORHWX20::ICIMInstance& instance);
+
+}  // namespace hwx
+
+#endif  // HWX_INVENTORY_INVENTORY_H

@@ -1,0 +1,22 @@
+// The road to this machine's data: its provider, and the namespace that it opens.
+// Thread-safety: for the main thread, before there are others.
+
+#ifndef HWX_INVENTORY_MACHINE_H
+#define HWX_INVENTORY_MACHINE_H
+
+#include "hwx/commands/Command.h"
+#include "hwx/inventory/Namespace.h"
+
+namespace hwx {
+
+/// The namespace of the provider "plugin". Throws `TFailure`, which says at which step the road
+/// ended.
+NamespacePtr OpenMachine();
+
+/// The same for a command. What the user gave in place of the machine's tables must be good, or
+/// `TFailure` says what is wrong with it; the machine's own tables needn't be.
+NamespacePtr OpenMachine(const TGlobalOptions& options);
+
+}  // namespace hwx
+
+#endif  // HWX_INVENTORY_MACHINE_H

@@ -1,0 +1,38 @@
+// JSON as the commands print it. Thread-safety: functions without state.
+
+#ifndef HWX_TEXT_JSON_H
+#define HWX_TEXT_JSON_H
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "hwx/identity/Answer.h"
+
+namespace hwx {
+
+/// Keeps the keys in the order in which they were put in.
+typedef nlohmann::ordered_json TJson;
+
+/// `json` in whole lines of pure ASCII, so that no control character, also of the higher ones,
+/// reaches a terminal raw. Bytes that aren't UTF-8 are replaced by U+FFFD.
+inline std::string JsonText(const TJson& json) {
+  constexpr int kIndent = 2;
+  return json.dump(kIndent, ' ', true, TJson::error_handler_t::replace) + "\n";
+}
+
+/// {"value": ...}, or {"value": null, "reason": "..."}.
+template <typename T>
+TJson Json(const TAnswer<T>& answer) {
+  TJson json;
+  if (answer.fValue) {
+    json["value"] = *answer.fValue;
+  } else {
+    json["value"] = nullptr;
+    json["reason"] = answer.fReason;
+  }
+  return json;
+}
+
+}  // namespace hwx
+
+#endif  // HWX_TEXT_JSON_H

@@ -1,0 +1,29 @@
+// The program's two streams, and the line of progress on them. Thread-safety: for the main thread.
+
+#ifndef HWX_TEXT_OUTPUT_H
+#define HWX_TEXT_OUTPUT_H
+
+#include <string>
+
+namespace hwx {
+
+/// Throws `TFailure` if the standard output is closed: a file that is opened next would take its
+/// place, and get what is meant for the user.
+void RequireOpenOutput();
+
+/// Writes `text` to the standard output. Throws `TFailure` if not all of it gets through.
+void WriteOutput(const std::string& text);
+
+/// Writes lines to the standard error stream.
+void WriteErrorText(const std::string& text);
+
+/// Writes a line for people to the standard error stream, behind the program's name.
+void ReportError(const std::string& message);
+
+/// Tells on the standard error stream what is being done, if it is a terminal: in a line of its
+/// own, which gives way to the next one and to anything else that is written.
+void ShowProgress(const std::string& text);
+
+}  // namespace hwx
+
+#endif  // HWX_TEXT_OUTPUT_H
