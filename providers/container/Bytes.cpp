@@ -12,7 +12,6 @@ namespace {
 
 using NQORHWX20::TContainerException;
 
-constexpr std::size_t kBufferSize = 65536;
 constexpr int kGzipWindow = 15 + 16;  // the largest window, and the gzip format around it
 
 // zlib counts in unsigned int and takes pointers to bytes that it doesn't change.

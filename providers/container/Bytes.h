@@ -14,6 +14,9 @@
 
 namespace container {
 
+/// How many bytes are read, packed or written at once.
+constexpr std::size_t kBufferSize = 65536;
+
 /// Gives bytes one after the other.
 class TByteSource {
  public:

@@ -12,7 +12,6 @@ namespace container {
 
 namespace {
 
-constexpr std::size_t kBufferSize = 65536;
 constexpr std::size_t kMostAttributes = 64;
 constexpr int kEnd = -1;
 

@@ -28,8 +28,6 @@ namespace {
 using namespace NQORHWX20;
 typedef boost::shared_ptr<ICIMQualifierDecl> TQualifierDecl;
 
-constexpr std::size_t kBufferSize = 65536;
-
 const char* Word(bool value) {
   return value ? "true" : "false";
 }

@@ -9,7 +9,7 @@ namespace linux_machine {
 
 namespace {
 
-void ReadInstance(NQORHWX20::TInstanceList& instances) {
+void ReadComputerSystem(NQORHWX20::TInstanceList& instances) {
   const std::string root = SystemRoot();
   const TSystemInformation information = ReadSystemInformation(root);
   NQORHWX20::TMemoryInstance& system = instances.Add();
@@ -39,7 +39,7 @@ void DefineComputerSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& 
       .Property("Family", "string", "The family of products that the machine belongs to.")
       .Property("FirmwareStatus", "string",
                 "Why the firmware's tables could not be read or not wholly; null when they could.")
-      .Source(&ReadInstance)
+      .Source(&ReadComputerSystem)
       .Commit();
 }
 

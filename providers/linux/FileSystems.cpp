@@ -27,7 +27,7 @@ constexpr std::string_view kLocalTypes[] = {
     "hfsplus",  "iso9660",  "jfs",   "minix", "msdos", "nilfs2", "ntfs3", "overlay", "ramfs",
     "reiserfs", "squashfs", "tmpfs", "udf",   "vfat",  "xfs",    "zfs",
 };
-constexpr std::string_view kMemoryTypes[] = {"ramfs", "tmpfs"};
+constexpr std::string_view kMemoryFileSystems[] = {"ramfs", "tmpfs"};
 
 enum EPersistence : std::uint16_t { kPersistent = 2, kTemporary = 3 };
 
@@ -157,7 +157,7 @@ std::vector<TFileSystem> ReadFileSystems(const std::string& root) {
     system.fType = mount.fType;
     system.fReadOnly = IsReadOnly(mount);
     if (IsOneOf(kLocalTypes, mount.fType)) {
-      system.fPersistence = IsOneOf(kMemoryTypes, mount.fType) ? kTemporary : kPersistent;
+      system.fPersistence = IsOneOf(kMemoryFileSystems, mount.fType) ? kTemporary : kPersistent;
     }
     if (root.empty() && IsSafeToAsk(mount, blocking)) {
       AddSizes(system);

@@ -30,12 +30,6 @@ std::optional<std::uint64_t> TakeId(std::string_view& line, std::size_t digits) 
   return id;
 }
 
-bool TakePrefix(std::string_view& line, std::string_view prefix) {
-  const bool found = line.substr(0, prefix.size()) == prefix;
-  line.remove_prefix(found ? prefix.size() : 0);
-  return found;
-}
-
 }  // namespace
 
 TIdDatabase::TIdDatabase(std::string text) : fText(std::move(text)) {

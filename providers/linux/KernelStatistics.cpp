@@ -11,12 +11,6 @@ namespace linux_machine {
 
 namespace {
 
-bool TakePrefix(std::string_view& text, std::string_view prefix) {
-  const bool found = text.substr(0, prefix.size()) == prefix;
-  text.remove_prefix(found ? prefix.size() : 0);
-  return found;
-}
-
 bool TakeSuffix(std::string_view& text, std::string_view suffix) {
   const bool found =
       text.size() >= suffix.size() && text.substr(text.size() - suffix.size()) == suffix;

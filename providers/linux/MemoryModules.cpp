@@ -14,7 +14,6 @@ constexpr std::uint64_t kKibibyte = 1024;
 constexpr std::uint64_t kMebibyte = 1024 * 1024;
 
 // The numbers of CIM, at the places of those of the format.
-constexpr std::uint16_t kUnknown = 0;
 constexpr std::uint16_t kOther = 1;
 constexpr std::uint16_t kFormFactors[] = {0, 1, 0, 7, 2, 1, 3, 4, 6, 8, 9, 1, 11, 12, 13, 24, 1};
 constexpr std::uint16_t kMemoryTypes[] = {0,  1,  0,  2,  6,  7,  8,  9,  10, 11, 12, 13,
@@ -29,7 +28,7 @@ std::uint16_t Translate(const std::uint16_t (&numbers)[kSize], std::uint8_t numb
 template <std::size_t kSize>
 std::optional<std::uint16_t> Translated(const std::uint16_t (&numbers)[kSize],
                                         const smbios::TStructure& structure, std::size_t offset) {
-  return KnownNumber(Translate(numbers, structure.Byte(offset)), {kUnknown});
+  return KnownNumber<std::uint16_t>(Translate(numbers, structure.Byte(offset)), {0});
 }
 
 // The size field has 15 bits of MiB, or of KiB when the highest bit is set; sizes from 32 GiB on

@@ -15,7 +15,7 @@ constexpr std::uint64_t kFlagUp = 1;        // IFF_UP
 constexpr std::uint64_t kMegabit = 1000000;
 
 enum ELinkTechnology : std::uint16_t { kEthernet = 2, kWirelessLAN = 11 };
-enum EEnabledState : std::uint16_t { kUnknown = 0, kEnabled = 2, kDisabled = 3, kOffline = 6 };
+enum EEnabledState : std::uint16_t { kUnknownState = 0, kEnabled = 2, kDisabled = 3, kOffline = 6 };
 
 // The states of RFC 2863, and the words of CIM that are closest.
 constexpr std::pair<std::string_view, std::uint16_t> kOperationalStates[] = {
@@ -49,13 +49,13 @@ std::optional<std::string> PermanentAddress(const std::string& directory) {
 std::uint16_t EnabledState(const std::string& directory) {
   const auto flags = ParseHex(ReadTrimmed(directory + "/flags").value_or(std::string()));
   if (!flags) {
-    return kUnknown;
+    return kUnknownState;
   }
   if ((*flags & kFlagUp) == 0) {
     return kDisabled;
   }
   const auto carrier = ReadNumber(directory + "/carrier");
-  return !carrier ? kUnknown : *carrier != 0 ? kEnabled : kOffline;
+  return !carrier ? kUnknownState : *carrier != 0 ? kEnabled : kOffline;
 }
 
 std::optional<bool> FullDuplex(const std::string& directory) {

@@ -47,7 +47,7 @@ std::optional<std::uint64_t> Sum(std::optional<std::uint64_t> left,
   return *left + *right;
 }
 
-void ReadInstance(NQORHWX20::TInstanceList& instances) {
+void ReadRunningSystem(NQORHWX20::TInstanceList& instances) {
   const TOperatingSystem read = ReadOperatingSystem(SystemRoot());
   const TCIMDateTime now = NQORHWX20::TOSSpecific::GetLocalTime();
   const TMemory& memory = read.fMemory;
@@ -100,7 +100,7 @@ void DefineOperatingSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>&
       .Property("NumberOfProcesses", "uint32", "Processes that this user can see.")
       .Property("MaxNumberOfProcesses", "uint32",
                 "Processes and threads that there can be at once.")
-      .Source(&ReadInstance)
+      .Source(&ReadRunningSystem)
       .Commit();
 }
 

@@ -14,7 +14,7 @@ namespace linux_machine {
 namespace {
 
 constexpr std::uint8_t kCentralProcessor = 3;
-constexpr std::uint16_t kEnabled = 1;
+constexpr std::uint16_t kStatusEnabled = 1;
 
 // Bits of the firmware's characteristics, and the numbers of CIM.
 constexpr std::pair<int, std::uint16_t> kCharacteristics[] = {
@@ -173,7 +173,7 @@ std::vector<TProcessor> GroupProcessors(const std::vector<TLogicalProcessor>& lo
       package.fMaxClockSpeed = one.fMaxMegaHertz;
       package.fAddressWidth = one.fAddressWidth;
       package.fDataWidth = one.fIs64Bit ? std::optional<std::uint16_t>(64) : std::nullopt;
-      package.fStatus = kEnabled;
+      package.fStatus = kStatusEnabled;
       package.fThreads = 0;
       packages.push_back(std::move(package));
       cores.emplace_back();

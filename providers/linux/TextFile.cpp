@@ -131,6 +131,12 @@ std::optional<std::uint64_t> Multiply(std::optional<std::uint64_t> left,
   return isKnown ? std::optional(product) : std::nullopt;
 }
 
+bool TakePrefix(std::string_view& text, std::string_view prefix) {
+  const bool found = text.substr(0, prefix.size()) == prefix;
+  text.remove_prefix(found ? prefix.size() : 0);
+  return found;
+}
+
 std::string_view TakeLine(std::string_view& text) {
   const std::string_view line = text.substr(0, text.find('\n'));
   text.remove_prefix(std::min(line.size() + 1, text.size()));

@@ -62,6 +62,9 @@ std::optional<Number> Narrow(std::optional<std::uint64_t> number) {
 std::optional<std::uint64_t> Multiply(std::optional<std::uint64_t> left,
                                       std::optional<std::uint64_t> right);
 
+/// Takes `prefix` off the front of `text` if it stands there, and returns whether it did.
+bool TakePrefix(std::string_view& text, std::string_view prefix);
+
 /// Takes the first line off `text` and returns it, without its newline.
 std::string_view TakeLine(std::string_view& text);
 
