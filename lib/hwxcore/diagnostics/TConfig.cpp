@@ -4,11 +4,9 @@
 #include <exception>
 #include <fstream>
 
-#include "hwxcore/diagnostics/ILogger.h"
 #include "hwxcore/diagnostics/detail/ConfigLines.h"
-#include "hwxcore/diagnostics/detail/LogDebug.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/os/TOSSpecific.h"
-#include "hwxcore/schema/TRootObject.h"
 
 namespace NQORHWX20 {
 
@@ -18,20 +16,12 @@ const char kDirectory[] = "/dct/";
 const char kFileName[] = "dct.cfg";
 const char kMapIsEmpty[] = "TConfig::getValue(): map is empty";
 
-void Log(ILogger::EHWXLogSeverity severity, const std::string& message) {
-  TRootObject::GetCoreLogger()->OutputLogEntry(severity, message);
-}
-
-void LogError(const std::string& message) {
-  Log(ILogger::kHWXLogError, message);
-}
-
 // A plain failure leaves no word in the log, which is meant: the stream tells of it.
 void Open(std::ifstream& file, const std::string& path) {
   try {
     file.open(path);
   } catch (const std::exception&) {
-    LogError("TConfig::parseConfigFile(): Open config file " + path + " failed");
+    detail::LogError("TConfig::parseConfigFile(): Open config file " + path + " failed");
     file.setstate(std::ios::failbit);  // however far the opening got
   }
 }
@@ -46,7 +36,7 @@ TConfig* TConfig::GetInstance() {
 }
 
 TConfig::TConfig() : cfgFilePath(TOSSpecific::GetHWXRootPath() + kDirectory + kFileName) {
-  Log(ILogger::kHWXLogStatus, "Config file path:" + cfgFilePath);
+  detail::LogStatus("Config file path:" + cfgFilePath);
   parseConfigFile();  // a missing file still gives a usable, empty configuration
 }
 
@@ -57,12 +47,12 @@ TConfig::~TConfig() {
 
 std::string TConfig::getValue(const std::string& key) const {
   if (cfgMap.empty()) {
-    LogError(kMapIsEmpty);
+    detail::LogError(kMapIsEmpty);
     return "";
   }
   const auto entry = cfgMap.find(key);
   if (entry == cfgMap.end()) {
-    LogError("TConfig::getValue(): key not found");
+    detail::LogError("TConfig::getValue(): key not found");
     return "";
   }
   detail::LogDebug("TConfig::getValue(): key ", key, " found, value is ", entry->second);
@@ -70,7 +60,8 @@ std::string TConfig::getValue(const std::string& key) const {
 }
 
 std::vector<std::string> TConfig::listKeys() const {
-  if (cfgMap.empty()) LogError(kMapIsEmpty);  // which names the other operation, as is meant
+  if (cfgMap.empty())
+    detail::LogError(kMapIsEmpty);  // which names the other operation, as is meant
   std::vector<std::string> keys;
   keys.reserve(cfgMap.size());
   for (const auto& entry : cfgMap)
@@ -83,7 +74,7 @@ bool TConfig::parseConfigFile() {
   if (cfgFilePath.empty()) return false;
   // An empty file gets the words of a missing one, which is meant.
   if (!TOSSpecific::FileExists(cfgFilePath) || TOSSpecific::GetFileSize(cfgFilePath) == 0) {
-    LogError("TConfig::parseConfigFile(): config file doesn't exist");
+    detail::LogError("TConfig::parseConfigFile(): config file doesn't exist");
     return false;
   }
   std::ifstream file;

@@ -5,7 +5,7 @@
 
 #include <cerrno>
 
-#include "hwxcore/diagnostics/detail/LogDebug.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/os/detail/LocalClock.h"
 #include "hwxcore/value/THWXException.h"
 

@@ -6,19 +6,14 @@
 #include <algorithm>
 #include <new>
 
-#include "hwxcore/diagnostics/detail/LogDebug.h"
-#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
 
 namespace {
 
-constexpr std::size_t kChunkSize = 4096;
-
-void Log(ILogger::EHWXLogSeverity severity, const std::string& message) {
-  TRootObject::GetCoreLogger()->OutputLogEntry(severity, message);
-}
+constexpr std::size_t kFileChunkSize = 4096;
 
 // Makes room for one more chunk. Of a file that turns out to be large there may come much more;
 // what is reserved and never written to costs addresses and no memory, while moving a text costs
@@ -27,7 +22,7 @@ void MakeRoom(std::string& text) {
   constexpr std::size_t kLargeText = 65536;
   constexpr std::size_t kMostRoom = 1 << 30;
   const std::size_t size = text.size();
-  if (text.capacity() - size >= kChunkSize || size < kLargeText) return;
+  if (text.capacity() - size >= kFileChunkSize || size < kLargeText) return;
   try {
     text.reserve(size + std::max(size, std::min(15 * size, kMostRoom)));
   } catch (const std::bad_alloc&) {
@@ -38,16 +33,16 @@ void MakeRoom(std::string& text) {
 }  // namespace
 
 std::string TOSSpecific::GetFileContents(int descriptor, std::string name, bool logContents) {
-  char chunk[kChunkSize];
+  char chunk[kFileChunkSize];
   std::string text;
   ssize_t size;
   // The file isn't asked for its size: the files of /proc don't know it.
-  while ((size = ::read(descriptor, chunk, kChunkSize)) > 0) {
+  while ((size = ::read(descriptor, chunk, kFileChunkSize)) > 0) {
     MakeRoom(text);
     text.append(chunk, static_cast<std::size_t>(size));
   }
   if (size < 0) {
-    Log(ILogger::kHWXLogStatus, "GetFileContents failed to read file " + name);
+    detail::LogStatus("GetFileContents failed to read file " + name);
     throw THWXException(kHWXStatusFileSystemError);
   }
   if (logContents) detail::LogDebug("Debug (linux toss): GetFileContents() Returned: ", text);
@@ -57,7 +52,7 @@ std::string TOSSpecific::GetFileContents(int descriptor, std::string name, bool 
 std::string TOSSpecific::CaptureFile(std::string path) {
   const int file = ::open(path.c_str(), O_RDONLY);
   if (file == -1) {
-    Log(ILogger::kHWXLogError, "ERROR: CaptureFile failed to open: " + path);
+    detail::LogError("ERROR: CaptureFile failed to open: " + path);
     throw THWXException(kHWXStatusFileNotFound);  // whatever the cause, which is meant
   }
   std::string text = GetFileContents(file, path, true);
@@ -84,8 +79,8 @@ void TOSSpecific::CapFileViaProc(std::string command, std::vector<std::string> a
     contents = CaptureFile(path);
   } catch (const THWXException& failure) {
     contents.clear();
-    Log(ILogger::kHWXLogError,
-        std::string("failed to capture file content due to exception: ") + failure.what());
+    detail::LogError(std::string("failed to capture file content due to exception: ") +
+                     failure.what());
   }
 }
 

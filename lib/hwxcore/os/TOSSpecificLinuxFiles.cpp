@@ -12,18 +12,12 @@
 #include <fstream>
 #include <memory>
 
-#include "hwxcore/diagnostics/detail/LogDebug.h"
-#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
 
 namespace {
-
-struct TDirectoryCloser {
-  void operator()(DIR* directory) const { ::closedir(directory); }
-};
-typedef std::unique_ptr<DIR, TDirectoryCloser> DirectoryPtr;
 
 [[noreturn]] void ThrowFileSystemError() {
   throw THWXException(kHWXStatusFileSystemError);
@@ -190,9 +184,7 @@ void TOSSpecific::OpenOutputFileStream(std::ofstream& stream, std::string path) 
   stream.open(path);
   const int error = errno;
   if (stream.fail()) {
-    TRootObject::GetCoreLogger()->OutputLogEntry(
-        ILogger::kHWXLogError,
-        "TOSSpecific::OpenOutputFileStream --  Failed to open output file: " + path);
+    detail::LogError("TOSSpecific::OpenOutputFileStream --  Failed to open output file: " + path);
     throw THWXException(error == EACCES ? kHWXStatusAccessDenied : kHWXStatusFileSystemError);
   }
   detail::LogDebug("TOSSpecific::OpenOutputFileStream -- Exting ");

@@ -7,13 +7,14 @@
 #include <optional>
 #include <stdexcept>
 
-#include "hwxcore/diagnostics/detail/LogDebug.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/os/detail/BiosBuilds.h"
 #include "smbios/smbios.h"
 
 namespace NQORHWX20 {
 
 using detail::LogDebug;
+using detail::LogError;
 
 namespace {
 
@@ -33,10 +34,6 @@ constexpr int kSystemInformation = 1;
 constexpr int kBiosBufferSize = 4096;
 constexpr int kSystemBufferSize = 1024;
 constexpr int kBiosStringsSize = 100;  // a version that ends behind them isn't found
-
-void LogError(const std::string& text) {
-  TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError, text);
-}
 
 // Why the tables can't be opened, as `operation` tells it; missing if they can.
 std::optional<std::string> OpenTables(const char* operation, void*& handle) {

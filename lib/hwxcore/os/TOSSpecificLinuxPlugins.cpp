@@ -9,7 +9,8 @@
 #include <memory>
 #include <stdexcept>
 
-#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/diagnostics/detail/Log.h"
+#include "hwxcore/os/detail/Directory.h"
 #include "hwxcore/value/THWXException.h"
 #include "logger/Log.h"
 
@@ -17,14 +18,8 @@ namespace NQORHWX20 {
 
 namespace {
 
-struct TDirectoryCloser {
-  void operator()(DIR* directory) const { ::closedir(directory); }
-};
-typedef std::unique_ptr<DIR, TDirectoryCloser> DirectoryPtr;
-
-DirectoryPtr OpenDirectory(const std::string& path) {
-  return DirectoryPtr(::opendir(path.c_str()));
-}
+using detail::DirectoryPtr;
+using detail::OpenDirectory;
 
 // The next entry's name, null behind the last one.
 const char* NextName(const DirectoryPtr& directory) {
@@ -76,7 +71,7 @@ std::string LoaderError() {
 }
 
 [[noreturn]] void LogAndThrow(const std::string& message, EHWXStatusCode status) {
-  TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError, message);
+  detail::LogError(message);
   throw THWXException(status);
 }
 
@@ -153,7 +148,7 @@ void* TOSSpecific::LoadPluginLibrary(std::string path) {
   void* const module = OpenModule(path);
   if (!module) {
     const std::string message = "ERROR: Failed to load plugin.  Reason: " + LoaderError();
-    TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError, message);
+    detail::LogError(message);
     std::cout << "Failed to load plugin.  Reason: " << message;  // the phrase twice is meant
     throw THWXException(kHWXStatusFileSystemError);
   }

@@ -11,8 +11,7 @@
 #include <cstring>
 #include <memory>
 
-#include "hwxcore/diagnostics/detail/LogDebug.h"
-#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
@@ -147,13 +146,13 @@ int WaitForInput(int descriptor, int timeout) {
   return result > 0 && (input.revents & POLLNVAL) != 0 ? -1 : result;
 }
 
-constexpr std::size_t kChunkSize = 4095;
+constexpr std::size_t kOutputChunkSize = 4095;
 constexpr std::size_t kChunksAtOnce = 16;  // as many as a pipe holds
 
 // Of each chunk what stands before its first NUL byte; the rest is lost, which is meant.
 void AppendChunks(std::string& output, const char* text, std::size_t size) {
   for (const char* const end = text + size; text != end;) {
-    const std::size_t chunk = std::min(kChunkSize, static_cast<std::size_t>(end - text));
+    const std::size_t chunk = std::min(kOutputChunkSize, static_cast<std::size_t>(end - text));
     output.append(text, ::strnlen(text, chunk));
     text += chunk;
   }
@@ -162,7 +161,7 @@ void AppendChunks(std::string& output, const char* text, std::size_t size) {
 // Appends what comes until the end of file. Returns the last result of the wait: above 0 at the end
 // of file. The time-out begins anew with each wait, which is meant: it bounds silence alone.
 int Gather(int descriptor, int timeout, std::string& output) {
-  constexpr std::size_t kSize = kChunkSize * kChunksAtOnce;
+  constexpr std::size_t kSize = kOutputChunkSize * kChunksAtOnce;
   const std::unique_ptr<char[]> buffer(new char[kSize]);
   int ready;
   while ((ready = WaitForInput(descriptor, timeout)) > 0) {
@@ -198,7 +197,7 @@ void LogGivingUp(int ready, const std::string& name) {
 }
 
 [[noreturn]] void ThrowNoChild() {
-  TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError, "ERROR: Fork failed");
+  detail::LogError("ERROR: Fork failed");
   throw THWXException(kHWXStatusFail);
 }
 

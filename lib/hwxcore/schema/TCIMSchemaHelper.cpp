@@ -3,7 +3,7 @@
 #include <cctype>
 #include <vector>
 
-#include "hwxcore/diagnostics/detail/LogDebug.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxcore/schema/ICIMInstance.h"
 #include "hwxcore/schema/ICIMNamespace.h"

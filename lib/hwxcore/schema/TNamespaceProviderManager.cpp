@@ -1,8 +1,7 @@
 #include "hwxcore/schema/TNamespaceProviderManager.h"
 
-#include "hwxcore/diagnostics/ILogger.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/schema/INamespaceProvider.h"
-#include "hwxcore/schema/TRootObject.h"
 #include "hwxcore/schema/detail/Existing.h"
 #include "hwxcore/value/THWXException.h"
 
@@ -34,8 +33,7 @@ boost::shared_ptr<INamespaceProvider> TNamespaceProviderManager::GetNamespacePro
     const std::string& name) const {
   const auto found = fProviders.find(name);
   if (found == fProviders.end()) {
-    TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError,
-                                                 "Failed to find nsp named " + name);
+    detail::LogError("Failed to find nsp named " + name);
     throw THWXException(kHWXStatusNotFound);
   }
   return found->second;

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <memory>
 
-#include "hwxcore/diagnostics/ILogger.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxcore/schema/ICIMInstance.h"
 #include "hwxcore/schema/ICIMNamespace.h"
 #include "hwxcore/schema/ICIMPropertyDecl.h"
-#include "hwxcore/schema/TRootObject.h"
 #include "hwxcore/schema/detail/Existing.h"
 #include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/TCIMReferenceValueImpl.h"
@@ -25,13 +24,9 @@ using detail::Existing;
 // exhaust the stack of a small thread.
 constexpr unsigned kMaxNesting = 200;
 
-[[noreturn]] void LogAndThrow(ILogger::EHWXLogSeverity severity, const std::string& message) {
-  TRootObject::GetCoreLogger()->OutputLogEntry(severity, message);
+[[noreturn]] void Refuse(const std::string& message) {
+  detail::LogError(message);
   throw THWXException(kHWXStatusInvalidReference);
-}
-
-[[noreturn]] void LogAndThrow(const std::string& message) {
-  LogAndThrow(ILogger::kHWXLogError, message);
 }
 
 // Runs a look-up of the schema. What is absent is an invalid reference, told in the log by
@@ -41,7 +36,7 @@ auto LookUpOrThrow(LookUp lookUp, Message message) {
   try {
     return Existing(lookUp());
   } catch (const THWXException& failure) {
-    if (failure.GetStatus() == kHWXStatusNotFound) LogAndThrow(message());
+    if (failure.GetStatus() == kHWXStatusNotFound) Refuse(message());
     throw THWXException(failure.GetStatus());
   }
 }
@@ -65,7 +60,7 @@ std::string ParseQuotedText(const std::string& path, unsigned long& position) {
     position = FindSpecial(path, start);
     text.append(path, start, position - start);
     if (position < path.size() && path[position] == '"') return text;
-    if (++position >= path.size()) LogAndThrow("Reference missing closing '\"', path=" + path);
+    if (++position >= path.size()) Refuse("Reference missing closing '\"', path=" + path);
     // Only a backslash and a quotation mark are escaped; before others the backslash stays.
     if (!IsSpecial(path[position])) text += '\\';
     text += path[position];
@@ -143,11 +138,11 @@ void TCIMReferenceImpl::ParseKey(TCIMReferenceImpl* target,
                                  const boost::shared_ptr<ICIMNamespace>& ns, ICIMClass& keyClass,
                                  const std::string& path, unsigned long& position, unsigned depth) {
   if (path[position] != ',' && path[position] != '.') {
-    LogAndThrow("Reference missing '.' or ',', path=" + path);
+    Refuse("Reference missing '.' or ',', path=" + path);
   }
   const std::size_t equals = path.find('=', position);
   if (equals == std::string::npos) {
-    LogAndThrow("Reference missing property value, path=" + path);
+    Refuse("Reference missing property value, path=" + path);
   }
   const std::string name = path.substr(position + 1, equals - position - 1);
   const boost::shared_ptr<ICIMPropertyDecl> decl = LookUpOrThrow(
@@ -156,12 +151,13 @@ void TCIMReferenceImpl::ParseKey(TCIMReferenceImpl* target,
   position = equals + 1;
   if (position >= path.size() || path[position] != '"') {
     // At debug level, unlike its siblings, and that is meant.
-    LogAndThrow(ILogger::kHWXLogDebug, "Reference missing opening '\"', path=" + path);
+    detail::LogDebug("Reference missing opening '\"', path=", path);
+    throw THWXException(kHWXStatusInvalidReference);
   }
   // A map of this one key, whose entry is handed over: copies would add up where references nest.
   std::map<std::string, TCIMValue> key;
   if (decl->GetDefaultValue(TCIMContext()).IsReference()) {
-    if (depth >= kMaxNesting) LogAndThrow("Reference nests too deeply, path=" + path);
+    if (depth >= kMaxNesting) Refuse("Reference nests too deeply, path=" + path);
     auto nested = std::make_unique<TCIMReferenceValueImpl>(TCIMReference(ns, fContext));
     ParsePathAtDepth(nested->GetReference().GetBody(), path, position, depth + 1);
     key[name].SetBody(std::move(nested));
@@ -209,9 +205,8 @@ void TCIMReferenceImpl::CheckKey(const std::string& name, const TCIMValue& value
   const TCIMValue::TCIMType declared =
       Existing(fClass->GetPropertyDecl(name, TCIMContext()))->GetType(TCIMContext());
   if (declared == value.GetType()) return;
-  TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError,
-                                               "Core: Declaration type: " + declared.ToString() +
-                                                   " Value type: " + value.GetType().ToString());
+  detail::LogError("Core: Declaration type: " + declared.ToString() +
+                   " Value type: " + value.GetType().ToString());
   throw THWXException(kHWXStatusTypeMismatch);
 }
 

@@ -4,8 +4,7 @@
 #include <ostream>
 #include <utility>
 
-#include "hwxcore/diagnostics/ILogger.h"
-#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/value/TCIMArrayValueImpl.h"
 #include "hwxcore/value/TCIMChar16.h"
 #include "hwxcore/value/TCIMChar16ValueImpl.h"
@@ -54,10 +53,8 @@ void CheckElementTypes(TCIMType type, const std::vector<TCIMValue>& elements) {
   const TCIMType elementType = WithoutArrayFlag(type);
   for (const TCIMValue& element : elements) {
     if (element.GetType() == elementType) continue;
-    TRootObject::GetCoreLogger()->OutputLogEntry(
-        ILogger::kHWXLogError, "Core: ERROR: Attempting to create array of type " +
-                                   type.ToString() + ", but element is of type " +
-                                   element.GetType().ToString() + ".");
+    detail::LogError("Core: ERROR: Attempting to create array of type " + type.ToString() +
+                     ", but element is of type " + element.GetType().ToString() + ".");
     throw THWXException(kHWXStatusInvalidProperty);
   }
 }

@@ -5,9 +5,8 @@
 #include <stdexcept>
 
 #include "hwxbase/hwxbase.h"
-#include "hwxcore/diagnostics/ILogger.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/os/TOSSpecific.h"
-#include "hwxcore/schema/TRootObject.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20::detail {
@@ -31,8 +30,7 @@ void* Open(const std::string& path) {
 }  // namespace
 
 void FailTransfer(const std::string& operation, const std::string& text, EHWXStatusCode status) {
-  TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError,
-                                               "TOSSpecific|" + operation + ": " + text);
+  detail::LogError("TOSSpecific|" + operation + ": " + text);
   throw THWXException(status);
 }
 

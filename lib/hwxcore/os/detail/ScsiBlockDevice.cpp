@@ -5,8 +5,7 @@
 #include <scsi/sg.h>
 #include <sys/ioctl.h>
 
-#include "hwxcore/diagnostics/ILogger.h"
-#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20::detail {
@@ -25,7 +24,7 @@ int Part(std::uint32_t identifier, unsigned shift) {
 }
 
 [[noreturn]] void LogAndThrow(const std::string& message) {
-  TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogError, message);
+  detail::LogError(message);
   throw THWXException(kHWXStatusFileSystemError);
 }
 

@@ -10,6 +10,14 @@
 
 namespace NQORHWX20::detail {
 
+enum class EWeek : char { kUnknown, kEven, kUneven };
+
+struct TWeek {
+  int fNumber;
+  EWeek fState;
+  std::int64_t fDifference;  // of `mktime` from the plain count of seconds
+};
+
 namespace {
 
 constexpr int kDaySeconds = 86400;
@@ -20,14 +28,6 @@ constexpr int kWeekSeconds = kWeekDays * kDaySeconds;
 // after it.
 constexpr int kWeeksBeforeEpoch = 520000;
 constexpr std::int64_t kReach = std::int64_t{kWeeksBeforeEpoch} * kWeekSeconds;
-
-enum class EWeek : char { kUnknown, kEven, kUneven };
-
-struct TWeek {
-  int fNumber;
-  EWeek fState;
-  std::int64_t fDifference;  // of `mktime` from the plain count of seconds
-};
 
 // Days from 1970-01-01 to the fields' day. Years begin in March here, so that the leap day comes
 // last, and are counted from -400, so that nothing is negative.
