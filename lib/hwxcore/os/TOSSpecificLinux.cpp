@@ -23,7 +23,7 @@ const std::string TOSSpecific::libx86IntrAddrFile = "/tmp/intr_address.tmp";
 
 namespace {
 
-// Nothing reads it, which is meant: it records the suffix beside its siblings.
+// Nothing reads it. It stands here so that all suffixes of the platform are in one place.
 [[maybe_unused]] const std::string kNSPExtension = ".nsp.so";
 
 EHWXStatusCode StatusOfCreateDir(int error) {
@@ -74,6 +74,7 @@ TCIMDateTime TOSSpecific::GetLocalTime() {
 
 void TOSSpecific::OutputLogString(std::string) {}
 
+// Contract: system-log-notice.
 void TOSSpecific::LogSELEvent(const char* text, ILogger::EHWXLogSeverity severity, int) {
   ::openlog("QXPK", LOG_NDELAY, LOG_SYSLOG);
   ::syslog(PriorityOf(severity), "%s", text);

@@ -42,6 +42,7 @@ std::string TOSSpecific::GetFileContents(int descriptor, std::string name, bool 
     text.append(chunk, static_cast<std::size_t>(size));
   }
   if (size < 0) {
+    // Contract: read-failure-is-status.
     detail::LogStatus("GetFileContents failed to read file " + name);
     throw THWXException(kHWXStatusFileSystemError);
   }
@@ -53,10 +54,10 @@ std::string TOSSpecific::CaptureFile(std::string path) {
   const int file = ::open(path.c_str(), O_RDONLY);
   if (file == -1) {
     detail::LogError("ERROR: CaptureFile failed to open: " + path);
-    throw THWXException(kHWXStatusFileNotFound);  // whatever the cause, which is meant
+    throw THWXException(kHWXStatusFileNotFound);  // Contract: capture-not-found.
   }
   std::string text = GetFileContents(file, path, true);
-  ::close(file);  // an exception leaves it open, which is meant
+  ::close(file);  // not after an exception. Contract: capture-left-open.
   return text;
 }
 
@@ -65,19 +66,19 @@ std::string TOSSpecific::CaptureFileLoader(std::string path, bool logContents) {
   if (file == -1) {
     detail::LogDebug("CaptureFile failed to open: ", path);
     detail::LogDebug("Please confirm that the related software/driver is properly installed.");
-    // It goes on to read from no file, which is meant: that fails with a status of its own.
+    // It goes on, and the read from no file fails. Contract: capture-loader-goes-on.
   }
   std::string text = GetFileContents(file, path, logContents);
-  ::close(file);  // an exception leaves it open, which is meant
+  ::close(file);  // not after an exception. Contract: capture-left-open.
   return text;
 }
 
 void TOSSpecific::CapFileViaProc(std::string command, std::vector<std::string> arguments,
                                  std::string path, std::string& contents) {
-  SpawnProcess(command, arguments, 300);  // whether it succeeded is not looked at, which is meant
+  SpawnProcess(command, arguments, 300);  // Contract: capture-ignores-result.
   try {
     contents = CaptureFile(path);
-  } catch (const THWXException& failure) {
+  } catch (const THWXException& failure) {  // Contract: capture-failure-is-empty.
     contents.clear();
     detail::LogError(std::string("failed to capture file content due to exception: ") +
                      failure.what());

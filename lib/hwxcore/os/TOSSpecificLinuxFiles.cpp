@@ -27,14 +27,14 @@ bool IsDotOrDotDot(const std::string& name) {
   return name == "." || name == "..";
 }
 
-// An empty text becomes the root directory, which is meant.
+// An empty text becomes the root directory. Contract: empty-path-is-root.
 std::string WithSeparator(const std::string& path) {
   const bool ends = !path.empty() && path.back() == '/';
   return ends ? path : path + TOSSpecific::kFileSeparator;
 }
 
-// Writes what was read. What a short write leaves over of its block is lost, and it goes on with
-// the next block, which is meant. Returns the last result of a write.
+// Writes what was read. What a short write leaves over of its block is lost, and the next block
+// follows. Returns the last result of a write. Contract: short-write.
 ssize_t WriteBlocks(int destination, const char* text, std::size_t size) {
   constexpr std::size_t kBlockSize = 32768;
   ssize_t result = 0;
@@ -70,7 +70,8 @@ ssize_t CopyBlocks(int source, int destination) {
   return result;
 }
 
-// Copies an entry, given the two paths. One that can't be looked at is passed over, which is meant.
+// Copies an entry, given the two paths. One that `stat` can't see is left out.
+// Contract: tree-copy-skips-unseen.
 void CopyEntry(const std::string& source, const std::string& destination, bool recursive) {
   struct stat status;
   if (::stat(source.c_str(), &status) != 0) return;
@@ -98,14 +99,14 @@ bool TOSSpecific::FileExists(std::string path) {
 
 std::int64_t TOSSpecific::GetFileSize(std::string path) {
   struct stat status;
-  if (!FileExists(path) || ::stat(path.c_str(), &status) != 0) {
+  if (!FileExists(path) || ::stat(path.c_str(), &status) != 0) {  // Contract: size-of-directory.
     throw THWXException(kHWXStatusFileNotFound);
   }
   return status.st_size;
 }
 
 std::string TOSSpecific::GetCurrentDir() {
-  char path[1024];
+  char path[1024];  // Contract: current-directory-limit.
   if (!::getcwd(path, sizeof path)) throw THWXException(kHWXStatusFail);
   return path;
 }
@@ -127,9 +128,10 @@ bool TOSSpecific::createFile(std::string path, std::string content) {
   detail::LogDebug("Entering TOSSpecific::createFile, path=", path);
   const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC, kMode);
   if (file == -1) {
+    // Contract: create-failure-is-debug.
     detail::LogDebug("Unable to create file, errno=", std::to_string(errno));
   } else {
-    // Whether it was written is not looked at, which is meant.
+    // Contract: create-ignores-write.
     [[maybe_unused]] const ssize_t result = ::write(file, content.data(), content.size());
     ::close(file);
     detail::LogDebug("Successfully created file: ", path);
@@ -140,7 +142,7 @@ bool TOSSpecific::createFile(std::string path, std::string content) {
 
 bool TOSSpecific::deleteFile(std::string path) {
   detail::LogDebug("Entering TOSSpecific::deleteFile, path=", path);
-  // Unquoted, and without a look at the result, which is meant.
+  // Contract: delete-unquoted, delete-always-true.
   [[maybe_unused]] const int result = std::system(("rm -f " + path).c_str());
   detail::LogDebug("Exiting TOSSpecific::deleteFile");
   return true;
@@ -151,7 +153,7 @@ void TOSSpecific::FileCopy(std::string source, std::string destination) {
   if (::stat(source.c_str(), &status) != 0) ThrowFileSystemError();
   const int from = ::open(source.c_str(), O_RDONLY);
   if (from == -1) ThrowFileSystemError();
-  // Not truncated, which is meant: a longer file keeps its tail.
+  // Without O_TRUNC. Contract: copy-keeps-tail.
   const int to = ::open(destination.c_str(), O_WRONLY | O_CREAT, status.st_mode);
   if (to == -1) {
     ::close(from);
@@ -161,7 +163,7 @@ void TOSSpecific::FileCopy(std::string source, std::string destination) {
   const ssize_t result = CopyBlocks(from, to);  // what is left, and how it ends
   ::close(from);
   ::close(to);
-  if (result != 0) ThrowFileSystemError();
+  if (result != 0) ThrowFileSystemError();  // Contract: partial-copy-stays.
 }
 
 void TOSSpecific::DirCopy(std::string source, std::string destination, bool recursive) {
@@ -174,24 +176,25 @@ void TOSSpecific::DirCopy(std::string source, std::string destination, bool recu
     const std::string name = entry->d_name;
     if (!IsDotOrDotDot(name)) CopyEntry(source + name, destination + name, recursive);
   }
-  ::closedir(directory);  // an exception leaves it open, which is meant
+  ::closedir(directory);  // not after an exception. Contract: tree-copy-left-open.
 }
 
 void TOSSpecific::OpenOutputFileStream(std::ofstream& stream, std::string path) {
   detail::LogDebug("TOSSpecific::OpenOutputFileStream -- Entering ");
   if (stream.is_open()) stream.close();
-  stream.clear();  // a failed close counts for nothing, which is meant
+  stream.clear();  // Contract: open-stream-forgets.
   stream.open(path);
   const int error = errno;
   if (stream.fail()) {
+    // Contract: open-stream-texts.
     detail::LogError("TOSSpecific::OpenOutputFileStream --  Failed to open output file: " + path);
     throw THWXException(error == EACCES ? kHWXStatusAccessDenied : kHWXStatusFileSystemError);
   }
-  detail::LogDebug("TOSSpecific::OpenOutputFileStream -- Exting ");
+  detail::LogDebug("TOSSpecific::OpenOutputFileStream -- Exting ");  // Contract: open-stream-texts.
 }
 
 std::vector<std::string> TOSSpecific::ListDir(std::string path) {
-  // Never closed, which is meant.
+  // Never closed. Contract: list-left-open.
   const int directory = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (directory == -1) ThrowFileSystemError();
   constexpr std::size_t kSize = 32768;
@@ -204,12 +207,13 @@ std::vector<std::string> TOSSpecific::ListDir(std::string path) {
 }
 
 std::vector<std::string> TOSSpecific::FindFile(std::string path) {
+  // Contract: find-complaints-are-lines.
   const std::string text = SpawnProcess("find", {path}, 300);
   std::vector<std::string> lines;
   for (std::size_t begin = 0; begin < text.size();) {
     const std::size_t end = text.find('\n', begin);
     lines.push_back(text.substr(begin, end - begin));
-    // A last line that doesn't end is taken again and again, which is meant.
+    // A last line without a newline is taken again and again. Contract: find-last-line.
     if (end != std::string::npos) begin = end + 1;
   }
   return lines;
