@@ -42,7 +42,7 @@ std::string PluginMark(const std::string& pluginWord) {
 }
 
 // The name of a service whose file is "lib" + name + ".ns?.so". It is cut by position, whatever the
-// file is called, which is meant: a name too short for the ending is kept whole behind "lib".
+// file is called. Contract: service-name-by-position.
 std::string ServiceName(const std::string& file) {
   constexpr std::size_t kFrontLength = 3;
   constexpr std::size_t kEndingLength = 7;
@@ -59,7 +59,7 @@ void TraceModulePath(const char* operation, const std::string& path) {
   }
 }
 
-// Where it succeeds, the module stays open for good.
+// Nothing closes the module again. Contract: module-left-open, global-symbols.
 void* OpenModule(const std::string& path) {
   return ::dlopen(path.c_str(), RTLD_NOW | RTLD_GLOBAL);
 }
@@ -90,7 +90,7 @@ std::string DocumentPath(const std::string& path, const std::string& pluginWord,
                          const std::string& extension) {
   const std::string front = "lib";
   const std::size_t mark = path.find(PluginMark(pluginWord));
-  const std::size_t lib = path.rfind(front);  // of the whole path, directories included
+  const std::size_t lib = path.rfind(front);  // Contract: last-lib-of-path.
   if (mark == std::string::npos || lib == std::string::npos) throw THWXException(kHWXStatusFail);
   // The standard library's own check adds numbers of its own to this text.
   if (lib > mark) throw std::out_of_range("basic_string::erase");
@@ -109,14 +109,15 @@ std::vector<std::string> TOSSpecific::FindPlugins(std::string dir, std::string p
     if (!DirExists(path) || name == std::string(".") || name == std::string("..")) continue;
     const DirectoryPtr subdirectory = OpenDirectory(path);
     if (!subdirectory) {
-      static_cast<void>(directory.release());  // the handle of `dir` stays open, which is meant
+      static_cast<void>(directory.release());  // Contract: find-left-open.
       throw THWXException(kHWXStatusFileSystemError);
     }
     while (const char* const file = NextName(subdirectory)) {
+      // Contract: loose-plugin-match, plugin-may-be-directory.
       if (Holds(file, mark)) plugins.push_back(path + "/" + file);
     }
   }
-  std::sort(plugins.begin(), plugins.end());
+  std::sort(plugins.begin(), plugins.end());  // Contract: services-unsorted.
   return plugins;
 }
 
@@ -149,7 +150,7 @@ void* TOSSpecific::LoadPluginLibrary(std::string path) {
   if (!module) {
     const std::string message = "ERROR: Failed to load plugin.  Reason: " + LoaderError();
     detail::LogError(message);
-    std::cout << "Failed to load plugin.  Reason: " << message;  // the phrase twice is meant
+    std::cout << "Failed to load plugin.  Reason: " << message;  // Contract: load-phrase-twice.
     throw THWXException(kHWXStatusFileSystemError);
   }
   return module;
@@ -167,9 +168,10 @@ INamespaceConsumer* TOSSpecific::LoadNSCLibrary(std::string name) {
   void* const module = LoadService("NSC", name, path);
   void* const entry = ::dlsym(module, (name + "_CreateINamespaceConsumer").c_str());
   if (!entry) {
-    // Without the plug-in's name in front of the entry's, which is meant.
+    // Contract: missing-entry-text.
     LogAndThrow("Couldn't find 'CreateINamespaceConsumer' in " + path, kHWXStatusNotFound);
   }
+  // Contract: consumer-at-each-call.
   return reinterpret_cast<INamespaceConsumer* (*)()>(entry)();
 }
 

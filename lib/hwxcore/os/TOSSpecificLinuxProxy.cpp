@@ -14,7 +14,7 @@ using detail::TCurlLibrary;
 using detail::TCurlSink;
 
 const char kTestURL[] = HWX_PROXY_CHECK_HOST "/";
-const char kPageFile[] = "./content.html";
+const char kPageFile[] = "./content.html";  // Contract: proxy-page-stays.
 
 }  // namespace
 
@@ -24,13 +24,13 @@ int TOSSpecific::DetectHostnameAvailable(std::string hostname, std::string) {
     return 1;
   }
   DebugOut("Network is ok.");
-  return 0;  // the good case, whatever the name says
+  return 0;  // Contract: resolves-to-zero.
 }
 
 int TOSSpecific::CheckProxySetting(std::string userId, std::string passwd, std::string proxyIp,
                                    long proxyPort) {
   TCurlLibrary curl(__func__);
-  std::array<char, detail::kCurlErrorSize> error{};  // never read, which is meant
+  std::array<char, detail::kCurlErrorSize> error{};  // never read. Contract: proxy-one-failure.
   TCurlSink sink = {kPageFile, nullptr};
   curl.SetOption(detail::kCurlOptErrorBuffer, static_cast<void*>(error.data()),
                  "Error configuring curl error buffer");

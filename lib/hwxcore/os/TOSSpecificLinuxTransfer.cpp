@@ -23,13 +23,13 @@ using detail::TCurlSink;
 typedef boost::shared_ptr<std::FILE> StreamPtr;
 typedef std::array<char, detail::kCurlErrorSize> ErrorBuffer;
 
-// 32 bits wide and no more, which is meant: any count that isn't the one asked for ends a transfer.
+// 32 bits wide. Contract: write-failed-32-bits.
 constexpr std::size_t kWriteFailed = 0xFFFFFFFF;
 
 // Whether the process runs on the maker's bootable medium, whose uploads have a place of their own.
 bool IsBootable() {
   const char* const value = std::getenv("HWX_ISBOOTABLE");
-  return std::string(value ? value : "no") == "yes";
+  return std::string(value ? value : "no") == "yes";  // Contract: bootable-exactly-yes.
 }
 
 std::string UploadURL(const std::string& scheme, const std::string& host, const std::string& file) {
@@ -44,8 +44,7 @@ bool CanBeRead(const std::string& path) {
   return true;
 }
 
-// Asks until the answer is one of four. The end of the input is an empty answer like any other, so
-// there it asks for ever.
+// Asks until the answer is one of four. Contract: dialogue-asks-for-ever.
 bool UserOverwrites() {
   for (;;) {
     std::cout << "Local file exists, overwrite it anyway?(y/n): " << std::flush;
@@ -56,8 +55,8 @@ bool UserOverwrites() {
   }
 }
 
-// Sees to it that there is no local file: blocks are appended to whatever is there. False if it is
-// to stay, or does.
+// Removes the local file if the user agrees, since blocks are appended to it. False if a file
+// stays.
 bool MakeRoomFor(const std::string& localFile) {
   if (!CanBeRead(localFile)) return true;
   if (!UserOverwrites()) return false;
@@ -70,7 +69,7 @@ void SetCommonOptions(TCurlLibrary& curl, ErrorBuffer& error) {
   curl.SetOption(detail::kCurlOptErrorBuffer, static_cast<void*>(error.data()),
                  "Error configuring curl error buffer");
   curl.SetOption(detail::kCurlOptFTPUseEPSV, 0L, "Error configuring curl passive mode");
-  // No proxy, not even the environment's.
+  // Contract: no-proxy.
   curl.SetOption(detail::kCurlOptProxy, std::string(), "Error configuring curl proxy server");
 }
 
@@ -86,7 +85,7 @@ void SetCreateMissingDirs(TCurlLibrary& curl) {
 StreamPtr OpenForReading(TCurlLibrary& curl, const std::string& localFile) {
   const int file = ::open(localFile.c_str(), O_RDONLY | O_CLOEXEC);
   struct stat status;
-  if (::fstat(file, &status) != 0) {  // also if it couldn't be opened
+  if (::fstat(file, &status) != 0) {  // also of no file. Contract: missing-file-has-no-size.
     curl.Fail("Error getting file size", kHWXStatusFileSystemError);
   }
   std::FILE* const stream = ::fdopen(file, "rb");
@@ -118,7 +117,7 @@ void Perform(TCurlLibrary& curl, ErrorBuffer& error) {
     case detail::kCurlCouldntResolveHost:
     case detail::kCurlCouldntConnect:
       curl.Fail("Error connecting to Server", kHWXStatusConnectionFailed);
-    default:
+    default:  // Contract: access-denied-for-the-rest.
       error.back() = '\0';
       curl.Fail(std::string("Error performing command: ") + error.data(), kHWXStatusAccessDenied);
   }
@@ -135,7 +134,7 @@ void TOSSpecific::CurlTransferFile(std::string url, std::string localFile, bool 
   if (download) {
     if (!MakeRoomFor(localFile)) {
       curl.Close();
-      return;  // the caller isn't told that nothing was fetched
+      return;  // Contract: declined-returns.
     }
     SetDownloadOptions(curl, url, sink);
   } else {
@@ -157,7 +156,7 @@ int TOSSpecific::sFTPFile(std::string host, std::string localFile, std::string r
 }
 
 int TOSSpecific::UserFTPFile(std::string host, std::string localFile, std::string remoteFile) {
-  // Bootable or not, and named as compressed although it is sent as it is, which is meant.
+  // Contract: user-file-name.
   const std::string url = "ftp://" + host + "/" + remoteFile + ".xml.gz";
   std::cout << "Remote file name = " << url << std::endl;
   CurlTransferFile(url, localFile, false);
@@ -179,7 +178,7 @@ std::size_t curl_fwrite(void* data, std::size_t size, std::size_t count, void* s
   if (!record || !record->fFilename || !*record->fFilename) return kWriteFailed;
   record->fStream = std::fopen(record->fFilename, "ab");
   if (!record->fStream) return kWriteFailed;
-  // Opened and closed for each block. What the closing still has to write isn't looked at.
+  // Opened and closed for each block. Contract: download-appends.
   const StreamPtr stream(record->fStream, &std::fclose);
   if (size == 0 || count == 0) return 0;  // fwrite would, but must not be handed a null pointer
   return static_cast<std::uint32_t>(std::fwrite(data, size, count, stream.get()));

@@ -34,6 +34,7 @@ void FailTransfer(const std::string& operation, const std::string& text, EHWXSta
   throw THWXException(status);
 }
 
+// Contract: curl-beside-library.
 void* OpenCurlLibrary(const char* operation) {
   // Empty if it can't be told, as of a module that was loaded by a relative path before the current
   // directory changed. A name alone would have the loader search the system's path.
@@ -56,13 +57,14 @@ TCurlLibrary::TCurlLibrary(const char* operation)
   LookUp(fEasyPerform, "curl_easy_perform");
   LookUp(fEasyCleanup, "curl_easy_cleanup");
   LookUp(fGlobalCleanup, "curl_global_cleanup");
-  fGlobalInit(kGlobalAll);  // untested, which is meant: without it there is no handle either
+  fGlobalInit(kGlobalAll);  // Contract: curl-init-untested.
   fHandle = fEasyInit();
+  // Contract: initalizing.
   if (!fHandle) Fail("Error initalizing curl", kHWXStatusLibCurlFailure);
 }
 
-// The loader is asked for its error twice, which is meant: the first asking is the test and takes
-// the text away, so the second finds none, and what the caller gets is the exception about that.
+// The loader is asked for its error twice. The first call is the test, and clears the text. The
+// second finds none, which throws. Contract: curl-error-asked-twice.
 template <typename TFunction>
 void TCurlLibrary::LookUp(TFunction*& function, const char* name) {
   function = reinterpret_cast<TFunction*>(::dlsym(fLibrary, name));
@@ -88,7 +90,7 @@ void TCurlLibrary::SetOption(ECurlOption option, void* value, const char* failur
 void TCurlLibrary::SetSink(TCurlSink& sink) {
   if (fEasySetOpt(fHandle, kCurlOptWriteFunction, &curl_fwrite) != kCurlOK ||
       fEasySetOpt(fHandle, kCurlOptWriteData, static_cast<void*>(&sink)) != kCurlOK) {
-    // In the name of the file transfer for the proxy check too, and one text for both options.
+    // Contract: write-function-text.
     FailTransfer("CurlTransferFile", "Error setting curl write function", kHWXStatusLibCurlFailure);
   }
 }

@@ -50,11 +50,9 @@ void* OpenCurlLibrary(const char* operation);
 
 /// libcurl, opened for one transfer: its six functions, and a handle.
 ///
-/// There is no destructor, which is meant: only a transfer that succeeds, or that the user
-/// declines, calls `Close`. After an exception the handle with its connections, libcurl's global
-/// state and the mapped library stay as they were, so that whoever catches it still finds all that
-/// the transfer left behind, and no clean-up can hang on a connection that has just failed. The
-/// next transfer opens libcurl again: the loader gives it the same mapping.
+/// There is no destructor: only a transfer that succeeds, or that the user declines, calls `Close`.
+/// After an exception the handle, libcurl's global state and the mapped library stay as they were.
+/// The next transfer opens libcurl again, and gets the same mapping. Contract: curl-left-open.
 ///
 /// Thread-safety: none. libcurl's global state is shared by all transfers of the process.
 class TCurlLibrary {
