@@ -33,11 +33,11 @@ constexpr int kBiosInformation = 0;
 constexpr int kSystemInformation = 1;
 constexpr int kBiosBufferSize = 4096;
 constexpr int kSystemBufferSize = 1024;
-constexpr int kBiosStringsSize = 100;  // a version that ends behind them isn't found
+constexpr int kBiosStringsSize = 100;  // Contract: version-within-100-bytes.
 
 // Why the tables can't be opened, as `operation` tells it; missing if they can.
 std::optional<std::string> OpenTables(const char* operation, void*& handle) {
-  const int code = ::smBiosLoad(nullptr, &handle).code;
+  const int code = ::smBiosLoad(nullptr, &handle).code;  // Contract: firmware-read-anew.
   if (code == kSmBiosOK) return std::nullopt;
   return operation + (": Unable to open SMBIOS lib error = " + std::to_string(code));
 }
@@ -73,6 +73,7 @@ class TSystemStrings {
   bool HasSerialNumber() const { return fSerialNumber != 0; }
 
   const std::string& SerialNumber() const {
+    // Contract: serial-past-strings-throws.
     if (fSerialNumber > fStrings.size()) throw std::out_of_range("vector::_M_range_check");
     return fStrings[fSerialNumber - 1];
   }
@@ -83,8 +84,8 @@ class TSystemStrings {
   std::vector<std::string> fStrings;
 };
 
-// Reads the type 1 structure into a zeroed buffer, and lets `use` make something of its strings,
-// `type` for one. False if there is none.
+// Reads the type 1 structure into a zeroed buffer and hands its strings to `use`. False if there is
+// no such structure.
 template <typename Use>
 bool UseSystemStrings(void* handle, char* buffer, Use use) {
   int length = kSystemBufferSize;
@@ -94,10 +95,11 @@ bool UseSystemStrings(void* handle, char* buffer, Use use) {
   return true;
 }
 
-// The read that GetMachineType and GetMachineInfo have in common, with the log lines, which are
-// the same for both. False if the tables can't be opened.
+// The read that GetMachineType and GetMachineInfo have in common, with its log lines. `type` is
+// what `use` finds, for the last of them. False if the tables can't be opened. An exception of
+// `use` leaves the buffer and the handle unreleased.
 //
-// An exception of `use` leaves the buffer and the handle unreleased, which is meant.
+// Contract: firmware-left-open, load-failure-ends, one-name-for-two-reads.
 template <typename Use>
 bool ReadSystem(const std::string& type, Use use) {
   void* handle = nullptr;
@@ -130,7 +132,7 @@ std::string BareType(const std::string& productName, const std::string& type) {
 std::string TypeIn(const std::string& productName, const std::string& type) {
   const std::size_t dash = productName.find('-');
   if (dash == std::string::npos) return BareType(productName, type);
-  return PieceOf(productName, dash + 2, 4);  // over the bracket
+  return PieceOf(productName, dash + 2, 4);  // Contract: type-two-behind-dash.
 }
 
 struct TMachineInfo {
@@ -157,13 +159,13 @@ void TakeProductName(const std::string& productName, TMachineInfo& info) {
     info.fType = BareType(productName, info.fType);
     return;
   }
-  info.fName = productName.substr(0, dash);
+  info.fName = productName.substr(0, dash);  // Contract: name-keeps-its-blank.
   info.fType = PieceOf(productName, dash + 2, 4);
   info.fModel = PieceOf(productName, dash + 6, 3);
   LogProduct(productName, info);
 }
 
-// Without a product name there is no serial number either, which is meant.
+// Without a product name there is no serial number either. Contract: no-name-no-serial.
 void TakeStrings(const TSystemStrings& strings, TMachineInfo& info) {
   const std::string* const productName = strings.ProductName();
   if (!productName) return;
@@ -197,7 +199,7 @@ std::optional<std::string> ReadBiosVersion(void* handle, const char* prefix) {
     LogDebug(prefix, "read all smbios structures available for type 0");
     return std::nullopt;
   }
-  // A failed read goes on, with a buffer of zeros, which is meant.
+  // Contract: failed-read-goes-on.
   if (code == kSmBiosReadFailed) LogDebug(prefix, "smbios read operation failed! ");
   char strings[kBiosStringsSize];
   char version[kBiosStringsSize] = {};
@@ -241,12 +243,12 @@ std::string TOSSpecific::GetMachineInfo(std::string field) {
   TMachineInfo info;
   const bool isOpened =
       ReadSystem(info.fType, [&](const TSystemStrings& strings) { TakeStrings(strings, info); });
-  if (!isOpened) return kDefaultType;  // whichever field was asked for, which is meant
+  if (!isOpened) return kDefaultType;  // Contract: default-of-every-field.
   if (field == "type") return info.fType;
   if (field == "name") return info.fName;
   if (field == "model") return info.fModel;
   if (field == "SN") return info.fSerialNumber;
-  return "error param of GetMachineInfo";
+  return "error param of GetMachineInfo";  // Contract: unknown-field-is-text.
 }
 
 std::string TOSSpecific::GetMachineSN() {
@@ -262,7 +264,7 @@ std::string TOSSpecific::GetMachineName() {
 }
 
 std::string TOSSpecific::GetOperatingSystemName() {
-  return GetMachineName();
+  return GetMachineName();  // Contract: firmware-operating-system.
 }
 
 std::string TOSSpecific::GetBiosID() {
@@ -275,9 +277,9 @@ std::string TOSSpecific::GetBiosID() {
   const auto version = ReadBiosVersion(tables.Handle(), "TOSSpecific::GetBiosID - ");
   if (!version || version->size() <= 1) return kDefaultBiosID;
   const std::string build = BuildOf(*version);
-  // The version's length was looked at, not the build's, which is meant.
+  // Contract: short-build-throws.
   if (build.size() < 2) throw std::out_of_range("basic_string::erase");
-  const std::string biosID = build.substr(0, 2);
+  const std::string biosID = build.substr(0, 2);  // Contract: bios-id-keeps-case.
   LogDebug("TOSSpecific::GetBiosID - biosID = ", biosID);
   return biosID;
 }
@@ -287,6 +289,7 @@ std::string TOSSpecific::GetMachineTypeFromID() {
   void* handle = nullptr;
   if (const auto failure = OpenTables("getBIOSstructure", handle)) {
     LogError(*failure);
+    // Contract: load-failure-twice.
     LogDebug(*failure, "Failed in getting machineType from Bios ID.\n",
              "Get machineType from GetMachineType().\n", "machineType=", type);
     return type;
@@ -297,6 +300,7 @@ std::string TOSSpecific::GetMachineTypeFromID() {
   const std::string build = BuildCode(BuildOf(*version));
   LogDebug("TOSSpecific::GetMachineTypeFromID - buildNumber is ", build);
   const std::string typeOfBuild = detail::MachineTypeOfBuild(build).value_or(type);
+  // Contract: no-match-same-words.
   LogDebug("Get machineType from Bios ID().\n", "machineType=", typeOfBuild, "\tBios ID =", build);
   return typeOfBuild;
 }
@@ -307,7 +311,7 @@ int TOSSpecific::getBIDString(char* src, char* dst, int size, int index) {
   for (int position = 0; position < size; ++position) {
     if (src[position] != '\0') continue;
     if (number == index) {
-      // Any string but the first is copied with its NUL, in exchange for the one in front of it.
+      // Any string but the first is copied with its NUL. Contract: later-strings-with-nul.
       const char* const text = number == 1 ? src : src + start + 1;
       std::copy_n(text, position - start, dst);
       return 1;
@@ -322,9 +326,9 @@ std::vector<std::string> TOSSpecific::multiStringTok(char* text, unsigned long s
                                                      char separator) {
   std::vector<std::string> strings;
   if (size <= 2) return strings;
-  const char* const limit = text + size - 2;
+  const char* const limit = text + size - 2;  // Contract: last-string-left-out.
   const char* start = text;
-  // The first string alone ends at the separator, the others at a NUL, which is meant.
+  // Contract: separator-once.
   const char* end = std::find(start, limit, separator);
   while (end != limit) {
     strings.emplace_back(start, end);
@@ -335,6 +339,7 @@ std::vector<std::string> TOSSpecific::multiStringTok(char* text, unsigned long s
 }
 
 int TOSSpecific::removeNonAlpaNumeric(std::string& text) {
+  // Contract: brackets-only.
   const std::size_t opening = text.find('[');
   if (opening != std::string::npos) text.erase(0, opening + 1);
   const std::size_t closing = text.find(']');
@@ -346,7 +351,7 @@ int TOSSpecific::breakApartVersion(std::string& text, std::string& build) {
   const std::size_t first = text.find('-');
   if (first == std::string::npos) return 1;
   const std::size_t second = text.find('-', first + 1);
-  const std::size_t end = second == std::string::npos ? first : second;
+  const std::size_t end = second == std::string::npos ? first : second;  // Contract: second-dash.
   build.erase(std::min(end, build.size()));
   text.erase(0, end + 1);
   return 1;

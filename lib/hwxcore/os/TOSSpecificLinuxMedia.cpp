@@ -50,7 +50,7 @@ bool CanMount(const std::string& device) {
   }
 }
 
-// Nothing is made above it, and nothing makes the other mount point, which is meant.
+// Nothing makes the other mount point. Contract: floppy-mount-point-alone.
 void MakeFloppyMountPoint() {
   try {
     TOSSpecific::CreateDir(kFloppyMountPoint);
@@ -69,7 +69,7 @@ std::vector<std::pair<std::string, std::string> > TOSSpecific::EnumerateRemovabl
   MakeFloppyMountPoint();
   for (const char* device : kFloppyDevices) {
     if (!CanMount(device)) continue;
-    media.emplace_back(device, "Built-in Floppy Drive");  // it stays mounted, which is meant
+    media.emplace_back(device, "Built-in Floppy Drive");  // Contract: floppy-stays-mounted.
     break;
   }
   return media;
@@ -77,13 +77,14 @@ std::vector<std::pair<std::string, std::string> > TOSSpecific::EnumerateRemovabl
 
 std::string TOSSpecific::MountDevice(std::string device) {
   const std::string mountPoint = MountPointOf(device);
-  // Whatever is mounted there will do, which is meant.
+  // Contract: any-mount-serves.
   if (IsMountPoint(mountPoint) || Mounts(device, mountPoint) || Mounts(device + "1", mountPoint)) {
     return mountPoint;
   }
   throw THWXException(kHWXStatusFileSystemError);
 }
 
+// Contract: unmount-ignores-device.
 void TOSSpecific::UnmountDevice(std::string, std::string mountPoint) {
   if (!Succeeds("umount " + mountPoint + " 2> /dev/null")) {
     throw THWXException(kHWXStatusFileSystemError);

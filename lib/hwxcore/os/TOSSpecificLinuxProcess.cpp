@@ -138,7 +138,7 @@ pid_t StartChild(TProgram& program, const TPipe& ends) {
 }
 
 // Above 0: there is something to read, or the end. 0: time-out. Below 0: failure, also by a signal
-// or by a time-out below -1, which is meant. As `select`, but for every descriptor.
+// or by a time-out below -1. As `select`, but for every descriptor. Contract: signal-ends-wait.
 int WaitForInput(int descriptor, int timeout) {
   pollfd input{descriptor, POLLIN, 0};
   const timespec limit{timeout, 0};
@@ -149,7 +149,7 @@ int WaitForInput(int descriptor, int timeout) {
 constexpr std::size_t kOutputChunkSize = 4095;
 constexpr std::size_t kChunksAtOnce = 16;  // as many as a pipe holds
 
-// Of each chunk what stands before its first NUL byte; the rest is lost, which is meant.
+// Appends of each chunk what stands before its first NUL byte. Contract: nul-cuts-chunk.
 void AppendChunks(std::string& output, const char* text, std::size_t size) {
   for (const char* const end = text + size; text != end;) {
     const std::size_t chunk = std::min(kOutputChunkSize, static_cast<std::size_t>(end - text));
@@ -159,7 +159,7 @@ void AppendChunks(std::string& output, const char* text, std::size_t size) {
 }
 
 // Appends what comes until the end of file. Returns the last result of the wait: above 0 at the end
-// of file. The time-out begins anew with each wait, which is meant: it bounds silence alone.
+// of file. The time-out begins anew with each wait. Contract: time-out-bounds-silence.
 int Gather(int descriptor, int timeout, std::string& output) {
   constexpr std::size_t kSize = kOutputChunkSize * kChunksAtOnce;
   const std::unique_ptr<char[]> buffer(new char[kSize]);
@@ -172,7 +172,8 @@ int Gather(int descriptor, int timeout, std::string& output) {
   return ready;
 }
 
-// Waits for the child's end, without a limit. Interrupted by a signal, it gives up, which is meant.
+// Waits for the child's end, without a limit. Interrupted by a signal, it gives up.
+// Contract: end-without-limit, signal-ends-wait, error-words-at-debug.
 int ResultOf(pid_t child) {
   int status = 0;
   if (::waitpid(child, &status, 0) != child) {
@@ -183,11 +184,11 @@ int ResultOf(pid_t child) {
     detail::LogDebug("ERROR: SpawnProcess - Child process exited abnormally!");
     return -1;
   }
-  return WEXITSTATUS(status) == 0 ? 0 : -1;
+  return WEXITSTATUS(status) == 0 ? 0 : -1;  // Contract: no-exit-status.
 }
 
-// Says why there was no end of file. The child is left running and is never waited for, which is
-// meant.
+// Says why there was no end of file. The child is left running and is never waited for.
+// Contract: child-left-running, error-words-at-debug.
 void LogGivingUp(int ready, const std::string& name) {
   if (ready == 0) {
     detail::LogDebug("ERROR: SpawnProcess - ", name, " TimeOut!");
@@ -204,9 +205,9 @@ void LogGivingUp(int ready, const std::string& name) {
 // `name` is what the time-out message calls the program.
 int Run(TProgram program, const std::string& name, int timeout, std::string& output) {
   int ends[2];
-  if (::pipe(ends) != 0) return -1;  // inherited by every child of that moment, which is meant
+  if (::pipe(ends) != 0) return -1;  // no O_CLOEXEC. Contract: pipe-inherited.
   const pid_t child = StartChild(program, {ends[0], ends[1]});
-  if (child == -1) ThrowNoChild();  // both ends stay open, which is meant
+  if (child == -1) ThrowNoChild();  // Contract: failed-fork-leaves-pipe.
   ::close(ends[1]);
   const int ready = Gather(ends[0], timeout, output);
   int result = -1;
@@ -232,11 +233,12 @@ int TOSSpecific::SpawnProcess(std::string command, std::vector<std::string> argu
 std::string TOSSpecific::SpawnProcess(std::string command, std::vector<std::string> arguments,
                                       int timeout) {
   std::string output;
-  SpawnProcess(command, arguments, output, timeout);  // the result is dropped, which is meant
+  SpawnProcess(command, arguments, output, timeout);  // Contract: result-dropped.
   return output;
 }
 
 std::string TOSSpecific::SpawnProcess(std::string commandLine, int timeout) {
+  // Contract: command-line-blanks.
   std::vector<std::string> arguments;
   std::size_t blank = commandLine.find(' ');
   const std::string command = commandLine.substr(0, blank);
@@ -256,6 +258,7 @@ int TOSSpecific::SpawnProcess(const std::string& processName,
   allArguments.insert(allArguments.begin(), processName);
   const std::vector<char*> pointers = PointersTo(allArguments);
   const std::vector<char*> variables = PointersTo(environment);
+  // Contract: envoirment.
   detail::LogDebug("TOSSpecific::SpawnProcess calling ", path, "\nwith parameters ",
                    ListOf(pointers), "\nwith envoirment vars ", ListOf(variables));
   return Run(TProgram(path, pointers, variables), processName, timeout, output);

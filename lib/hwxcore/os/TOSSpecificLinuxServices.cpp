@@ -20,6 +20,7 @@ bool isParser = false;
 
 // Clears all local modes of the terminal at descriptor 0: no lines, no echo, no signal keys. The
 // settings come back at the end. Where there is no terminal, nothing happens.
+// Contract: signal-keys-are-keys.
 class TRawKeyboard {
  public:
   TRawKeyboard() {
@@ -37,7 +38,7 @@ class TRawKeyboard {
   termios fSaved{};
 };
 
-// The result is ignored, which is meant.
+// Contract: shell-result-ignored.
 void RunInShell(const std::string& command) {
   [[maybe_unused]] const int result = std::system(command.c_str());
 }
@@ -57,7 +58,7 @@ std::string DefaultLogPrefix() {
   return TOSSpecific::isOEMBuild() ? "/var/log/OEM_Support/hwx_" : "/var/log/Varnok_Support/hwx_";
 }
 
-// Makes or empties a file. One that can't be made ends the process, which is meant.
+// Makes or empties a file. One that can't be made ends the process. Contract: marker-or-abort.
 void MakeMarker(const std::string& path) {
   std::FILE* const file = std::fopen(path.c_str(), "w+");
   if (!file) std::abort();
@@ -69,13 +70,13 @@ void MakeMarker(const std::string& path) {
 std::string TOSSpecific::GetEnvironment(std::string name) {
   const char* const value = std::getenv(name.c_str());
   if (value) return value;
-  DebugOut("[ERROR]GetEnvironment:Cannt get environmnet.");
+  DebugOut("[ERROR]GetEnvironment:Cannt get environmnet.");  // Contract: environment-texts.
   return "";
 }
 
 bool TOSSpecific::PutEnvironment(std::string name, std::string value) {
   if (::setenv(name.c_str(), value.c_str(), 1) == 0) return true;
-  DebugOut("[ERROR]PutEnvironment occured errors.");
+  DebugOut("[ERROR]PutEnvironment occured errors.");  // Contract: environment-texts.
   return false;
 }
 
@@ -84,18 +85,18 @@ bool TOSSpecific::SetDebugLevel(int level, char* path) {
   name += GetMachineType();
   name += TimeStamp();
   MakeMarker(name + ".log");
-  // The file has been made all the same, which is meant.
+  // The file has been made by now. Contract: marker-before-level.
   if (level < ILogger::kHWXLogError || level > ILogger::kHWXLogVerbose) return false;
   TLogger::SetLogThreshold(static_cast<ILogger::EHWXLogSeverity>(level));
   return true;
 }
 
 bool TOSSpecific::IsAdmin() {
-  return ::getuid() == 0;  // the effective user doesn't count, which is meant
+  return ::getuid() == 0;  // not geteuid. Contract: real-user-counts.
 }
 
 void TOSSpecific::USleep(unsigned int milliseconds) {
-  ::usleep(milliseconds * 1000);  // wraps, which is meant
+  ::usleep(milliseconds * 1000);  // may wrap. Contract: sleep-wraps.
 }
 
 bool TOSSpecific::IsKeyWaiting() {
@@ -105,7 +106,7 @@ bool TOSSpecific::IsKeyWaiting() {
   FD_SET(STDIN_FILENO, &descriptors);
   timeval none{0, 0};
   const int result = ::select(STDIN_FILENO + 1, &descriptors, nullptr, nullptr, &none);
-  // A failure reports a key, which is meant.
+  // Contract: key-on-failure.
   return result == -1 || FD_ISSET(STDIN_FILENO, &descriptors);
 }
 
@@ -115,11 +116,11 @@ int TOSSpecific::GetKeyboardChar() {
 }
 
 void TOSSpecific::LaunchTextEditor(std::string path) {
-  constexpr std::size_t kTailLength = 35;
+  constexpr std::size_t kTailLength = 35;  // Contract: editor-shows-copy.
   char directory[4096];
   const bool isKnown = ::getcwd(directory, sizeof directory) != nullptr;
   RunInShell("cp " + path + (isKnown ? " " + std::string(directory) : " /"));
-  // The standard library's own check adds numbers of its own to this text.
+  // Contract: editor-short-path. Thrown here, as `substr` would add numbers to the text.
   if (path.size() < kTailLength) throw std::out_of_range("basic_string::substr");
   // The shell finds the copy by its wildcards.
   RunInShell((isKnown ? "vi *" : "vi /*") + path.substr(path.size() - kTailLength) + "*");
@@ -130,10 +131,11 @@ void TOSSpecific::LaunchCommandShell() {
 }
 
 bool TOSSpecific::isOEMBuild() {
-  return FileExists("docs/oem_hwx_preboot_readme.txt");
+  return FileExists("docs/oem_hwx_preboot_readme.txt");  // Contract: flavour-by-directory.
 }
 
 void TOSSpecific::ExpandCommandLineWildcards(int argc, char** argv, int* newArgc, char*** newArgv) {
+  // Contract: wildcards-not-expanded.
   *newArgc = argc;
   *newArgv = argv;
 }

@@ -35,7 +35,7 @@ bool Holds(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
 }
 
-// An empty product is in every list, which is meant.
+// An empty product is in every list. Contract: removable-by-name.
 bool IsRemovable(const std::string& product, const std::string& usbDevices) {
   return Holds(usbDevices, product) || Holds(product, "USB");
 }
@@ -53,6 +53,7 @@ std::vector<std::pair<std::string, std::string> > RemovableDrives(
   std::vector<std::pair<std::string, std::string> > drives;
   for (const InstancePtr& device : ScsiDevices(ns)) {
     if (Text(device, "DeviceType") != "Direct Access Device") continue;
+    // Contract: missing-property-ends-listing.
     const std::string product = FirstWord(Text(device, "ProductID"));
     if (!IsRemovable(product, usbDevices)) continue;
     std::string path = Text(device, "DeviceID");
@@ -60,7 +61,7 @@ std::vector<std::pair<std::string, std::string> > RemovableDrives(
     try {
       if (IsGenericDevice(path)) path = BlockDeviceOf(path, system);
     } catch (const THWXException&) {
-      continue;  // logged; a drive that can't be probed costs nothing but itself
+      continue;  // logged. Contract: failed-probe-leaves-out.
     }
     drives.emplace_back(path, vendor + " - " + product);
   }

@@ -30,7 +30,7 @@ int Part(std::uint32_t identifier, unsigned shift) {
 
 TGenericAddress AddressOf(const std::string& genericDevice, IScsiSystem& system) {
   const int descriptor = system.Open(genericDevice);
-  if (descriptor == -1) LogAndThrow("Failed opening" + genericDevice);  // no blank, which is meant
+  if (descriptor == -1) LogAndThrow("Failed opening" + genericDevice);  // Contract: failed-opening.
   const auto address = system.GenericAddress(descriptor);
   if (!address) LogAndThrow("Failed ioctl on " + genericDevice);
   return *address;
@@ -76,7 +76,7 @@ std::optional<TBlockAddress> TScsiSystem::BlockAddress(int descriptor) {
   return TBlockAddress{bus, identity[0]};
 }
 
-// No descriptor is closed, which is meant.
+// No descriptor is closed. Contract: probe-left-open.
 std::string BlockDeviceOf(const std::string& genericDevice, IScsiSystem& system) {
   const TGenericAddress address = AddressOf(genericDevice, system);
   for (int index = 0; index < kBlockDeviceCount; ++index) {

@@ -15,8 +15,7 @@ bool Holds(std::string_view line, std::string_view part) {
   return line.find(part) != std::string_view::npos;
 }
 
-// Once a class is found, blocks aren't told apart, which is meant: a device may be that of a later
-// block.
+// Once a class is found, its device may stand in a later block. Contract: blocks-run-on.
 EState Next(EState state, std::string_view line, const TVirtualDeviceClass& deviceClass) {
   switch (state) {
     case EState::kSeekClass:
@@ -29,7 +28,7 @@ EState Next(EState state, std::string_view line, const TVirtualDeviceClass& devi
   }
 }
 
-// Nothing is trimmed, which is meant.
+// Contract: device-text-untrimmed.
 std::string_view DeviceText(std::string_view line, bool inParentheses) {
   const std::size_t parenthesis = line.find('(');
   if (inParentheses && parenthesis != std::string_view::npos) return line.substr(parenthesis);
@@ -49,7 +48,7 @@ TVirtualDeviceClass VirtualDeviceClass(int deviceClass) {
       return {"Hardware Class: keyboard", "0x4012", "--keyboard"};
     case 3:
       return {"Hardware Class: mouse", "0x4012", "--mouse"};
-    default:
+    default:  // Contract: unknown-class-takes-all.
       return {};
   }
 }
@@ -57,9 +56,10 @@ TVirtualDeviceClass VirtualDeviceClass(int deviceClass) {
 void ReadVirtualDevices(std::string_view text, int deviceClass, bool useAlternateName,
                         std::vector<std::string>& devices) {
   const TVirtualDeviceClass searched = VirtualDeviceClass(deviceClass);
-  const bool inParentheses = useAlternateName && deviceClass != kCdRom;
+  const bool inParentheses = useAlternateName && deviceClass != kCdRom;  // Contract: cd-rom-name.
   EState state = EState::kSeekClass;
   std::size_t end;
+  // Contract: unended-line-unread.
   while ((end = text.find('\n')) != std::string_view::npos) {
     const std::string_view line = text.substr(0, end);
     const EState next = Next(state, line, searched);
