@@ -39,6 +39,7 @@ std::string AssertionText(const char* expression, const char* function, const ch
   return text.str();
 }
 
+// Contract: assertion-mode-at-each-failure.
 std::string Mode() {
   const char* const mode = std::getenv("HWX_BOOST_ASSERT");
   return mode ? mode : "throwhwx";
@@ -46,11 +47,10 @@ std::string Mode() {
 
 [[noreturn]] void ExitWith(const std::string& text) {
   std::cerr << std::endl << text << std::endl;
-  std::exit(1);  // exit handlers and static destructors run, which is meant
+  std::exit(1);  // not _exit. Contract: assertion-exits-in-order.
 }
 
-// The words promise more than is done: no fault is raised, and the failed code goes on. That is
-// meant, for those who want to see how far it gets.
+// Raises no fault, whatever the words say: the failed code goes on. Contract: trap-goes-on.
 void Trap(const std::string& text) {
   std::cerr << std::endl
             << text << std::endl
@@ -74,7 +74,7 @@ void assertion_failed(const char* expression, const char* function, const char* 
   using namespace NQORHWX20;
   const std::string mode = Mode();
   const std::string text = AssertionText(expression, function, file, line);
-  // The text doesn't reach the log, in any mode, which is meant: the thread only gets its logger.
+  // The thread gets its logger, and the log gets nothing. Contract: assertion-not-logged.
   TRootObject::GetCoreLogger();
   if (mode == "throwhwx") throw THWXException(kHWXStatusFail);
   if (mode == "throwboost") throw TBoostAssertException(text);

@@ -20,9 +20,10 @@ bool IsPrintableOrSpace(unsigned char character) {
 
 std::string TCommUtil::RemoveSpaces(std::string text) {
   text.erase(std::min(text.find('\n'), text.size()));
+  // Contract: only-blanks-trimmed.
   text.erase(text.find_last_not_of(' ') + 1);  // all blanks: npos + 1 is 0
   text.erase(0, text.find_first_not_of(' '));
-  // Cut after the trimming: blanks that stood before the carriage return stay, which is meant.
+  // Contract: carriage-return-after-trimming, unprintable-line-is-empty.
   text.erase(std::min(text.find('\r'), text.size()));
   if (!std::all_of(text.begin(), text.end(), IsPrintableOrSpace)) text.clear();
   return text;
@@ -39,7 +40,7 @@ void TCommUtil::SplitPath(const std::string& path, std::vector<std::string>& pie
       break;
     }
     found.push_back(path.substr(position, end - position + (keepSeparator ? 1 : 0)));
-    position = end + 1;  // one past its first character, however long it is, which is meant
+    position = end + 1;  // not + separator.size(). Contract: separator-of-one-character.
   }
   pieces.insert(pieces.end(), found.begin(), found.end());
 }
@@ -49,6 +50,7 @@ void TCommUtil::MkDirHier(const std::string& path) {
   std::vector<std::string> levels;
   SplitPath(path, levels, gFileSeparator, true);
   std::string directory;
+  // Contract: made-levels-stay.
   for (const std::string& level : levels) {
     directory += level;
     if (!TOSSpecific::DirExists(directory)) TOSSpecific::CreateDir(directory);

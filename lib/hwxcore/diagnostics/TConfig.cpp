@@ -16,7 +16,7 @@ const char kDirectory[] = "/dct/";
 const char kFileName[] = "dct.cfg";
 const char kMapIsEmpty[] = "TConfig::getValue(): map is empty";
 
-// A plain failure leaves no word in the log, which is meant: the stream tells of it.
+// A plain failure isn't logged; the stream's state tells it. Contract: config-unopened-is-silent.
 void Open(std::ifstream& file, const std::string& path) {
   try {
     file.open(path);
@@ -36,7 +36,7 @@ TConfig* TConfig::GetInstance() {
 }
 
 TConfig::TConfig() : cfgFilePath(TOSSpecific::GetHWXRootPath() + kDirectory + kFileName) {
-  detail::LogStatus("Config file path:" + cfgFilePath);
+  detail::LogStatus("Config file path:" + cfgFilePath);  // Contract: config-path-line.
   parseConfigFile();  // a missing file still gives a usable, empty configuration
 }
 
@@ -52,7 +52,7 @@ std::string TConfig::getValue(const std::string& key) const {
   }
   const auto entry = cfgMap.find(key);
   if (entry == cfgMap.end()) {
-    detail::LogError("TConfig::getValue(): key not found");
+    detail::LogError("TConfig::getValue(): key not found");  // Contract: config-absent-is-error.
     return "";
   }
   detail::LogDebug("TConfig::getValue(): key ", key, " found, value is ", entry->second);
@@ -60,8 +60,7 @@ std::string TConfig::getValue(const std::string& key) const {
 }
 
 std::vector<std::string> TConfig::listKeys() const {
-  if (cfgMap.empty())
-    detail::LogError(kMapIsEmpty);  // which names the other operation, as is meant
+  if (cfgMap.empty()) detail::LogError(kMapIsEmpty);  // Contract: config-list-in-foreign-name.
   std::vector<std::string> keys;
   keys.reserve(cfgMap.size());
   for (const auto& entry : cfgMap)
@@ -72,7 +71,7 @@ std::vector<std::string> TConfig::listKeys() const {
 bool TConfig::parseConfigFile() {
   detail::LogDebug("TConfig::parseConfigFile(): start to parse config file");
   if (cfgFilePath.empty()) return false;
-  // An empty file gets the words of a missing one, which is meant.
+  // Contract: config-empty-is-missing.
   if (!TOSSpecific::FileExists(cfgFilePath) || TOSSpecific::GetFileSize(cfgFilePath) == 0) {
     detail::LogError("TConfig::parseConfigFile(): config file doesn't exist");
     return false;

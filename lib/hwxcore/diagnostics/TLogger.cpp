@@ -75,8 +75,8 @@ class TLineHead {
   char* fEnd = fText;
 };
 
-// One reading for each number, in this order: a line that is written across a change of second may
-// mix two of them, which is meant.
+// One reading of the clock for each number, in this order.
+// Contract: line-of-six-readings, line-numbers-unpadded.
 template <typename Head>
 void WriteHead(Head& head, ILogger::EHWXLogSeverity severity) {
   static const char* const kLabels[] = {"[Error] ", "[Warning] ", "[Status] ", "[Debug] ",
@@ -140,7 +140,7 @@ TLogger::~TLogger() {
 }
 
 THWXStatusCode TLogger::Initialize(std::string name) {
-  if (fInitialized) return kHWXStatusOK;
+  if (fInitialized) return kHWXStatusOK;  // Contract: first-log-name-stays.
   TCommUtil::MkDirHier(m_logFileDir);
   SetLogFilename(m_logFileDir + name + ".log");
   fInitialized = true;
@@ -148,10 +148,12 @@ THWXStatusCode TLogger::Initialize(std::string name) {
 }
 
 void TLogger::SetLogFilename(std::string path) {
-  fLogFilename = path;  // kept even if the file can't be opened
-  const char* const mode = std::getenv("QOR_QXPKI_GUI_T") ? "a+" : "w+";
-  fLogFile = std::fopen(path.c_str(), mode);  // a stream that was open stays so, which is meant
+  fLogFilename = path;
+  const char* const mode = std::getenv("QOR_QXPKI_GUI_T") ? "a+" : "w+";  // Contract: log-appends.
+  // The stream that was open stays open. Contract: log-stream-left-open.
+  fLogFile = std::fopen(path.c_str(), mode);
   if (!fLogFile) {
+    // Contract: log-read-only-file-system.
     throw THWXException(errno == EACCES ? kHWXStatusAccessDenied : kHWXStatusFileSystemError);
   }
   std::fputs(kOpenedBanner, fLogFile);
@@ -159,6 +161,7 @@ void TLogger::SetLogFilename(std::string path) {
 }
 
 void TLogger::OutputLogEntry(EHWXLogSeverity severity, const std::string& message) {
+  // Contract: list-only-severities, unknown-severities, debug-not-listed.
   if (severity == kHWXLogListOnly) return AppendEntry(severity, message);
   if (severity > TLogger::GetLogThreshold() && severity != kHWXLogListOnly2) return;
   if (severity <= kHWXLogStatus) AppendEntry(severity, message);
@@ -166,14 +169,17 @@ void TLogger::OutputLogEntry(EHWXLogSeverity severity, const std::string& messag
   if (!fLogFile) return;
   const std::string line = BuildLine(severity, message);
   if (fLogFilename.empty()) return TOSSpecific::OutputLogString(line);
+  // Contract: log-write-errors-unseen, log-flushed-at-once.
   std::fputs(line.c_str(), fLogFile);
   std::fflush(fLogFile);
 }
 
+// Contract: system-log-without-threshold.
 void TLogger::SysLogEntry(EHWXLogSeverity severity, const std::string& message) {
   TOSSpecific::LogSELEvent(BuildLine(severity, message).c_str(), severity, 1);
 }
 
+// Contract: list-handed-out-unlocked.
 std::list<ILogger::TLogEntry>& TLogger::GetLog() {
   return fLogEntries;
 }

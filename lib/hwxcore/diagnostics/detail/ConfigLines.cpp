@@ -19,12 +19,13 @@ std::string ReadLines(std::istream& stream) {
   return text;
 }
 
-// Nothing is trimmed: blanks, tabs and a carriage return at the end belong to key or value.
+// Blanks, tabs and a carriage return at the end belong to key or value.
+// Contract: config-nothing-trimmed, config-comment-in-front, config-empty-text-dropped.
 void AddLine(std::string_view line, std::vector<TEntry>& entries) {
   if (line.empty() || line.front() == '#') return;
   const std::size_t sign = line.find('=');
   if (sign == std::string_view::npos) {
-    entries.emplace_back(line, line);  // key and value in one, which is meant
+    entries.emplace_back(line, line);  // Contract: config-line-is-both.
   } else if (sign > 0 && sign + 1 < line.size()) {
     entries.emplace_back(line.substr(0, sign), line.substr(sign + 1));
   }
@@ -50,7 +51,8 @@ bool HasLowerKey(const TEntry& left, const TEntry& right) {
 void ReadConfigLines(std::istream& stream, std::map<std::string, std::string>& entries) {
   const std::string text = ReadLines(stream);
   std::vector<TEntry> added = EntriesOf(text);
-  std::stable_sort(added.begin(), added.end(), &HasLowerKey);  // the first of a key stands
+  // Contract: config-first-value-stays.
+  std::stable_sort(added.begin(), added.end(), &HasLowerKey);
   auto place = entries.begin();
   for (const TEntry& entry : added)
     place = entries.emplace_hint(place, entry.first, entry.second);
