@@ -1,7 +1,6 @@
 #include "providers/linux/BlockDevices.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <initializer_list>
 
 #include "providers/linux/TextFile.h"
@@ -22,10 +21,8 @@ enum EAccess : std::uint16_t { kReadable = 1, kReadWrite = 3 };
 
 // Disks that are attached to something have a device; loop devices, memory, arrays have none.
 bool IsDisk(const std::string& directory) {
-  std::error_code error;
-  const auto device = std::filesystem::symlink_status(directory + "/device", error);
   const std::string number = ReadTrimmed(directory + "/dev").value_or(std::string());
-  return std::filesystem::exists(device) &&
+  return Exists(directory + "/device") &&
          std::none_of(std::begin(kOtherDrives), std::end(kOtherDrives),
                       [&](const char* major) { return number.rfind(major, 0) == 0; }) &&
          ReadNumber(directory + "/hidden").value_or(0) == 0;

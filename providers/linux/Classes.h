@@ -11,12 +11,9 @@
 
 #include "hwxkit/TMemoryInstance.h"
 #include "hwxkit/TMemoryNamespace.h"
+#include "providers/linux/SystemRoot.h"
 
 namespace linux_machine {
-
-/// What stands before /sys, /proc, /etc, /usr and /run: the environment variable `HWX_SYSROOT`
-/// without the "/" at its end, and so nothing for this machine.
-std::string SystemRoot();
 
 void DefineComputerSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 void DefineOperatingSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);

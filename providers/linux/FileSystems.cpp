@@ -1,6 +1,9 @@
 #include "providers/linux/FileSystems.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <iterator>
@@ -90,19 +93,46 @@ std::optional<TMount> ParseMount(std::string_view line) {
   if (separator - words.begin() < 6 || words.end() - separator < 3) {
     return std::nullopt;
   }
-  return TMount{Unescape(words[3]), Unescape(words[4]), std::string(words[5]),
-                Unescape(separator[1]), Unescape(separator[2])};
+  return TMount{ParseNumber(words[0]).value_or(0),
+                std::string(words[2]),
+                Unescape(words[3]),
+                Unescape(words[4]),
+                std::string(words[5]),
+                Unescape(separator[1]),
+                Unescape(separator[2])};
 }
 
 bool IsReadOnly(const TMount& mount) {
   return ("," + mount.fOptions + ",").find(",ro,") != std::string::npos;
 }
 
-void AddSizes(TFileSystem& system) {
-  struct statvfs status {};
-  if (::statvfs(system.fName.c_str(), &status) != 0) {
-    return;
+// Whether an open directory lies on a mount: at a mount's place there may be another one, when a
+// later one covers a directory on the way. Of a kernel that doesn't number mounts the device is
+// asked; one volume of btrfs has many, and there the answer is taken as it is.
+bool IsOnMount(int directory, const TMount& mount) {
+  struct statx status {};
+  if (::statx(directory, "", AT_EMPTY_PATH, STATX_BASIC_STATS | STATX_MNT_ID, &status) != 0) {
+    return false;
   }
+  if ((status.stx_mask & STATX_MNT_ID) != 0) {
+    return status.stx_mnt_id == mount.fNumber;
+  }
+  return mount.fType == "btrfs" || mount.fDevice == std::to_string(status.stx_dev_major) + ":" +
+                                                        std::to_string(status.stx_dev_minor);
+}
+
+std::optional<struct statvfs> AskMount(const TMount& mount) {
+  const int directory = ::open(mount.fMountPoint.c_str(), O_PATH | O_CLOEXEC);
+  if (directory < 0) {
+    return std::nullopt;
+  }
+  struct statvfs status {};
+  const bool isKnown = IsOnMount(directory, mount) && ::fstatvfs(directory, &status) == 0;
+  ::close(directory);
+  return isKnown ? std::optional(status) : std::nullopt;
+}
+
+void AddSizes(const struct statvfs& status, TFileSystem& system) {
   system.fBlockSize = status.f_frsize;
   system.fSize = Multiply(status.f_frsize, status.f_blocks);
   system.fAvailable = Multiply(status.f_frsize, status.f_bavail);
@@ -144,8 +174,7 @@ bool IsSafeToAsk(const TMount& mount, const std::vector<TMount>& mounts) {
 }
 
 std::vector<TFileSystem> ReadFileSystems(const std::string& root) {
-  const std::vector<TMount> mounts =
-      ParseMountInfo(ReadFile(root + "/proc/self/mountinfo").value_or(std::string()));
+  const std::vector<TMount> mounts = ParseMountInfo(ReadList(root + "/proc/self/mountinfo"));
   std::vector<TMount> blocking;
   std::copy_if(mounts.begin(), mounts.end(), std::back_inserter(blocking), &MayBlock);
   std::vector<TFileSystem> systems;
@@ -154,13 +183,17 @@ std::vector<TFileSystem> ReadFileSystems(const std::string& root) {
     system.fName = mount.fMountPoint;
     system.fRoot = mount.fRoot;
     system.fSource = mount.fSource;
+    system.fDevice = mount.fDevice;
     system.fType = mount.fType;
     system.fReadOnly = IsReadOnly(mount);
-    if (IsOneOf(kLocalTypes, mount.fType)) {
+    system.fIsLocal = IsOneOf(kLocalTypes, mount.fType);
+    if (system.fIsLocal) {
       system.fPersistence = IsOneOf(kMemoryFileSystems, mount.fType) ? kTemporary : kPersistent;
     }
     if (root.empty() && IsSafeToAsk(mount, blocking)) {
-      AddSizes(system);
+      if (const auto status = AskMount(mount)) {
+        AddSizes(*status, system);
+      }
     }
     systems.push_back(std::move(system));
   }

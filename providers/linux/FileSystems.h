@@ -16,7 +16,9 @@ namespace linux_machine {
 
 /// A line of /proc/self/mountinfo.
 struct TMount {
-  std::string fRoot;  ///< What of the file system is mounted: "/" for all.
+  std::uint64_t fNumber = 0;  ///< The kernel's number of the mount.
+  std::string fDevice;        ///< "8:1", the device's major and minor number.
+  std::string fRoot;          ///< What of the file system is mounted: "/" for all.
   std::string fMountPoint;
   std::string fOptions;  ///< "rw,relatime"
   std::string fType;     ///< "ext4"
@@ -27,7 +29,9 @@ struct TFileSystem {
   std::string fName;  ///< The mount point.
   std::string fRoot;
   std::string fSource;
+  std::string fDevice;  ///< As `TMount` has it.
   std::string fType;
+  bool fIsLocal = false;  ///< Whether its files lie on this machine.
   bool fReadOnly = false;
   std::optional<std::uint16_t> fPersistence;  ///< In the value map of CIM_FileSystem.
   std::optional<std::uint64_t> fBlockSize;    ///< Bytes, as the two below.
@@ -49,7 +53,7 @@ std::vector<TMount> SelectFileSystems(const std::vector<TMount>& mounts);
 bool IsSafeToAsk(const TMount& mount, const std::vector<TMount>& mounts);
 
 /// The file systems of the machine whose /proc lies below `root`, in the order of mounting. Sizes
-/// are known of this machine's only.
+/// are known of this machine's only, and not of one that lies hidden below a later mount.
 std::vector<TFileSystem> ReadFileSystems(const std::string& root);
 
 }  // namespace linux_machine

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "providers/linux/SystemRoot.h"
 #include "providers/linux/TextFile.h"
 #include "smbios/TableReader.h"
 
@@ -21,7 +22,7 @@ std::optional<std::string> ReadKernelCopy(const std::string& root, const char* n
 }
 
 smbios::TTables ReadFirmwareTables(const std::string& root) {
-  return smbios::ReadTables(smbios::TablesLocation(root));
+  return smbios::ReadTables(FollowedInRoot(smbios::TablesLocation(root)));
 }
 
 }  // namespace linux_machine

@@ -57,13 +57,13 @@ TOperatingSystem ReadOperatingSystem(const std::string& root) {
   system.fDescription = release.fPrettyName;
   system.fKernelRelease = KernelWord(root, "osrelease", KernelWords(root).release);
   system.fVersion = release.fVersionID ? release.fVersionID : system.fKernelRelease;
-  if (const auto statistics = ReadFile(root + "/proc/stat")) {
+  if (const auto statistics = ReadFile(root + "/proc/stat", kListSizeLimit)) {
     system.fBootTime = ParseBootTime(*statistics);
   }
   if (const auto memory = ReadFile(root + "/proc/meminfo")) {
     system.fMemory = ParseMemory(*memory);
   }
-  if (const auto sessions = ReadFile(root + "/run/utmp")) {
+  if (const auto sessions = ReadFile(root + "/run/utmp", kListSizeLimit)) {
     system.fUsers = CountSessions(*sessions);
   }
   system.fProcesses = CountProcesses(root);

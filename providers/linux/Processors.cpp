@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <initializer_list>
 #include <map>
 #include <set>
 #include <utility>
@@ -20,80 +21,70 @@ constexpr std::uint16_t kStatusEnabled = 1;
 constexpr std::pair<int, std::uint16_t> kCharacteristics[] = {
     {2, 2}, {4, 5}, {5, 6}, {6, 4}, {7, 7}};
 
-std::string_view WithoutBlanks(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
-  return text.substr(0, text.find_last_not_of(" \t\r") + 1);
-}
-
-// The fields of a paragraph by their names; the first of a name counts.
-using TFields = std::map<std::string_view, std::string_view>;
-
-TFields TakeParagraph(std::string_view& text) {
-  TFields fields;
-  while (!text.empty()) {
-    const std::string_view line = TakeLine(text);
-    const std::size_t colon = line.find(':');
-    if (colon != std::string_view::npos) {
-      fields.emplace(WithoutBlanks(line.substr(0, colon)), WithoutBlanks(line.substr(colon + 1)));
-    } else if (WithoutBlanks(line).empty()) {
-      break;
-    }
-  }
-  return fields;
-}
-
-// The first of several names that a kernel for this or that architecture uses.
-std::optional<std::string> FieldOf(const TFields& fields,
-                                   std::initializer_list<const char*> names) {
-  for (const char* name : names) {
-    const auto field = fields.find(name);
-    if (field != fields.end() && !field->second.empty()) {
-      return CutAtNul(field->second);
-    }
-  }
-  return std::nullopt;
-}
-
-// "2499.998", also with "MHz" behind it; the fraction is dropped.
-std::optional<std::uint32_t> ParseMegaHertz(const std::optional<std::string>& text) {
-  return text ? Narrow<std::uint32_t>(ParseNumber(text->substr(0, text->find('.')))) : std::nullopt;
-}
-
-// The 46 of "46 bits physical, 48 bits virtual".
-std::optional<std::uint16_t> ParseAddressWidth(const std::optional<std::string>& text) {
-  return text ? Narrow<std::uint16_t>(ParseNumber(text->substr(0, text->find(' ')))) : std::nullopt;
-}
-
-// Whether the names of features, between blanks, hold that of the 64-bit mode of x86.
-bool HasLongMode(const TFields& fields) {
-  const std::string flags = " " + FieldOf(fields, {"flags"}).value_or(std::string()) + " ";
-  return flags.find(" lm ") != std::string::npos;
-}
+constexpr const char* kProcessors = "/sys/devices/system/cpu";
 
 std::string DirectoryOf(const std::string& root, const TLogicalProcessor& logical) {
-  return root + "/sys/devices/system/cpu/cpu" + std::to_string(logical.fNumber);
+  return root + kProcessors + "/cpu" + std::to_string(logical.fNumber);
 }
 
-// What /sys tells, there the same for all architectures.
+// What /sys tells, there the same for all architectures: the sets of processors in one package and
+// in one core. A package's number may be -1, which stands for any.
 void AddTopology(const std::string& directory, TLogicalProcessor& logical) {
-  if (const auto package = ReadTrimmed(directory + "/topology/physical_package_id")) {
+  const auto setIn = [&](std::initializer_list<const char*> files) -> std::optional<std::string> {
+    for (const char* file : files) {
+      if (auto set = ReadTrimmed(directory + "/topology/" + file)) {
+        return set;
+      }
+    }
+    return std::nullopt;
+  };
+  if (const auto package =
+          setIn({"package_cpus_list", "core_siblings_list", "physical_package_id"})) {
     logical.fPackage = *package;
   }
-  if (const auto siblings = ReadTrimmed(directory + "/topology/thread_siblings_list")) {
+  if (const auto siblings = setIn({"core_cpus_list", "thread_siblings_list"})) {
     logical.fCore = *siblings;
   }
 }
 
-// Only of one processor in each package, since the kernel may take its time to measure.
-void AddSpeeds(const std::string& directory, TLogicalProcessor& logical) {
-  const auto megaHertz = [&directory](const char* file) -> std::optional<std::uint32_t> {
-    const auto kiloHertz = ReadNumber(directory + "/cpufreq/" + file);
-    return kiloHertz ? Narrow<std::uint32_t>(*kiloHertz / 1000) : std::nullopt;
-  };
-  logical.fMaxMegaHertz = megaHertz("cpuinfo_max_freq");
-  if (const auto current = megaHertz("scaling_cur_freq")) {
+std::optional<std::uint32_t> ReadMegaHertz(const std::string& path) {
+  const auto kiloHertz = ReadNumber(path);
+  return kiloHertz ? Narrow<std::uint32_t>(*kiloHertz / 1000) : std::nullopt;
+}
+
+// The speed of now only of one processor in each package, since the kernel may take its time to
+// measure.
+void AddSpeeds(const std::string& directory, bool isFirst, TLogicalProcessor& logical) {
+  if (const auto highest = ReadMegaHertz(directory + "/cpufreq/cpuinfo_max_freq")) {
+    logical.fMaxMegaHertz = highest;
+  }
+  if (!isFirst) {
+    return;
+  }
+  if (const auto current = ReadMegaHertz(directory + "/cpufreq/scaling_cur_freq")) {
     logical.fMegaHertz = current;
   }
+}
+
+// Those that /sys lists and that aren't switched off, each with what /proc/cpuinfo says of all.
+std::vector<TLogicalProcessor> ListProcessors(const std::string& root,
+                                              const TLogicalProcessor& shared) {
+  std::vector<TLogicalProcessor> found;
+  for (const std::string& entry : ListDirectory(root + kProcessors)) {
+    std::string_view name = entry;
+    const auto number = TakePrefix(name, "cpu") ? ParseNumber(name) : std::nullopt;
+    if (!number || ReadNumber(root + kProcessors + "/" + entry + "/online") == 0) {
+      continue;
+    }
+    found.push_back(shared);
+    found.back().fNumber = *number;
+    found.back().fCore = "processor " + std::to_string(*number);
+  }
+  return found;
+}
+
+bool ComesBefore(const TLogicalProcessor& left, const TLogicalProcessor& right) {
+  return left.fNumber < right.fNumber;
 }
 
 std::optional<std::uint16_t> Family(const smbios::TStructure& structure) {
@@ -134,29 +125,6 @@ void TakeMissing(std::optional<Value>& value, const std::optional<Value>& other)
 
 }  // namespace
 
-std::vector<TLogicalProcessor> ParseCpuInfo(std::string_view text) {
-  std::vector<TLogicalProcessor> found;
-  while (!text.empty()) {
-    const TFields fields = TakeParagraph(text);
-    const auto number = ParseNumber(FieldOf(fields, {"processor"}).value_or(std::string()));
-    if (!number) {
-      continue;
-    }
-    TLogicalProcessor logical;
-    logical.fNumber = *number;
-    logical.fPackage = FieldOf(fields, {"physical id"}).value_or("0");
-    logical.fCore = FieldOf(fields, {"core id"}).value_or("processor " + std::to_string(*number));
-    logical.fModelName = FieldOf(fields, {"model name", "cpu", "Processor"});
-    logical.fVendor = FieldOf(fields, {"vendor_id"});
-    logical.fStepping = FieldOf(fields, {"stepping", "CPU revision"});
-    logical.fMegaHertz = ParseMegaHertz(FieldOf(fields, {"cpu MHz", "clock"}));
-    logical.fAddressWidth = ParseAddressWidth(FieldOf(fields, {"address sizes"}));
-    logical.fIs64Bit = HasLongMode(fields);
-    found.push_back(std::move(logical));
-  }
-  return found;
-}
-
 std::vector<TProcessor> GroupProcessors(const std::vector<TLogicalProcessor>& logical) {
   std::vector<TProcessor> packages;
   std::map<std::string, std::size_t> places;
@@ -178,7 +146,9 @@ std::vector<TProcessor> GroupProcessors(const std::vector<TLogicalProcessor>& lo
       packages.push_back(std::move(package));
       cores.emplace_back();
     }
-    ++*packages[place->second].fThreads;
+    TProcessor& package = packages[place->second];
+    ++*package.fThreads;
+    package.fMaxClockSpeed = std::max(package.fMaxClockSpeed, one.fMaxMegaHertz);  // of none last
     cores[place->second].insert(one.fCore);
   }
   for (std::size_t i = 0; i < packages.size(); ++i) {
@@ -232,23 +202,29 @@ std::vector<TProcessor> MergeProcessors(std::vector<TProcessor> packages,
   return packages;
 }
 
+std::vector<TLogicalProcessor> ReadLogicalProcessors(const std::string& root) {
+  TCpuInfo info = ParseCpuInfo(ReadList(root + "/proc/cpuinfo"));
+  std::vector<TLogicalProcessor> logical = std::move(info.fProcessors);
+  if (logical.empty()) {
+    logical = ListProcessors(root, info.fShared);
+  }
+  std::stable_sort(logical.begin(), logical.end(), &ComesBefore);
+  std::set<std::string> packages;
+  for (TLogicalProcessor& one : logical) {
+    const std::string directory = DirectoryOf(root, one);
+    AddTopology(directory, one);
+    AddSpeeds(directory, packages.insert(one.fPackage).second, one);
+  }
+  return logical;
+}
+
 std::vector<TProcessor> ReadProcessors(const std::string& root) {
   const std::vector<TProcessor> sockets =
       ParseStructures(ReadFirmwareTables(root), smbios::kTypeProcessor, &ParseProcessor);
   if (!sockets.empty() && std::getenv("HWX_SMBIOS_TABLES") != nullptr) {
     return sockets;
   }
-  std::vector<TLogicalProcessor> logical =
-      ParseCpuInfo(ReadFile(root + "/proc/cpuinfo").value_or(std::string()));
-  std::set<std::string> packages;
-  for (TLogicalProcessor& one : logical) {
-    const std::string directory = DirectoryOf(root, one);
-    AddTopology(directory, one);
-    if (packages.insert(one.fPackage).second) {
-      AddSpeeds(directory, one);
-    }
-  }
-  return MergeProcessors(GroupProcessors(logical), sockets);
+  return MergeProcessors(GroupProcessors(ReadLogicalProcessors(root)), sockets);
 }
 
 }  // namespace linux_machine

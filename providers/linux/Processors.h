@@ -9,26 +9,12 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "providers/linux/CpuInfo.h"
 #include "smbios/TableWalker.h"
 
 namespace linux_machine {
-
-/// What the kernel schedules on: a core, or one of the threads that a core runs at once.
-struct TLogicalProcessor {
-  std::uint64_t fNumber = 0;
-  std::string fPackage;  ///< Equal for those of one package.
-  std::string fCore;     ///< Equal for those of one core, within the package.
-  std::optional<std::string> fModelName;
-  std::optional<std::string> fVendor;
-  std::optional<std::string> fStepping;
-  std::optional<std::uint32_t> fMegaHertz;     ///< Now.
-  std::optional<std::uint32_t> fMaxMegaHertz;  ///< What it can be clocked with.
-  std::optional<std::uint16_t> fAddressWidth;  ///< Bits of a physical address.
-  bool fIs64Bit = false;
-};
 
 /// A package. Numbers of families, of upgrade methods and of the status are the firmware's, which
 /// CIM shares.
@@ -51,11 +37,6 @@ struct TProcessor {
   std::optional<std::uint32_t> fThreads;
 };
 
-/// Reads the text of /proc/cpuinfo: a paragraph for each logical processor. Paragraphs without a
-/// number are passed over. Where nothing is said of packages all are of one, and where nothing is
-/// said of cores each is its own.
-std::vector<TLogicalProcessor> ParseCpuInfo(std::string_view text);
-
 /// The packages that logical processors make up, in the order of their first one.
 std::vector<TProcessor> GroupProcessors(const std::vector<TLogicalProcessor>& logical);
 
@@ -67,6 +48,12 @@ std::optional<TProcessor> ParseProcessor(const smbios::TStructure& structure, st
 /// both count as many: the kernel and the firmware number them in the same order.
 std::vector<TProcessor> MergeProcessors(std::vector<TProcessor> packages,
                                         const std::vector<TProcessor>& sockets);
+
+/// The logical processors that run, of the machine whose /proc and /sys lie below `root`, in the
+/// order of their numbers: those of /proc/cpuinfo, and where that numbers none those of /sys. /sys
+/// tells what belongs together. Throws `std::runtime_error` for a /proc/cpuinfo of a size that no
+/// machine's has.
+std::vector<TLogicalProcessor> ReadLogicalProcessors(const std::string& root);
 
 /// The processors of the machine whose /proc and /sys lie below `root`. Where `HWX_SMBIOS_TABLES`
 /// names another machine's tables, those that they list, if any.

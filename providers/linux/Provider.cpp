@@ -1,8 +1,6 @@
 // The provider "plugin": this machine as it is now. It enters itself in the registry when the
 // module is loaded.
 
-#include <cstdlib>
-
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 #include "hwxkit/TProviderRegistration.h"
 #include "providers/linux/Classes.h"
@@ -14,6 +12,7 @@ namespace {
 boost::shared_ptr<NQORHWX20::ICIMNamespace> BuildNamespace() {
   const boost::shared_ptr<NQORHWX20::TMemoryNamespace> ns = NQORHWX20::TMemoryNamespace::Create(
       "root/machine", NQORHWX20::TCIMSchemaHelper::kPluginNSPName);
+  SystemRoot();  // who asks is told at once that there is no such tree
   DefineComputerSystem(ns);
   DefineOperatingSystem(ns);
   DefineProduct(ns);
@@ -38,14 +37,5 @@ const NQORHWX20::TProviderRegistration kRegistration(NQORHWX20::TCIMSchemaHelper
                                                      &BuildNamespace);
 
 }  // namespace
-
-std::string SystemRoot() {
-  const char* value = std::getenv("HWX_SYSROOT");
-  std::string root = value == nullptr ? "" : value;
-  while (!root.empty() && root.back() == '/') {
-    root.pop_back();
-  }
-  return root;
-}
 
 }  // namespace linux_machine

@@ -8,8 +8,10 @@
 #include <algorithm>
 #include <charconv>
 #include <memory>
-#include <string_view>
+#include <stdexcept>
 #include <system_error>
+
+#include "providers/linux/SystemRoot.h"
 
 namespace linux_machine {
 
@@ -21,7 +23,7 @@ class TDescriptor {
  public:
   // Not blocking, since a pipe may stand in the file's place.
   explicit TDescriptor(const std::string& path)
-      : fDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
+      : fDescriptor(::open(FollowedInRoot(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
   TDescriptor(const TDescriptor&) = delete;
   TDescriptor& operator=(const TDescriptor&) = delete;
   ~TDescriptor() {
@@ -40,6 +42,26 @@ bool IsRegularFile(const TDescriptor& file) {
   return file.Get() >= 0 && ::fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
+// The bytes of a regular file, and of one with more than `limit` a few too many.
+std::optional<std::string> ReadUpTo(const std::string& path, std::size_t limit) {
+  const TDescriptor file(path);
+  if (!IsRegularFile(file)) {
+    return std::nullopt;
+  }
+  std::string bytes;
+  char block[4096];  // files of /proc and /sys don't tell their size beforehand
+  for (;;) {
+    const ssize_t count = ::read(file.Get(), block, sizeof block);
+    if (count < 0) {
+      return std::nullopt;
+    }
+    bytes.append(block, static_cast<std::size_t>(count));
+    if (count == 0 || bytes.size() > limit) {
+      return bytes;
+    }
+  }
+}
+
 std::optional<std::uint64_t> ParseDigits(std::string_view text, int base) {
   std::uint64_t number = 0;
   const char* end = text.data() + text.size();
@@ -50,22 +72,16 @@ std::optional<std::uint64_t> ParseDigits(std::string_view text, int base) {
 }  // namespace
 
 std::optional<std::string> ReadFile(const std::string& path, std::size_t limit) {
-  const TDescriptor file(path);
-  if (!IsRegularFile(file)) {
-    return std::nullopt;
+  std::optional<std::string> bytes = ReadUpTo(path, limit);
+  return bytes && bytes->size() > limit ? std::nullopt : bytes;
+}
+
+std::string ReadList(const std::string& path, std::size_t limit) {
+  const std::optional<std::string> bytes = ReadUpTo(path, limit);
+  if (bytes && bytes->size() > limit) {
+    throw std::runtime_error(path + " has more than " + std::to_string(limit) + " bytes");
   }
-  std::string bytes;
-  char block[4096];  // files of /proc and /sys don't tell their size beforehand
-  for (;;) {
-    const ssize_t count = ::read(file.Get(), block, sizeof block);
-    if (count == 0) {
-      return bytes;
-    }
-    if (count < 0 || bytes.size() + static_cast<std::size_t>(count) > limit) {
-      return std::nullopt;
-    }
-    bytes.append(block, static_cast<std::size_t>(count));
-  }
+  return bytes.value_or(std::string());
 }
 
 std::optional<std::string> ReadAttribute(const std::string& path) {
@@ -87,7 +103,8 @@ std::optional<std::uint64_t> ReadNumber(const std::string& path) {
 
 std::vector<std::string> ListDirectory(const std::string& path) {
   std::vector<std::string> names;
-  const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(path.c_str()), &::closedir);
+  const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(FollowedInRoot(path).c_str()),
+                                                      &::closedir);
   if (!directory) {
     return names;
   }
@@ -99,6 +116,13 @@ std::vector<std::string> ListDirectory(const std::string& path) {
   }
   std::sort(names.begin(), names.end());
   return names;
+}
+
+bool Exists(const std::string& path) {
+  const std::size_t name = path.rfind('/') + 1;  // the last name is looked at, not followed
+  struct stat status {};
+  return ::lstat((FollowedInRoot(path.substr(0, name)) + "/" + path.substr(name)).c_str(),
+                 &status) == 0;
 }
 
 std::string CutAtNul(std::string_view text) {

@@ -25,7 +25,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 TMount Mount(const std::string& mountPoint, const std::string& type) {
-  return {"/", mountPoint, "rw", type, "none"};
+  return {1, "0:1", "/", mountPoint, "rw", type, "none"};
 }
 
 std::vector<std::string> MountPoints(const std::vector<TMount>& mounts) {
@@ -59,6 +59,8 @@ TEST(MountInfo, TellsAllFields) {
   const auto mounts = ParseMountInfo(
       "36 35 98:0 /sub /mnt rw,noatime master:1 shared:2 - ext4 /dev/sda1 rw,errors=continue\n");
   ASSERT_EQ(mounts.size(), 1u);
+  EXPECT_EQ(mounts[0].fNumber, 36u);
+  EXPECT_EQ(mounts[0].fDevice, "98:0");
   EXPECT_EQ(mounts[0].fRoot, "/sub");
   EXPECT_EQ(mounts[0].fMountPoint, "/mnt");
   EXPECT_EQ(mounts[0].fOptions, "rw,noatime");
@@ -150,6 +152,24 @@ TEST(FileSystems, OfThisMachineHaveTheSizesThatTheKernelTells) {
       EXPECT_EQ(system->fFiles, 1u);
       EXPECT_FALSE(system->fReadOnly);
     }
+    return 0;
+  });
+}
+
+TEST(FileSystems, HiddenByALaterMountHaveNoSizes) {
+  const TemporaryDirectory directory;
+  const std::string inner = directory / "inner";
+  std::filesystem::create_directory(inner);
+  RunScene("this user may not mount here", [&] {
+    if (!EnterPrivateMountNamespace() || !MountTmpfs(inner) || !MountTmpfs(directory.Path())) {
+      return kSceneNotAllowed;
+    }
+    std::filesystem::create_directory(inner);  // of the same name, in the mount that hides
+    const auto systems = ReadFileSystems("");
+    const TFileSystem* hidden = Find(systems, inner);
+    const TFileSystem* hiding = Find(systems, directory.Path());
+    EXPECT_TRUE(hidden != nullptr && !hidden->fSize);
+    EXPECT_TRUE(hiding != nullptr && hiding->fSize);
     return 0;
   });
 }

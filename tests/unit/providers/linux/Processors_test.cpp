@@ -54,12 +54,16 @@ Bytes Socket() {
   return fields;
 }
 
+std::vector<TLogicalProcessor> Parsed(const std::string& text) {
+  return ParseCpuInfo(text).fProcessors;
+}
+
 std::optional<TProcessor> ParsedSocket(const Bytes& fields) {
   return ParseProcessor(MadeStructure(4, fields, {"CPU 1", "EXMPL", "Example CPU"}).Get(), 0);
 }
 
-TEST(CpuInfo, GroupsThreadsToCoresAndPackages) {
-  const auto packages = GroupProcessors(ParseCpuInfo(TwoPackages()));
+TEST(Processors, GroupThreadsToCoresAndPackages) {
+  const auto packages = GroupProcessors(Parsed(TwoPackages()));
   ASSERT_EQ(packages.size(), 2u);
   for (const TProcessor& package : packages) {
     EXPECT_EQ(package.fEnabledCores, 2);
@@ -76,42 +80,14 @@ TEST(CpuInfo, GroupsThreadsToCoresAndPackages) {
   EXPECT_EQ(packages[1].fDeviceID, "CPU1");
 }
 
-TEST(CpuInfo, CountsEachAsACoreOfOnePackageWhereNothingIsSaid) {
-  const auto packages = GroupProcessors(ParseCpuInfo("processor : 0\n\nprocessor : 1\n"));
+TEST(Processors, CountEachAsACoreOfOnePackageWhereNothingIsSaid) {
+  const auto packages = GroupProcessors(Parsed("processor : 0\n\nprocessor : 1\n"));
   ASSERT_EQ(packages.size(), 1u);
   EXPECT_EQ(packages[0].fEnabledCores, 2);
   EXPECT_EQ(packages[0].fThreads, 2u);
   EXPECT_FALSE(packages[0].fName);
   EXPECT_FALSE(packages[0].fCurrentClockSpeed);
   EXPECT_FALSE(packages[0].fDataWidth);
-}
-
-TEST(CpuInfo, ReadsTheWordsOfOtherArchitectures) {
-  const auto power = ParseCpuInfo("processor\t: 0\ncpu\t\t: POWER9\nclock\t\t: 2300.000000MHz\n");
-  ASSERT_EQ(power.size(), 1u);
-  EXPECT_EQ(power[0].fModelName, "POWER9");
-  EXPECT_EQ(power[0].fMegaHertz, 2300u);
-}
-
-TEST(CpuInfo, PassesOverWhatIsNoProcessor) {
-  EXPECT_THAT(ParseCpuInfo(""), IsEmpty());
-  EXPECT_THAT(ParseCpuInfo("\n\n\n"), IsEmpty());
-  EXPECT_THAT(ParseCpuInfo("Hardware : board\nSerial : 1\n\nprocessor : x\n"), IsEmpty());
-  EXPECT_THAT(ParseCpuInfo("processor : 18446744073709551616\n"), IsEmpty());
-  EXPECT_THAT(ParseCpuInfo(std::string("\xFF:\xFE\0\n:\n", 7)), IsEmpty());
-}
-
-TEST(CpuInfo, HasNothingOfNumbersThatAreNone) {
-  const auto logical = ParseCpuInfo(
-      "processor : 0\ncpu MHz : 99999999999.0\naddress sizes : many bits\nmodel name :\n");
-  ASSERT_EQ(logical.size(), 1u);
-  EXPECT_FALSE(logical[0].fMegaHertz);
-  EXPECT_FALSE(logical[0].fAddressWidth);
-  EXPECT_FALSE(logical[0].fModelName);
-}
-
-TEST(CpuInfo, KeepsBytesOfWhateverEncoding) {
-  EXPECT_EQ(ParseCpuInfo("processor: 0\nmodel name: \xFF\xFE x\n").at(0).fModelName, "\xFF\xFE x");
 }
 
 TEST(ProcessorSocket, TellsAllFields) {
@@ -159,7 +135,7 @@ TEST(ProcessorSocket, HasTheWideNumbersWhereTheOthersDoNotFit) {
 }
 
 TEST(Processors, TakeWhatTheyMissFromTheirSockets) {
-  auto packages = GroupProcessors(ParseCpuInfo(TwoPackages()));
+  auto packages = GroupProcessors(Parsed(TwoPackages()));
   const TProcessor socket = ParsedSocket(Socket()).value();
   packages = MergeProcessors(packages, {socket, socket});
   EXPECT_EQ(packages[1].fSocket, "CPU 1");
@@ -170,7 +146,7 @@ TEST(Processors, TakeWhatTheyMissFromTheirSockets) {
 }
 
 TEST(Processors, TakeNothingWhereTheSocketsAreOthers) {
-  const auto packages = GroupProcessors(ParseCpuInfo(TwoPackages()));
+  const auto packages = GroupProcessors(Parsed(TwoPackages()));
   const TProcessor socket = ParsedSocket(Socket()).value();
   EXPECT_FALSE(MergeProcessors(packages, {socket})[0].fSocket);
 }
@@ -204,6 +180,47 @@ TEST_F(ReadingProcessors, PrefersTheTopologyAndTheSpeedsOfSys) {
   EXPECT_EQ(processors[0].fCurrentClockSpeed, 1200u);
   EXPECT_EQ(processors[1].fEnabledCores, 1);
   EXPECT_FALSE(processors[1].fCurrentClockSpeed);
+}
+
+TEST_F(ReadingProcessors, FindsThoseOfSysWhereCpuinfoNumbersNone) {
+  Write("proc/cpuinfo", "vendor_id : IBM/S390\nprocessor 0: version = 00,  machine = 2964\n");
+  for (int number = 0; number < 12; ++number) {
+    const std::string directory = "sys/devices/system/cpu/cpu" + std::to_string(number);
+    Write(directory + "/online", number == 11 ? "0\n" : "1\n");
+    Write(directory + "/topology/physical_package_id", "-1\n");
+    Write(directory + "/topology/core_siblings_list", number < 8 ? "0-7\n" : "8-10\n");
+    Write(directory + "/topology/thread_siblings_list", std::to_string(number / 2) + "\n");
+  }
+  Write("sys/devices/system/cpu/cpufreq/x", "");
+  const auto processors = Read();
+  ASSERT_EQ(processors.size(), 2u);
+  EXPECT_EQ(processors[0].fName, "Machine type 2964");
+  EXPECT_EQ(processors[0].fManufacturer, "IBM/S390");
+  EXPECT_EQ(processors[0].fEnabledCores, 4);
+  EXPECT_EQ(processors[0].fThreads, 8u);
+  EXPECT_EQ(processors[1].fThreads, 3u);
+}
+
+TEST_F(ReadingProcessors, TellsTheHighestSpeedOfThePackage) {
+  Write("proc/cpuinfo", "processor : 0\n\nprocessor : 1\n\nprocessor : 2\n");
+  const std::string file = "/cpufreq/cpuinfo_max_freq";
+  Write("sys/devices/system/cpu/cpu0" + file, "5000000\n");
+  Write("sys/devices/system/cpu/cpu1" + file, "5200000\n");
+  ASSERT_THAT(Read(), SizeIs(1));
+  EXPECT_EQ(Read()[0].fMaxClockSpeed, 5200u);
+}
+
+TEST_F(ReadingProcessors, FindsAllOfAMachineWithThousands) {
+  std::string text;
+  for (int number = 0; number < 8192; ++number) {
+    text += "processor : " + std::to_string(number) +
+            "\nphysical id : " + std::to_string(number / 256) +
+            "\nflags : " + std::string(2000, 'x') + "\n\n";
+  }
+  Write("proc/cpuinfo", text);
+  const auto processors = Read();
+  ASSERT_THAT(processors, SizeIs(32));
+  EXPECT_EQ(processors.back().fThreads, 256u);
 }
 
 TEST_F(ReadingProcessors, FindsNoneWithoutFiles) {

@@ -42,6 +42,18 @@ TEST_F(TextFile, ReadsUpToTheLimitAndNothingOfALargerFile) {
   EXPECT_EQ(ReadFile(Write(text), 9999), std::nullopt);
 }
 
+TEST_F(TextFile, TellsOfAListThatIsTooLong) {
+  const std::string text(10000, 'x');
+  EXPECT_EQ(ReadList(Write(text), 10000), text);
+  EXPECT_EQ(ReadList(fDirectory / "absent"), "");
+  try {
+    ReadList(Write(text), 9999);
+    ADD_FAILURE() << "it was read";
+  } catch (const std::runtime_error& failure) {
+    EXPECT_EQ(failure.what(), fDirectory / "file" + " has more than 9999 bytes");
+  }
+}
+
 TEST_F(TextFile, ReadsFilesThatTellNoSizeBeforehand) {
   EXPECT_THAT(ReadAttribute("/proc/self/comm"), Optional(::testing::Not(IsEmpty())));
 }
