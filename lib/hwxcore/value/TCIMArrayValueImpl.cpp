@@ -6,10 +6,12 @@ namespace NQORHWX20 {
 
 TCIMArrayValueImpl::~TCIMArrayValueImpl() = default;
 
+// Contract: elements-unguarded.
 TCIMArrayValueImpl::operator std::vector<TCIMValue>&() const {
   return fElements;
 }
 
+// Contract: array-text-unquoted.
 std::string TCIMArrayValueImpl::ToString(unsigned char base) const {
   std::string text = "{ ";
   const char* separator = "";
@@ -27,6 +29,7 @@ bool TCIMArrayValueImpl::operator==(const TCIMValue& other) const {
   return fElements == static_cast<const TCIMArrayValueImpl&>(*BodyOf(other)).fElements;
 }
 
+// Contract: arrays-have-no-order.
 bool TCIMArrayValueImpl::operator<(const TCIMValue& /*other*/) const {
   throw THWXException(kHWXStatusNotImplemented);
 }

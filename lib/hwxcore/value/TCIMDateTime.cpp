@@ -72,7 +72,7 @@ void TCIMDateTime::Set(const std::string& text) {
 }
 
 void TCIMDateTime::Clear() {
-  if (fBody) fBody->Clear();  // for those who share the body
+  if (fBody) fBody->Clear();  // Contract: clear-drops-body.
   fBody.reset();
 }
 

@@ -34,6 +34,7 @@ void RequireValues(const TCIMDateTimeImpl& one, const TCIMDateTimeImpl& other) {
   RequireValue(other);
 }
 
+// Contract: unlike-date-times-throw.
 void RequireOneKind(const TCIMDateTimeImpl& one, const TCIMDateTimeImpl& other) {
   RequireValues(one, other);
   if (one.IsInterval() != other.IsInterval()) Fail();
@@ -41,8 +42,8 @@ void RequireOneKind(const TCIMDateTimeImpl& one, const TCIMDateTimeImpl& other) 
 
 // Reading
 
-// How many of the text form's characters are no digits: the point and the sign should be all.
-// Counts to the end in narrow numbers, which the compiler does for many characters at once.
+// How many of the text form's characters are no digits. The point and the sign should be all.
+// It counts in a byte and doesn't stop early, so that the compiler can take many at once.
 unsigned int CountNonDigits(const std::string& text) {
   unsigned char count = 0;
   for (std::size_t i = 0; i != kTextLength; ++i) {
@@ -129,7 +130,8 @@ bool IsFirstDay(unsigned short year, unsigned short month, unsigned int day) {
   return month == 1 && year == 1970 && day == 1;
 }
 
-// -1 is the error of `mktime`; on the day of the epoch it counts as the epoch, and that is meant.
+// -1 is the error of `mktime`, and also the second before the epoch. On the day of the epoch it
+// counts as the epoch. Contract: second-before-epoch.
 std::int64_t Epoch(const TCIMDateTimeImpl& timestamp, std::time_t made) {
   if (made != -1) return made;
   if (!IsFirstDay(timestamp.GetYear(), timestamp.GetMonth(), timestamp.GetDay())) Fail();
@@ -141,6 +143,7 @@ std::int64_t EpochLessOffset(const TCIMDateTimeImpl& timestamp, const detail::TL
 }
 
 // Asks `mktime` itself, which also brings `localtime_r` up to date with TZ.
+// Contract: offset-left-out, local-zone.
 std::int64_t EpochAsItStands(const TCIMDateTimeImpl& timestamp) {
   std::tm fields = FieldsAsTheyStand(timestamp);
   return Epoch(timestamp, std::mktime(&fields));
@@ -160,6 +163,7 @@ std::int64_t InMicroSeconds(std::int64_t seconds, std::int64_t microSeconds) {
   return total;
 }
 
+// Contract: difference-never-negative.
 std::int64_t Absolute(std::int64_t total) {
   if (total == std::numeric_limits<std::int64_t>::min()) Fail();
   return std::abs(total);
@@ -204,7 +208,8 @@ bool TCIMDateTimeImpl::IsValid(unsigned int /*days*/, unsigned short hours, unsi
   return minutes <= 59 && hours <= 23 && seconds <= 59 && microSeconds <= 999999;
 }
 
-// A weak test, and that is meant: fields out of range pass, also any number of microseconds.
+// Fields out of range pass, and any number of microseconds.
+// Contract: weak-timestamp-check, second-before-epoch, local-zone.
 bool TCIMDateTimeImpl::IsValid(unsigned short year, unsigned short month, unsigned int day,
                                unsigned short hour, unsigned short minute, unsigned short second,
                                unsigned int /*microSeconds*/, short utcOffset) {
@@ -216,6 +221,7 @@ bool TCIMDateTimeImpl::IsValid(unsigned short year, unsigned short month, unsign
 void TCIMDateTimeImpl::Set(unsigned int days, unsigned short hours, unsigned short minutes,
                            unsigned short seconds, unsigned int microSeconds) {
   if (!IsValid(days, hours, minutes, seconds, microSeconds)) Fail();
+  // Year, month and offset stay. Contract: interval-keeps-date.
   fDay = days;
   fHour = hours;
   fMinute = minutes;
@@ -241,6 +247,7 @@ void TCIMDateTimeImpl::Set(unsigned short year, unsigned short month, unsigned i
   fIsInterval = false;
 }
 
+// Contract: no-wildcards.
 void TCIMDateTimeImpl::Set(const std::string& text) {
   if (text.size() != kTextLength || text[14] != '.' || CountNonDigits(text) != 2) Fail();
   const unsigned int date = NumberAt(text, 0, 8);
@@ -260,14 +267,14 @@ void TCIMDateTimeImpl::Set(const std::string& text) {
       return timestamp(-offset);
     case ':':
       if (offset != 0) Fail();
-      // Only the low 16 bits of the days count here, and that is meant.
+      // The low 16 bits of the days. Contract: days-of-16-bits.
       return Set(static_cast<unsigned short>(date), hour, minute, second, microSeconds);
     default:
       Fail();
   }
 }
 
-std::string TCIMDateTimeImpl::ToString() const {
+std::string TCIMDateTimeImpl::ToString() const {  // Contract: wide-fields-uncut.
   RequireValue(*this);
   std::string text;
   text.reserve(kTextLength);
@@ -288,7 +295,7 @@ std::string TCIMDateTimeImpl::ToString() const {
   return text;
 }
 
-std::string TCIMDateTimeImpl::ToUIString() const {
+std::string TCIMDateTimeImpl::ToUIString() const {  // Contract: blank-at-the-end.
   RequireValue(*this);
   std::string text;
   TPaddedText padded(text);
@@ -308,7 +315,7 @@ std::string TCIMDateTimeImpl::ToUIString() const {
   return text;
 }
 
-// Wraps from 49711 days on, and that is meant.
+// Contract: interval-wraps.
 unsigned int TCIMDateTimeImpl::IntervalSeconds() const {
   return fSecond + fDay * kSecondsPerDay + fHour * 3600U + fMinute * 60U;
 }
@@ -355,7 +362,8 @@ TCIMDateTimeImpl TCIMDateTimeImpl::operator+(const TCIMDateTimeImpl& other) cons
 
 TCIMDateTimeImpl TCIMDateTimeImpl::operator-(const TCIMDateTimeImpl& other) const {
   RequireValues(*this, other);
-  // This one's less the other's, also where the timestamp is the other, and that is meant.
+  // This one's less the other's, also where the other is the timestamp.
+  // Contract: microseconds-change-sides, interval-less-timestamp.
   const std::int64_t microSeconds = std::int64_t{fMicroSeconds} - other.fMicroSeconds;
   if (fIsInterval != other.fIsInterval) {
     const TCIMDateTimeImpl& timestamp = fIsInterval ? other : *this;
@@ -372,8 +380,8 @@ TCIMDateTimeImpl TCIMDateTimeImpl::operator-(const TCIMDateTimeImpl& other) cons
 
 // The timestamp, with this one's offset, whose fields stand so many microseconds after the epoch.
 TCIMDateTimeImpl TCIMDateTimeImpl::TimestampAt(long long microSeconds) const {
-  // Before the epoch, the seconds are mirrored into the time after it, and the microseconds wrap;
-  // both are meant.
+  // Before the epoch the seconds lose their sign, and the microseconds wrap below.
+  // Contract: mirrored-at-epoch, summer-hour.
   std::time_t moment = std::abs(microSeconds / kMicroSecondsPerSecond);
   std::tm fields = LocalFields(moment);
   if (fields.tm_isdst != 0) {
@@ -388,6 +396,7 @@ TCIMDateTimeImpl TCIMDateTimeImpl::TimestampAt(long long microSeconds) const {
       static_cast<unsigned int>(microSeconds % kMicroSecondsPerSecond), fUTCOffset);
 }
 
+// Contract: no-get-difference.
 TCIMDateTime TCIMDateTimeImpl::GetDifference(TCIMDateTime& /*first*/,
                                              TCIMDateTime& /*second*/) const {
   throw THWXException(kHWXStatusNotImplemented);

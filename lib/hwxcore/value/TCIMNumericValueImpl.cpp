@@ -13,7 +13,7 @@ void Require(TCIMValue::TCIMType actual, TCIMValue::TCIMType::ECIMType required)
   if (actual != required) throw THWXException(kHWXStatusTypeMismatch);
 }
 
-// A type that prints in base 10 alone.
+// Contract: signed-in-base-10-alone.
 void RequireDecimal(unsigned base) {
   if (base != 10) throw THWXException(kHWXStatusNotSupported);
 }
@@ -31,7 +31,7 @@ bool IsNumeric(TCIMValue::TCIMType type) {
 
 template <typename Unsigned>
 std::string UnsignedText(Unsigned value, unsigned base) {
-  // Only hexadecimal is padded to the width of the type, and that is meant.
+  // Contract: hexadecimal-padded.
   return detail::IntegerText(value, base, base == 16 ? 2 * sizeof value : 0);
 }
 
@@ -43,7 +43,7 @@ std::string SignedText(Signed value, unsigned base) {
 
 std::string RealText(double value, unsigned base) {
   RequireDecimal(base);
-  return detail::RealText(value);
+  return detail::RealText(value);  // Contract: six-digits.
 }
 
 }  // namespace
@@ -160,7 +160,7 @@ TCIMNumericValueImpl::operator double() const {
 }
 
 std::string TCIMNumericValueImpl::ToString(unsigned char base) const {
-  // The base is checked before the type, so a boolean in base 2 is refused as well.
+  // Contract: base-checked-first.
   if (base != 8 && base != 10 && base != 16) throw THWXException(kHWXStatusNotSupported);
   switch (fType) {
     case TCIMValue::TCIMType::kCIMTypeBoolean:

@@ -16,6 +16,7 @@ TCIMStringValueImpl::operator std::string() const {
   return fValue;
 }
 
+// Contract: text-in-any-base.
 std::string TCIMStringValueImpl::ToString(unsigned char /*base*/) const {
   return fValue;
 }

@@ -49,6 +49,7 @@ TCIMType WithoutArrayFlag(TCIMType type) {
   throw THWXException(kHWXStatusTypeMismatch);
 }
 
+// Contract: wrong-element-status, untyped-element-unlogged.
 void CheckElementTypes(TCIMType type, const std::vector<TCIMValue>& elements) {
   const TCIMType elementType = WithoutArrayFlag(type);
   for (const TCIMValue& element : elements) {
@@ -61,6 +62,7 @@ void CheckElementTypes(TCIMType type, const std::vector<TCIMValue>& elements) {
 
 }  // namespace
 
+// Contract: unknown-type-name.
 TCIMValue::TCIMType::TCIMType(std::string name) : fType(kCIMTypeNone) {
   for (char& c : name)
     c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
@@ -73,7 +75,7 @@ TCIMValue::TCIMType::TCIMType(std::string name) : fType(kCIMTypeNone) {
 }
 
 std::string TCIMValue::TCIMType::ToString() const {
-  const ECIMType scalar = WithoutArrayFlag(fType);
+  const ECIMType scalar = WithoutArrayFlag(fType);  // Contract: array-type-name.
   for (const auto& entry : kTypeNames) {
     if (scalar == entry.fType) return entry.fName;
   }
@@ -89,13 +91,14 @@ TCIMValue::TCIMValue() : fType(TCIMType::kCIMTypeNone), fMaxArraySize(0) {}
 TCIMValue::TCIMValue(TCIMType type, unsigned int maxArraySize)
     : fType(maxArraySize == 0 ? type : WithArrayFlag(type)), fMaxArraySize(maxArraySize) {}
 
+// Contract: text-never-fails, base-from-text.
 TCIMValue::TCIMValue(TCIMType type, std::string& text, boost::shared_ptr<ICIMNamespace> ns)
     : TCIMValue() {
   switch (type) {
     case TCIMType::kCIMTypeBoolean:
       Set(detail::ReadNumber<bool>(text));
       break;
-    case TCIMType::kCIMTypeUInt8:  // the low 8 bits of what was read, without a range check
+    case TCIMType::kCIMTypeUInt8:  // Contract: narrow-numbers-wrap.
       Set(static_cast<unsigned char>(detail::ReadNumber<unsigned int>(text)));
       break;
     case TCIMType::kCIMTypeSInt8:
@@ -125,7 +128,7 @@ TCIMValue::TCIMValue(TCIMType type, std::string& text, boost::shared_ptr<ICIMNam
     case TCIMType::kCIMTypeReal64:
       Set(detail::ReadNumber<double>(text));
       break;
-    case TCIMType::kCIMTypeChar16:  // comes out as a string, and that is meant
+    case TCIMType::kCIMTypeChar16:  // Contract: char16-text-is-string.
     case TCIMType::kCIMTypeString:
       Set(static_cast<const std::string&>(text));
       break;
@@ -219,8 +222,8 @@ TCIMValue& TCIMValue::operator=(
   return *this;
 }
 
-// The old body leaves the value at once, so that a failure leaves a null value behind, but it lives
-// until the new one stands: an argument may lie inside it.
+// The old body leaves the value first: if the new one can't be made, the value is null. It is kept
+// alive to the end, since an argument may lie inside it. Contract: scalar-keeps-the-rest.
 template <typename Body, typename... Arguments>
 void TCIMValue::SetBody(TCIMType type, const Arguments&... arguments) {
   fType = type;
@@ -228,7 +231,7 @@ void TCIMValue::SetBody(TCIMType type, const Arguments&... arguments) {
   fBody = std::make_unique<Body>(arguments...);
 }
 
-// Takes over what `Set(TCIMReference&)` copies.
+// As `Set(TCIMReference&)`, without a copy of the reference.
 void TCIMValue::SetBody(std::unique_ptr<TCIMReferenceValueImpl> body) {
   const TCIMReference& reference = body->GetReference();
   fType = TCIMType::kCIMTypeReference;
@@ -298,7 +301,7 @@ void TCIMValue::Set(const TCIMDateTime& value) {
 
 void TCIMValue::Set(TCIMReference& value) {
   SetBody<TCIMReferenceValueImpl>(TCIMType::kCIMTypeReference, value);
-  // The class comes after the body: a reference without one throws here, and its copy stays.
+  // Throws for a reference without a class. Contract: reference-stored-first.
   fReferencedClass = value.GetClass();
 }
 
@@ -306,8 +309,8 @@ void TCIMValue::Set(TCIMType type, unsigned int maxArraySize,
                     const std::vector<TCIMValue>& elements) {
   fMaxArraySize = maxArraySize;
   SetBody<TCIMArrayValueImpl>(WithArrayFlag(type), elements);
-  // The check comes after the store: a value that fails it keeps all the elements. It reads the
-  // stored copies, as `elements` may have gone with the old body.
+  // Contract: elements-stored-first. The copies are checked: `elements` may have been part of the
+  // old body, which is gone.
   CheckElementTypes(type, BodyOfType(fType));
 }
 
@@ -318,12 +321,11 @@ void TCIMValue::CopyBody(const TCIMValue& other) {
 }
 
 void TCIMValue::Set(const TCIMValue& other) {
-  // An assignment between equals changes nothing, and a comparison that throws leaves it undone.
-  if (*this == other) return;
-  // The old body goes before the new one comes, but lives on to the end: `other` may lie inside it.
+  if (*this == other) return;  // Contract: assignment-compares-first.
+  // The old body leaves the value first, and is kept alive to the end: `other` may lie inside it.
   const std::unique_ptr<TCIMValueImpl> old = std::move(fBody);
   fType = other.fType;
-  if (IsArray()) {
+  if (IsArray()) {  // Contract: array-leaves-class.
     fMaxArraySize = other.fMaxArraySize;
     return CopyBody<TCIMArrayValueImpl>(other);
   }
@@ -346,17 +348,17 @@ void TCIMValue::Set(const TCIMValue& other) {
       return CopyBody<TCIMStringValueImpl>(other);
     case TCIMType::kCIMTypeDateTime:
       return CopyBody<TCIMDateTimeValueImpl>(other);
-    case TCIMType::kCIMTypeReference:  // a null reference brings its class along too
+    case TCIMType::kCIMTypeReference:  // Contract: null-reference-has-class.
       fReferencedClass = other.fReferencedClass;
       return CopyBody<TCIMReferenceValueImpl>(other);
     default:
-      ThrowTypeMismatch();
+      ThrowTypeMismatch();  // Contract: untyped-assignment-destroys.
   }
 }
 
 void TCIMValue::SetNullValue(TCIMType::ECIMType type, unsigned int maxArraySize) {
   fType = type;
-  if (IsArray()) fMaxArraySize = maxArraySize;
+  if (IsArray()) fMaxArraySize = maxArraySize;  // Contract: null-keeps-the-rest.
   fBody.reset();
 }
 
@@ -369,7 +371,7 @@ bool TCIMValue::IsArray() const {
 }
 
 bool TCIMValue::IsReference() const {
-  return fType == TCIMType::kCIMTypeReference;
+  return fType == TCIMType::kCIMTypeReference;  // Contract: reference-array-is-none.
 }
 
 TCIMValue::TCIMType TCIMValue::GetType() const {
@@ -385,15 +387,17 @@ boost::shared_ptr<ICIMClass> TCIMValue::GetReferencedClass() const {
 }
 
 void TCIMValue::SetReferencedClass(boost::shared_ptr<ICIMClass> referencedClass) {
+  // Contract: class-of-null-alone.
   if (!IsNull()) throw THWXException(kHWXStatusInvalidOpSequence);
   fReferencedClass.swap(referencedClass);
 }
 
 std::string TCIMValue::ToString(unsigned char base) const {
-  if (IsNull()) throw THWXException(kHWXStatusValueIsNULL);
+  if (IsNull()) throw THWXException(kHWXStatusValueIsNULL);  // Contract: null-does-not-print.
   return fBody->ToString(base);
 }
 
+// Contract: no-conversion.
 const TCIMValueImpl& TCIMValue::BodyOfType(TCIMType::ECIMType type) const {
   if (IsNull()) throw THWXException(kHWXStatusValueIsNULL);
   if (fType != type) ThrowTypeMismatch();
@@ -453,15 +457,16 @@ bool TCIMValue::operator<(const TCIMValue& other) const {
   if (IsNull()) return !other.IsNull();
   if (other.IsNull()) return false;
   if (fType == other.fType) return *fBody < other;
+  // Contract: types-sort-by-number.
   return static_cast<int>(fType) < static_cast<int>(other.fType);
 }
 
 bool TCIMValue::operator==(const TCIMValue& other) const {
   if (IsNull() != other.IsNull()) return false;
-  if (fType != other.fType) return false;
+  if (fType != other.fType) return false;  // Contract: nulls-of-two-types.
   if (!IsNull()) return *fBody == other;
   if (IsReference()) return fReferencedClass == other.fReferencedClass;
-  if (IsArray()) return fMaxArraySize == other.fMaxArraySize;
+  if (IsArray()) return fMaxArraySize == other.fMaxArraySize;  // Contract: maximum-not-enforced.
   return true;
 }
 
@@ -473,7 +478,7 @@ bool TCIMValue::operator>=(const TCIMValue& other) const {
   return !(*this < other);
 }
 
-// Equality is asked first in the next two, which decides whether unequal arrays throw.
+// Contract: equality-asked-first.
 bool TCIMValue::operator<=(const TCIMValue& other) const {
   return *this == other || *this < other;
 }

@@ -197,6 +197,8 @@ class TCIMValue {
   operator std::string() const;     // NOLINT(google-explicit-constructor)
   operator TCIMDateTime() const;    // NOLINT(google-explicit-constructor)
   operator TCIMReference() const;   // NOLINT(google-explicit-constructor)
+  // No operator TCIMChar16. Contract: char16-not-converted.
+
   /// The array's own elements, also for changing them: what is changed there is checked by nobody.
   /// The reference is valid until the value is assigned to or destroyed.
   operator std::vector<TCIMValue>&() const;  // NOLINT(google-explicit-constructor)

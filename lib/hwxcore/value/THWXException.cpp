@@ -4,6 +4,7 @@ namespace NQORHWX20 {
 
 THWXException::~THWXException() = default;
 
+// Contract: status-name-alone.
 const char* THWXException::what() const noexcept {
   return fStatus.TranslateStatusCode().c_str();
 }

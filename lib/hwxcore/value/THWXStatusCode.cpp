@@ -51,7 +51,7 @@ const std::string kHWXErrorMessages[] = {
     "kHWXStatusLuzFilecopyFailure",
     "kHWXStatusTransferFailure",
     "kHWXStatusCimomConnectFailure",
-    "fdrStatusEnd",
+    "fdrStatusEnd",  // Contract: end-of-statuses.
 };
 static_assert(std::size(kHWXErrorMessages) == fdrStatusEnd + 1, "one name for each code");
 
