@@ -21,6 +21,7 @@ using namespace NQORHWX20;
 using detail::Existing;
 using detail::Locked;
 
+// Contract: instances-locked-alone.
 boost::recursive_mutex copyInstMutex;
 
 namespace {
@@ -29,8 +30,9 @@ const char kProductClassName[] = "QORSG_HWXProduct";
 const char kPluginNameQualifier[] = "PLUGINNAME";
 const char kOverrideQualifier[] = "OVERRIDE";
 
-// Makes and commits a declaration like `source`. What is read comes in this order, and the default
-// value crosses over as it stands: `Held` says whether a copy of it is handed on or itself.
+// Makes and commits a declaration like `source`. Its fields are read in this order. The target gets
+// the default value of `source` itself, or a copy of it, as the type `Held` says.
+// Contract: default-value-not-rewritten, default-value-itself.
 template <typename Held>
 boost::shared_ptr<ICIMQualifierDecl> CopyQualifierDecl(ICIMQualifierDecl& source,
                                                        ICIMNamespace& target) {
@@ -55,7 +57,7 @@ TCIMValue CopyReference(const TCIMValue& value, const boost::shared_ptr<ICIMName
   TCIMValue result(TCIMValue::TCIMType(TCIMValue::TCIMType::kCIMTypeReference), 0);
   const boost::shared_ptr<ICIMClass> sourceClass = value.GetReferencedClass();
   if (!sourceClass) throw THWXException(kHWXStatusInvalidReference);
-  result.SetReferencedClass(CounterpartOf(sourceClass, target));
+  result.SetReferencedClass(CounterpartOf(sourceClass, target));  // Contract: null-reference-bound.
   if (value.IsNull()) return result;
   TCIMReference newReference(target, TCIMContext());
   const TCIMReference source = value;
@@ -76,7 +78,8 @@ bool HasPropertyDecl(ICIMClass& newClass, const std::string& name) {
   }
 }
 
-// Any failure counts as no, and any answer as yes, an empty pointer too.
+// Any failure means no, and any answer means yes, an empty pointer too.
+// Contract: override-by-any-answer.
 bool Overrides(ICIMPropertyDecl& source) {
   try {
     source.GetQualifier(kOverrideQualifier, TCIMContext());
@@ -95,13 +98,14 @@ TCIMValue CopiedValue(Holder& holder, const boost::weak_ptr<ICIMNamespace>& targ
 }  // namespace
 
 TCIMValue TCIMCopy::CopyValue(const TCIMValue& value, boost::shared_ptr<ICIMNamespace> target) {
-  // An array of references isn't rewritten: its elements stay bound to the source.
+  // Contract: reference-array-not-rewritten.
   return value.IsReference() ? CopyReference(value, target) : value;
 }
 
 boost::shared_ptr<ICIMInstance> TCIMCopy::CopyInstance(boost::shared_ptr<ICIMInstance> source,
                                                        boost::shared_ptr<ICIMNamespace> target) {
   const boost::lock_guard<boost::recursive_mutex> lock(copyInstMutex);
+  // Contract: instance-by-class-name.
   const boost::shared_ptr<ICIMClass> newClass =
       CounterpartOf(Existing(source)->GetClass(TCIMContext()), target);
   const boost::shared_ptr<ICIMInstance> instance =
@@ -130,7 +134,8 @@ void TCIMCopy::CopyClass(boost::shared_ptr<ICIMClass> source,
 void TCIMCopy::CopyClasses(boost::shared_ptr<ICIMNamespace> source,
                            boost::shared_ptr<ICIMNamespace> target, bool skipProductInstances) {
   Existing(source)->EnumerateQualifierDecls(TCopyQualifierDecls(target), TCIMContext());
-  // Associations refer to the classes that they join, so they come last.
+  // Associations refer to the classes that they join, so they come last. What has been copied
+  // before a failure stays. Contract: associations-last, copy-not-rolled-back.
   for (const bool associationPass : {false, true}) {
     source->EnumerateClasses(TCopyClassTree(target, associationPass, skipProductInstances),
                              TCIMContext());
@@ -151,7 +156,7 @@ TCopyInstanceProperty::TCopyInstanceProperty(const boost::weak_ptr<ICIMNamespace
     : fNamespace(target), fInstance(instance) {}
 
 bool TCopyInstanceProperty::operator()(boost::shared_ptr<ICIMProperty> property) const {
-  // A null property isn't set here, while a null static property is, and that is meant.
+  // A null static property is set. Contract: null-property-not-set.
   if (Existing(property)->GetValue(TCIMContext()).IsNull()) return true;
   const TCIMValue value = CopiedValue(*property, fNamespace);
   const boost::shared_ptr<ICIMPropertyDecl> decl = property->GetPropertyDecl(TCIMContext());
@@ -180,7 +185,7 @@ bool TCopyQualifier::operator()(boost::shared_ptr<ICIMQualifier> qualifier) cons
   const std::string& name = sourceDecl->GetName(TCIMContext());
   boost::shared_ptr<ICIMQualifierDecl> decl =
       Locked(fNamespace)->GetQualifierDecl(name, TCIMContext());
-  // A declaration that the target has wins, and nothing in it is compared.
+  // Contract: own-declaration-stays.
   if (!decl) decl = CopyQualifierDecl<const TCIMValue>(*sourceDecl, *Locked(fNamespace));
   const boost::shared_ptr<ICIMQualifiedElement> element = Locked(fElement);
   const TCIMValue value = CopiedValue(*qualifier, fNamespace);
@@ -192,7 +197,7 @@ TCopyQualifierDecls::TCopyQualifierDecls(const boost::weak_ptr<ICIMNamespace>& t
     : fNamespace(target) {}
 
 bool TCopyQualifierDecls::operator()(boost::shared_ptr<ICIMQualifierDecl> decl) const {
-  // Without a look-up first, unlike for a qualifier, and that is meant.
+  // A qualifier looks for the declaration first. Contract: declaration-without-look-up.
   CopyQualifierDecl<const TCIMValue&>(*Existing(decl), *Locked(fNamespace));
   return true;
 }
@@ -207,7 +212,7 @@ bool TCopyClass::operator()(boost::shared_ptr<ICIMClass> source) const {
   if (Existing(source)->IsAssociation(TCIMContext()) != fAssociationPass) return true;
   TCIMCopy::CopyClass(source, Locked(fNamespace));
   const boost::shared_ptr<ICIMQualifiedElement> element = source;
-  // A class that belongs to a plug-in never brings instances with it.
+  // Contract: plugin-class-without-instances, product-instances-alone.
   const bool isPlugin = element->GetQualifier(kPluginNameQualifier, TCIMContext()) != nullptr;
   if (source->IsAbstract(TCIMContext()) || isPlugin) return true;
   if (source->GetName(TCIMContext()) == kProductClassName) CopyProductInstances(*source);
@@ -218,7 +223,7 @@ void TCopyClass::CopyProductInstances(ICIMClass& product) const {
   std::vector<boost::shared_ptr<ICIMInstance> > instances;
   product.EnumerateInstances(TAddToVectorCallback<ICIMInstance>(&instances), false, TCIMContext());
   for (const boost::shared_ptr<ICIMInstance>& instance : instances) {
-    // The class is asked even where nothing will be copied.
+    // Contract: product-class-asked.
     const boost::shared_ptr<ICIMClass> itsClass = Existing(instance)->GetClass(TCIMContext());
     const bool isProduct = Existing(itsClass)->GetName(TCIMContext()) == kProductClassName;
     if (isProduct && !fSkipProductInstances) TCIMCopy::CopyInstance(instance, Locked(fNamespace));
@@ -253,7 +258,7 @@ bool TCopyPropertyDecl::operator()(boost::shared_ptr<ICIMPropertyDecl> source) c
     source->EnumerateQualifiers(TCopyQualifier(decl, fNamespace), TCIMContext());
     decl->Commit(TCIMContext());
   } catch (const THWXException&) {
-    // The class goes on without this property.
+    // The class goes on without this property. Contract: lost-property.
     detail::LogDebug("TCopyPropertyDecl::operator() - Get an Exception");
   }
   return true;
@@ -270,7 +275,7 @@ bool TCopyMethodDecl::operator()(boost::shared_ptr<ICIMMethodDecl> source) const
       fClass->CreateMethodDecl(name, returnType, TCIMContext());
   source->EnumerateParameterDecls(TCopyParameterDecl(method, fNamespace), TCIMContext());
   source->EnumerateQualifiers(TCopyQualifier(method, fNamespace), TCIMContext());
-  return true;  // without a commit: a method is final with its class
+  return true;  // Contract: method-without-commit.
 }
 
 TCopyParameterDecl::TCopyParameterDecl(const boost::weak_ptr<ICIMMethodDecl>& method,

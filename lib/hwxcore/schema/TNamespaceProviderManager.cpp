@@ -26,7 +26,7 @@ boost::shared_ptr<TNamespaceProviderManager> TNamespaceProviderManager::GetInsta
 void TNamespaceProviderManager::RegisterNamespaceProvider(
     boost::shared_ptr<INamespaceProvider> provider) {
   const std::string name = detail::Existing(provider)->GetName(TCIMContext());
-  fProviders.emplace(name, provider);  // first come stays, and that is meant
+  fProviders.emplace(name, provider);  // Contract: first-provider-stays.
 }
 
 boost::shared_ptr<INamespaceProvider> TNamespaceProviderManager::GetNamespaceProvider(
@@ -41,6 +41,7 @@ boost::shared_ptr<INamespaceProvider> TNamespaceProviderManager::GetNamespacePro
 
 void TNamespaceProviderManager::EnumerateNamespaceProviders(
     boost::function<bool(boost::shared_ptr<INamespaceProvider>)>& callback) const {
+  // Contract: empty-callback-uncalled.
   for (const auto& entry : fProviders) {
     if (!callback(entry.second)) return;
   }

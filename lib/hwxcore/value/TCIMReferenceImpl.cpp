@@ -19,9 +19,9 @@ namespace {
 
 using detail::Existing;
 
-// Each level of nested references takes about 1 KB of stack, here and wherever the values are
-// copied, compared or destroyed: a path that nests deeper than this is refused before it can
-// exhaust the stack of a small thread.
+// How deeply references may nest. Each level takes about 1 KB of stack, here and wherever the
+// values are copied, compared or destroyed: more than this could exhaust the stack of a small
+// thread.
 constexpr unsigned kMaxNesting = 200;
 
 [[noreturn]] void Refuse(const std::string& message) {
@@ -29,8 +29,8 @@ constexpr unsigned kMaxNesting = 200;
   throw THWXException(kHWXStatusInvalidReference);
 }
 
-// Runs a look-up of the schema. What is absent is an invalid reference, told in the log by
-// `message()`; any other failure goes on as a new exception with its status.
+// Runs a look-up of the schema. If nothing is found, it logs `message()` and throws
+// `kHWXStatusInvalidReference`. Any other failure goes on as a new exception with its status.
 template <typename LookUp, typename Message>
 auto LookUpOrThrow(LookUp lookUp, Message message) {
   try {
@@ -61,7 +61,7 @@ std::string ParseQuotedText(const std::string& path, unsigned long& position) {
     text.append(path, start, position - start);
     if (position < path.size() && path[position] == '"') return text;
     if (++position >= path.size()) Refuse("Reference missing closing '\"', path=" + path);
-    // Only a backslash and a quotation mark are escaped; before others the backslash stays.
+    // Before any other character the backslash stays. Contract: two-characters-escaped.
     if (!IsSpecial(path[position])) text += '\\';
     text += path[position];
   }
@@ -94,7 +94,7 @@ TCIMReferenceImpl::TCIMReferenceImpl(TCIMReference* owner, const TCIMReferenceIm
 TCIMReferenceImpl::~TCIMReferenceImpl() = default;
 
 void TCIMReferenceImpl::SetPath(const std::string& path) {
-  if (!fNamespace.lock() || !fKeyBindings.empty() || fClass) {
+  if (!fNamespace.lock() || !fKeyBindings.empty() || fClass) {  // Contract: path-set-once.
     throw THWXException(kHWXStatusInvalidOpSequence);
   }
   unsigned long position = 0;
@@ -110,8 +110,8 @@ void TCIMReferenceImpl::ParsePathAtDepth(TCIMReferenceImpl* target, const std::s
                                          unsigned long& position, unsigned depth) {
   const bool nested = position != 0;
   if (nested) ++position;
-  // A dot counts only behind a colon. Without both, all the rest is the name of a class, any
-  // namespace text with it, and that is meant.
+  // A dot counts only behind a colon. Without both, all the rest is the name of a class.
+  // Contract: dot-behind-colon, class-name-with-namespace, nested-path-needs-keys.
   const std::size_t colon = path.find(':', position);
   const std::size_t dot = colon == std::string::npos ? colon : path.find('.', colon);
   if (dot == std::string::npos) {
@@ -119,16 +119,16 @@ void TCIMReferenceImpl::ParsePathAtDepth(TCIMReferenceImpl* target, const std::s
     position = path.size();
     return;
   }
-  // The namespace text selects nothing: classes are looked up in this object's own namespace.
+  // Contract: namespace-text-dropped.
   const std::string className = path.substr(colon + 1, dot - colon - 1);
   const boost::shared_ptr<ICIMNamespace> ns = fNamespace.lock();
   if (!ns) throw THWXException(kHWXStatusInvalidOpSequence);
   const boost::shared_ptr<ICIMClass> keyClass =
       LookUpOrThrow([&] { return ns->GetClass(className, fContext); },
                     [&] { return "Reference specifies invalid class, path=" + path; });
-  target->SetClass(keyClass);
+  target->SetClass(keyClass);  // Contract: failed-path-leaves-keys.
   for (position = dot; position < path.size(); ++position) {
-    if (nested && path[position] == '"') return;
+    if (nested && path[position] == '"') return;  // or at the end. Contract: nested-path-unclosed.
     ParseKey(target, ns, *keyClass, path, position, depth);
   }
 }
@@ -137,7 +137,7 @@ void TCIMReferenceImpl::ParsePathAtDepth(TCIMReferenceImpl* target, const std::s
 void TCIMReferenceImpl::ParseKey(TCIMReferenceImpl* target,
                                  const boost::shared_ptr<ICIMNamespace>& ns, ICIMClass& keyClass,
                                  const std::string& path, unsigned long& position, unsigned depth) {
-  if (path[position] != ',' && path[position] != '.') {
+  if (path[position] != ',' && path[position] != '.') {  // Contract: dot-for-comma.
     Refuse("Reference missing '.' or ',', path=" + path);
   }
   const std::size_t equals = path.find('=', position);
@@ -150,12 +150,14 @@ void TCIMReferenceImpl::ParseKey(TCIMReferenceImpl* target,
       [&] { return "Reference specifies invalid property, property=" + name + ", path=" + path; });
   position = equals + 1;
   if (position >= path.size() || path[position] != '"') {
-    // At debug level, unlike its siblings, and that is meant.
+    // Contract: opening-mark-at-debug.
     detail::LogDebug("Reference missing opening '\"', path=", path);
     throw THWXException(kHWXStatusInvalidReference);
   }
-  // A map of this one key, whose entry is handed over: copies would add up where references nest.
+  // A map of this one key. Its entry is moved to the target: where references nest, each level
+  // would copy all levels below it.
   std::map<std::string, TCIMValue> key;
+  // Contract: default-value-decides.
   if (decl->GetDefaultValue(TCIMContext()).IsReference()) {
     if (depth >= kMaxNesting) Refuse("Reference nests too deeply, path=" + path);
     auto nested = std::make_unique<TCIMReferenceValueImpl>(TCIMReference(ns, fContext));
@@ -164,12 +166,13 @@ void TCIMReferenceImpl::ParseKey(TCIMReferenceImpl* target,
   } else {
     std::string text = ParseQuotedText(path, position);
     const TCIMValue::TCIMType type = decl->GetType(TCIMContext());
-    key.try_emplace(name, type, text, ns);
+    key.try_emplace(name, type, text, ns);  // Contract: no-char16-key-in-path.
   }
   target->CheckKey(name, key.begin()->second);
   target->fKeyBindings.insert(target->fKeyBindings.end(), key.extract(key.begin()));
 }
 
+// Contract: path-printed-otherwise.
 std::string TCIMReferenceImpl::GetPath() const {
   std::string path;
   AppendPath(path);
@@ -184,7 +187,7 @@ void TCIMReferenceImpl::AppendPath(std::string& path) const {
     path += name;
     path += "=\"";
     if (const TCIMReference* const reference = TCIMReferenceValueImpl::In(value)) {
-      // Not escaped: its own quotation marks stand as they are.
+      // Contract: nested-path-unescaped.
       reference->GetBody()->AppendPath(path);
     } else {
       AppendEscaped(path, value.ToString(10));
@@ -196,7 +199,7 @@ void TCIMReferenceImpl::AppendPath(std::string& path) const {
 
 void TCIMReferenceImpl::AddKeyValue(const std::string& name, const TCIMValue& value) {
   CheckKey(name, value);
-  // A key that is there stays, and that is meant. Keys mostly come in order.
+  // Keys mostly come in order, so the end is tried first. Contract: first-key-stays.
   fKeyBindings.try_emplace(fKeyBindings.end(), name, value);
 }
 
@@ -204,7 +207,7 @@ void TCIMReferenceImpl::CheckKey(const std::string& name, const TCIMValue& value
   if (!fClass) throw THWXException(kHWXStatusInvalidOpSequence);
   const TCIMValue::TCIMType declared =
       Existing(fClass->GetPropertyDecl(name, TCIMContext()))->GetType(TCIMContext());
-  if (declared == value.GetType()) return;
+  if (declared == value.GetType()) return;  // Contract: key-of-exact-type.
   detail::LogError("Core: Declaration type: " + declared.ToString() +
                    " Value type: " + value.GetType().ToString());
   throw THWXException(kHWXStatusTypeMismatch);
@@ -246,6 +249,7 @@ void TCIMReferenceImpl::SetClassName(const std::string& name) {
   const boost::shared_ptr<ICIMNamespace> ns = fNamespace.lock();
   if (!ns || !fKeyBindings.empty()) throw THWXException(kHWXStatusInvalidOpSequence);
   try {
+    // Contract: unknown-class-unlogged.
     fClass = ns->GetClass(name, fContext);
   } catch (const THWXException& failure) {
     if (failure.GetStatus() == kHWXStatusNotFound) throw THWXException(kHWXStatusUnknownClass);
@@ -263,6 +267,7 @@ const std::string& TCIMReferenceImpl::GetClassName() const {
 }
 
 void TCIMReferenceImpl::Clear() {
+  // Contract: clear-keeps-context.
   fNamespace.reset();
   fClass.reset();
   fKeyBindings.clear();
@@ -270,9 +275,9 @@ void TCIMReferenceImpl::Clear() {
 }
 
 boost::shared_ptr<ICIMElement> TCIMReferenceImpl::GetCIMElement(bool classOnly) const {
-  if (classOnly || fKeyBindings.empty()) return fClass;
+  if (classOnly || fKeyBindings.empty()) return fClass;  // Contract: class-for-element.
   if (!fElement) {
-    // The class's namespace is asked, not the reference's own.
+    // Contract: element-found-once, element-of-class-namespace.
     const boost::shared_ptr<ICIMNamespace> ns = GetClass()->GetNamespace(TCIMContext());
     if (!ns) throw THWXException(kHWXStatusNotFound);
     fElement = ns->GetInstance(*fOwner, TCIMContext());
@@ -282,6 +287,7 @@ boost::shared_ptr<ICIMElement> TCIMReferenceImpl::GetCIMElement(bool classOnly) 
 }
 
 bool TCIMReferenceImpl::operator==(const TCIMReferenceImpl& other) const {
+  // Contract: label-in-equality-alone.
   return fClass == other.fClass && fKeyBindings == other.fKeyBindings &&
          fNameSpaceName == other.fNameSpaceName;
 }
@@ -300,8 +306,8 @@ int TCIMReferenceImpl::CompareValues(const TCIMValue& one, const TCIMValue& othe
   return other < one ? 1 : 0;
 }
 
-// As maps compare, but each name and each nested reference once: asking "less?" both ways at every
-// level would double the time with each level.
+// The order of the maps of keys. It looks at each nested reference once: to ask whether one is
+// less, and then the other, would double the time with each level. Contract: classes-by-pointer.
 int TCIMReferenceImpl::Compare(const TCIMReferenceImpl& other) const {
   if (fClass != other.fClass) return fClass < other.fClass ? -1 : other.fClass < fClass ? 1 : 0;
   auto mine = fKeyBindings.begin();
