@@ -40,6 +40,7 @@ class ILogger {
     TCIMDateTime fTime;    ///< Local time at which the entry was made.
   };
 
+  // Contract: slot-order.
   virtual ~ILogger();
 
   /// Reports `message`: to the list if it is of status or more severe, to the thread's file if

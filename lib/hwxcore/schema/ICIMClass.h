@@ -23,6 +23,7 @@ class ICIMPropertyDecl;
 /// Thread-safety: the provider's business.
 class ICIMClass : public ICIMElement, public ICIMQualifiedElement {
  public:
+  // Contract: slot-order.
   ~ICIMClass() override;
 
   /// Removes the class from its namespace.

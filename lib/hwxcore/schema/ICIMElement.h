@@ -8,6 +8,7 @@ namespace NQORHWX20 {
 /// Thread-safety: the provider's business.
 class ICIMElement {
  public:
+  // Contract: slot-order.
   virtual ~ICIMElement();
 };
 

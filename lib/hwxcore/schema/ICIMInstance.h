@@ -19,6 +19,7 @@ class ICIMProperty;
 /// Thread-safety: the provider's business.
 class ICIMInstance : public ICIMElement {
  public:
+  // Contract: slot-order.
   ~ICIMInstance() override;
 
   /// Removes the instance from its class.

@@ -18,6 +18,7 @@ class ICIMParameterDecl;
 /// Thread-safety: the provider's business.
 class ICIMMethodDecl : public ICIMQualifiedElement {
  public:
+  // Contract: slot-order.
   ~ICIMMethodDecl() override;
 
   /// Gives the method another name.

@@ -27,6 +27,7 @@ class TCIMReference;
 /// Thread-safety: the provider's business.
 class ICIMNamespace {
  public:
+  // Contract: slot-order.
   virtual ~ICIMNamespace();
 
   /// The name of the namespace.

@@ -14,6 +14,7 @@ class ICIMMethodDecl;
 /// Thread-safety: the provider's business.
 class ICIMParameterDecl : public ICIMQualifiedElement {
  public:
+  // Contract: slot-order.
   ~ICIMParameterDecl() override;
 
   /// Makes a parameter begun by `ICIMMethodDecl::CreateParameterDecl` final.

@@ -18,6 +18,7 @@ class ICIMPropertyDecl;
 /// Thread-safety: the provider's business.
 class ICIMProperty {
  public:
+  // Contract: slot-order.
   virtual ~ICIMProperty();
 
   /// The name, which is that of the declaration.

@@ -14,6 +14,7 @@ class ICIMClass;
 /// Thread-safety: the provider's business.
 class ICIMPropertyDecl : public ICIMQualifiedElement {
  public:
+  // Contract: slot-order.
   ~ICIMPropertyDecl() override;
 
   /// Makes a declaration begun by `ICIMClass::CreatePropertyDecl` final.

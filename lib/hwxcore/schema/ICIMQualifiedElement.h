@@ -18,6 +18,7 @@ class ICIMQualifierDecl;
 /// Thread-safety: the provider's business.
 class ICIMQualifiedElement {
  public:
+  // Contract: slot-order.
   virtual ~ICIMQualifiedElement();
 
   /// The number of qualifiers on this element.

@@ -16,6 +16,7 @@ class ICIMQualifierDecl;
 /// Thread-safety: the provider's business.
 class ICIMQualifier {
  public:
+  // Contract: slot-order.
   virtual ~ICIMQualifier();
 
   /// Takes the qualifier off its element.

@@ -16,6 +16,7 @@ class ICIMNamespace;
 /// Thread-safety: the provider's business.
 class ICIMQualifierDecl {
  public:
+  // Contract: slot-order.
   virtual ~ICIMQualifierDecl();
 
   /// Removes the declaration from its namespace.

@@ -13,6 +13,7 @@ namespace NQORHWX20 {
 /// and lets go of it after the plug-in's own static objects are gone.
 class INamespaceProvider {
  public:
+  // Contract: slot-order.
   virtual ~INamespaceProvider();
 
   /// The name under which the provider is registered.

@@ -15,6 +15,7 @@ class INamespaceProvider;
 /// use; reading from several threads is safe after that.
 class INamespaceProviderManager {
  public:
+  // Contract: slot-order.
   virtual ~INamespaceProviderManager();
 
   /// Enters a provider under its `GetName`. First come stays: a provider whose name is taken is

@@ -34,9 +34,8 @@ typedef boost::shared_ptr<ICIMClass> ClassPtr;
 typedef boost::shared_ptr<ICIMInstance> InstancePtr;
 typedef boost::shared_ptr<ICIMProperty> PropertyPtr;
 
-// The caller's context with the provider chosen. It goes to some of a query's calls, and others get
-// an empty one: a namespace may answer differently for the two, so each place is meant as it
-// stands.
+// The caller's context with the provider chosen. Some calls of a query get it, and others an empty
+// one. Contract: context-of-each-call, no-other-provider.
 TCIMContext PluginContext(TCIMContext context = TCIMContext()) {
   context[TCIMSchemaHelper::kContextName].Set(TCIMSchemaHelper::kPluginNSPName);
   return context;
@@ -57,7 +56,8 @@ PropertyPtr GetProperty(const InstancePtr& instance, const std::string& name,
   return Existing(Existing(instance)->GetProperty(name, context));
 }
 
-// The pattern of the strict queries: whatever fails passes through, and nothing is logged.
+// The strict queries: failures pass through, and nothing is logged.
+// Contract: strict-queries-unlogged.
 template <typename Result>
 Result ReadFromOnlyInstance(const NamespacePtr& ns, const std::string& className,
                             const std::string& property) {
@@ -74,8 +74,8 @@ template <typename... Reason>
   throw THWXException(kHWXStatusNotFound);
 }
 
-// Runs one call of the schema. That the thing asked for is absent is logged; all failures go on as
-// new exceptions with the same status.
+// Runs one call of the schema, and logs the reason if nothing is found. All failures go on as new
+// exceptions with the same status.
 template <typename Call, typename... Reason>
 auto LoggingAbsence(Call call, const Reason&... reason) {
   try {
@@ -86,8 +86,8 @@ auto LoggingAbsence(Call call, const Reason&... reason) {
   }
 }
 
-// The pattern of the inventory reads of the computer system. `context` finds the class,
-// `instanceContext` reads from it.
+// The raw reads of the computer system. `context` finds the class, `instanceContext` reads from it.
+// Contract: raw-reads-at-debug, null-is-not-found.
 std::string ReadRawString(const NamespacePtr& ns, const TCIMContext& context,
                           const TCIMContext& instanceContext, const char* property) {
   const auto computerSystem = LoggingAbsence(
@@ -116,6 +116,7 @@ bool IsModelCharacterAt(const std::string& text, std::size_t position) {
 
 }  // namespace
 
+// Contract: class-names-unasked.
 std::string TCIMSchemaHelper::GetSystemCreationClassName(NamespacePtr /*ns*/) {
   return kSystemCreationClassName;
 }
@@ -151,6 +152,7 @@ std::string TCIMSchemaHelper::GetSystemProductName_vmwesxi(NamespacePtr ns) {
     for (const InstancePtr& instance : CollectInstances(elements, TCIMContext())) {
       try {
         const std::string model = GetProperty(instance, "Model", TCIMContext())->GetStringValue();
+        // Contract: marks-in-any-order.
         if (model.find("-[") == std::string::npos || model.find("]-") == std::string::npos)
           continue;
         result = model;
@@ -158,15 +160,16 @@ std::string TCIMSchemaHelper::GetSystemProductName_vmwesxi(NamespacePtr ns) {
       } catch (const THWXException&) {  // an element without a model: on to the next one
       }
     }
-  } catch (const THWXException&) {  // nothing to ask: what there is stands
+  } catch (const THWXException&) {  // Contract: hypervisor-unknown.
   }
   return result;
 }
 
+// Contract: build-for-name.
 std::string TCIMSchemaHelper::GetOperatingSystemName_vmwesxi(NamespacePtr ns) {
   std::string result = kUnknown;
   try {
-    // The class is looked up with an empty context here, unlike in the query before.
+    // The query above chooses a provider. Contract: context-of-each-call.
     const auto software = GetClass(ns, "VMware_HypervisorSoftwareIdentity", TCIMContext());
     for (const InstancePtr& instance : CollectInstances(software, TCIMContext())) {
       try {
@@ -175,7 +178,7 @@ std::string TCIMSchemaHelper::GetOperatingSystemName_vmwesxi(NamespacePtr ns) {
       } catch (const THWXException&) {  // unreadable: on to the next one
       }
     }
-  } catch (const THWXException&) {  // nothing to ask: what there is stands
+  } catch (const THWXException&) {  // Contract: hypervisor-unknown.
   }
   return result;
 }
@@ -185,16 +188,16 @@ std::string TCIMSchemaHelper::GetDataSourceVersion(NamespacePtr ns, TCIMContext 
   const std::vector<InstancePtr> instances =
       CollectInstances(GetClass(ns, kProductClassName, context), TCIMContext());
   if (instances.empty()) throw THWXException(kHWXStatusNotFound);
-  // The last instance counts here, and the first in the query of the build.
+  // Contract: last-version-first-build.
   return GetProperty(instances.back(), "Version", context)->GetValue(TCIMContext());
 }
 
 std::string TCIMSchemaHelper::GetDataSourceBuild(NamespacePtr ns, TCIMContext ctx) {
   ClassPtr product;
   try {
-    product = GetClass(ns, kProductClassName, ctx);  // the caller's context, no provider chosen
+    product = GetClass(ns, kProductClassName, ctx);  // Contract: build-in-callers-context.
   } catch (const THWXException&) {
-    return std::string();
+    return std::string();  // Contract: build-may-be-empty.
   }
   for (const InstancePtr& instance : CollectInstances(product, TCIMContext())) {
     try {
@@ -209,7 +212,7 @@ std::string TCIMSchemaHelper::GetDataSourceMajorVersion(NamespacePtr ns, TCIMCon
   const std::string version = GetDataSourceVersion(ns, ctx);
   const std::size_t dot = version.find('.');
   if (dot == std::string::npos) {
-    // This one logs; its two siblings do not.
+    // Its two siblings don't log. Contract: major-version-logged.
     detail::LogDebug("TCIMSchemaHelper::GetDataSourceMajorVersion - Throwing");
     throw THWXException(kHWXStatusNotFound);
   }
@@ -227,7 +230,7 @@ std::string TCIMSchemaHelper::GetDataSourceMinorVersion(NamespacePtr ns, TCIMCon
 
 std::string TCIMSchemaHelper::GetDataSourceBuildVersion(NamespacePtr ns) {
   const std::string version = GetDataSourceVersion(ns, TCIMContext());
-  const std::size_t dot = version.rfind('.');
+  const std::size_t dot = version.rfind('.');  // Contract: build-version-last-part.
   if (dot == std::string::npos) throw THWXException(kHWXStatusNotFound);
   return version.substr(dot + 1);
 }
@@ -263,13 +266,14 @@ std::string TCIMSchemaHelper::GetSerialNumber_vmwesxi(NamespacePtr ns, TCIMConte
   throw THWXException(kHWXStatusNotFound);
 }
 
+// Contract: length-unchecked.
 bool TCIMSchemaHelper::IsValidMachineType(const std::string& text) {
   return IsAlphanumericAt(text, 0) && IsAlphanumericAt(text, 1) && IsAlphanumericAt(text, 2) &&
          IsAlphanumericAt(text, 3);
 }
 
 bool TCIMSchemaHelper::IsValidMTM(const std::string& text) {
-  // The model may hold blanks, the type may not.
+  // The type may hold no blanks. Contract: blanks-in-model, length-unchecked.
   return IsValidMachineType(text) && IsModelCharacterAt(text, 4) && IsModelCharacterAt(text, 5) &&
          IsModelCharacterAt(text, 6);
 }
@@ -281,26 +285,26 @@ std::string TCIMSchemaHelper::GetRawMTMString(NamespacePtr ns) {
 std::string TCIMSchemaHelper::GetMTM(NamespacePtr ns) {
   detail::LogDebug("TCIMSchemaHelper- Detected MTM Entered");
   const auto mtm = detail::ParseMachineTypeModel(GetRawMTMString(ns));
-  if (!mtm) throw THWXException(kHWXStatusInvalidFormat);
+  if (!mtm) throw THWXException(kHWXStatusInvalidFormat);  // Contract: no-form-unlogged.
   detail::LogDebug("TCIMSchemaHelper- Detected MTM ", *mtm);
   return *mtm;
 }
 
 std::string TCIMSchemaHelper::GetMachineType(NamespacePtr ns) {
-  return GetMTM(ns).substr(0, 4);
+  return GetMTM(ns).substr(0, 4);  // Contract: asked-anew.
 }
 
 std::string TCIMSchemaHelper::GetModelNumber(NamespacePtr ns) {
-  return GetMTM(ns).substr(4, 3);
+  return GetMTM(ns).substr(4, 3);  // Contract: asked-anew.
 }
 
 std::string TCIMSchemaHelper::GetMTM_vmwesxi(NamespacePtr ns) {
   const std::string product = GetSystemProductName_vmwesxi(ns);
-  // A missing opening mark wraps around to 1, which is meant; the product name holds both or none.
+  // The product name holds both marks, or is "Unknown" and holds none.
   const std::size_t start = product.find("-[") + 2;
   const std::size_t end = product.find("]-");
   if (end == std::string::npos || start >= end) return kUnknown;
-  return product.substr(start, end - start);
+  return product.substr(start, end - start);  // Contract: hypervisor-unchecked.
 }
 
 }  // namespace NQORHWX20

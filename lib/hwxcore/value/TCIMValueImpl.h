@@ -17,6 +17,7 @@ class TCIMReference;
 /// Thread-safety: none; a body belongs to one handle.
 class TCIMValueImpl {
  public:
+  // Contract: slot-order.
   virtual ~TCIMValueImpl();
 
   virtual operator bool() const;                     // NOLINT(google-explicit-constructor)

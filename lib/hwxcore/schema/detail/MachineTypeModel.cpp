@@ -13,8 +13,8 @@ constexpr std::size_t kTypeLength = 4;
 constexpr std::size_t kMTMLength = 7;
 const char kUnknownModel[] = "xxx";
 
-// A product line whose product name has a form of its own: of exactly this length, the head, the
-// seven characters right behind it, and the closing character at a fixed place.
+// The form that the product names of one product line have: the length, the head, and the closing
+// character with its place. Type and model are the seven characters behind the head.
 struct TFixedForm {
   std::size_t fLength;
   std::string_view fHead;
@@ -25,7 +25,8 @@ struct TFixedForm {
 const TFixedForm kFixedForms[] = {
     {27, "QOR eCorvex k3455-[", ']', 26},
     {26, "QOR eCorvex k225-[", ']', 25},
-    // Without brackets. Its long form has one more character before the dash, whatever it is.
+    // Without brackets. The names come in two lengths: the longer ones have one more character, of
+    // any kind, in front of the dash. Contract: form-without-brackets.
     {28, "QOR eCorvex k3500- ", '-', 27},
     {27, "QOR eCorvex k3500- ", '-', 26},
 };
@@ -40,7 +41,7 @@ std::string WithUnknownModel(const std::string& name) {
   return name.substr(0, kTypeLength) + kUnknownModel;
 }
 
-// A model of blanks alone is unknown; one that is partly blank stays as it is.
+// Contract: blank-model-is-unknown.
 std::string WithoutBlankModel(const std::string& mtm) {
   return mtm.compare(kTypeLength, std::string::npos, "   ") == 0 ? WithUnknownModel(mtm) : mtm;
 }
@@ -77,10 +78,10 @@ std::optional<std::string> ParseBare(const std::string& name) {
 std::optional<std::string> ParseMachineTypeModel(std::string productName) {
   productName.erase(productName.find_last_not_of(' ') + 1);
   for (const TFixedForm& form : kFixedForms) {
-    // A fixed form keeps a blank model as it stands, unlike the others, and that is meant.
+    // Contract: fixed-form-keeps-blanks.
     if (Applies(form, productName)) return productName.substr(form.fHead.size(), kMTMLength);
   }
-  // Only the first mark counts: if it leads nowhere, a later one isn't tried.
+  // Contract: first-mark-alone.
   const std::size_t mark = productName.find("-[");
   return mark == std::string::npos ? ParseBare(productName) : ParseBracketed(productName, mark);
 }
