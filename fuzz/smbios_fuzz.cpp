@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Require.h"
+#include "smbios/Dump.h"
 #include "smbios/TTables.h"
 
 namespace {
@@ -66,12 +67,25 @@ void FixChecksum(Bytes& bytes, std::size_t start, std::size_t size, std::size_t 
 
 void FixChecksums(Bytes& bytes) {
   if (bytes.size() < 32) return;
-  if (bytes[3] == '_') {
+  if (bytes[1] == 'D') {
+    FixChecksum(bytes, 0, 15, 5);
+  } else if (bytes[3] == '_') {
     FixChecksum(bytes, 0x10, 15, 0x15);
     FixChecksum(bytes, 0, bytes[5], 4);
   } else {
     FixChecksum(bytes, 0, bytes[6], 5);
   }
+}
+
+// What is made of readable tables: the sound part, and a dump.
+void CheckCopies(const TTables& tables, const smbios::TWalk& walk) {
+  const TTables part = tables.SoundPart();
+  Require(part.IsSound());
+  const smbios::TWalk partWalk = part.ForEach([](const TStructure&) { return true; });
+  Require(partWalk.fCount == walk.fCount && partWalk.fOffset == walk.fOffset);
+  const TTables again = TTables::FromDump(smbios::MakeDump(tables));
+  Require(again.IsReadable());
+  Require(again.TableBytes() == tables.TableBytes());
 }
 
 void Check(const TTables& tables) {
@@ -82,7 +96,10 @@ void Check(const TTables& tables) {
     return true;
   });
   Require(!tables.IsSound() || walk.fDamage.empty());
+  Require(tables.IsReadable() == (tables.IsSound() || walk.fCount > 0));
+  Require(tables.IsReadable() || tables.Warning().empty());
   tables.FindFirst(smbios::kTypeSystemInformation);
+  if (tables.IsReadable()) CheckCopies(tables, walk);
 }
 
 void CheckBothForms(const Bytes& dump) {
@@ -108,9 +125,10 @@ std::vector<Bytes> FuzzSeeds() {
   const std::uint8_t size = static_cast<std::uint8_t>(table.size());
   const Bytes entryPoint32{'_', 'S', 'M', '_', 0,   31, 2,    8, 0,  1, 0, 0, 0, 0, 0,   0,
                            '_', 'D', 'M', 'I', '_', 0,  size, 0, 32, 0, 0, 0, 4, 0, 0x28};
+  const Bytes legacy{'_', 'D', 'M', 'I', '_', 0, size, 0, 32, 0, 0, 0, 4, 0, 0x20};
   const Bytes entryPoint64{'_',  'S', 'M', '3', '_', 0, 24, 3, 2, 0, 1, 0,
                            size, 0,   0,   0,   32,  0, 0,  0, 0, 0, 0, 0};
-  return {table, Dump(entryPoint32, table), Dump(entryPoint64, table)};
+  return {table, Dump(legacy, table), Dump(entryPoint32, table), Dump(entryPoint64, table)};
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

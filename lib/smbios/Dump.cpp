@@ -23,13 +23,18 @@ void FixChecksum(TBytes& bytes, std::size_t start, std::size_t checksum) {
   bytes[checksum] = static_cast<std::uint8_t>(0x100 - sum % 0x100);
 }
 
+// The form "_DMI_", alone or within the 32-bit one.
+void PlaceLegacy(TBytes& entryPoint, std::size_t start, std::size_t tableSize) {
+  PutNumber(entryPoint, start + 0x06, 2, tableSize);
+  PutNumber(entryPoint, start + 0x08, 4, kTableOffset);
+  FixChecksum(entryPoint, start, start + 0x05);
+}
+
 // The length is written anew: some makers told one byte too few, others may tell more than there
 // are here.
 void Place32Bit(TBytes& entryPoint, std::size_t tableSize) {
   PutNumber(entryPoint, 0x05, 1, entryPoint.size());
-  PutNumber(entryPoint, 0x16, 2, tableSize);
-  PutNumber(entryPoint, 0x18, 4, kTableOffset);
-  FixChecksum(entryPoint, 0x10, 0x15);  // first, since the outer sum takes it in
+  PlaceLegacy(entryPoint, 0x10, tableSize);  // first, since the outer sum takes it in
   FixChecksum(entryPoint, 0, 0x04);
 }
 
@@ -40,12 +45,29 @@ void Place64Bit(TBytes& entryPoint, std::size_t tableSize) {
   FixChecksum(entryPoint, 0, 0x05);
 }
 
+void Place(TBytes& entryPoint, EEntryPointForm form, std::size_t tableSize) {
+  switch (form) {
+    case EEntryPointForm::k64Bit:
+      return Place64Bit(entryPoint, tableSize);
+    case EEntryPointForm::k32Bit:
+      return Place32Bit(entryPoint, tableSize);
+    case EEntryPointForm::kLegacy:
+      return PlaceLegacy(entryPoint, 0, tableSize);
+    case EEntryPointForm::kNone:
+      break;
+  }
+}
+
 }  // namespace
 
 TBytes MakeDump(const TTables& tables) {
-  TBytes dump = tables.EntryPointBytes();
+  const EEntryPointForm form = tables.EntryPoint().fForm;
   const TBytes& table = tables.TableBytes();
-  tables.EntryPoint().f64Bit ? Place64Bit(dump, table.size()) : Place32Bit(dump, table.size());
+  if (form == EEntryPointForm::kNone) {
+    return table;
+  }
+  TBytes dump = tables.EntryPointBytes();
+  Place(dump, form, table.size());
   dump.resize(kTableOffset);
   dump.insert(dump.end(), table.begin(), table.end());
   return dump;

@@ -12,9 +12,11 @@ namespace smbios {
 
 /// The bytes of a file as `dmidecode --dump-bin` writes it, which `ReadTables` reads and
 /// `dmidecode --from-dump` too: the entry point, padded to 32 bytes, then the table. The entry
-/// point is the tables' own, but for where the table lies, how large it is, and the checksums.
+/// point is the tables' own, but for where the table lies, how large it is, and the checksums. Of a
+/// table without an entry point it is the table alone. The part of the table that is damaged is
+/// there too.
 ///
-/// `tables` must be sound.
+/// `tables` must be readable.
 std::vector<std::uint8_t> MakeDump(const TTables& tables);
 
 }  // namespace smbios

@@ -11,24 +11,38 @@
 
 namespace smbios {
 
-/// Bytes of the two forms, as far as the format defines them.
+/// Bytes of the three forms, as far as the format defines them.
+constexpr std::size_t kLegacyEntryPointSize = 0x0F;
 constexpr std::size_t k32BitEntryPointSize = 0x1F;
 constexpr std::size_t k64BitEntryPointSize = 0x18;
 
+/// The forms of an entry point, by their anchors.
+enum class EEntryPointForm {
+  kNone,    ///< There is none.
+  kLegacy,  ///< "_DMI_" alone, from before version 2.1 of the format.
+  k32Bit,   ///< "_SM_", which holds the older one.
+  k64Bit    ///< "_SM3_"
+};
+
 /// What an entry point says.
 struct TEntryPoint {
+  EEntryPointForm fForm = EEntryPointForm::kNone;
   std::size_t fSize = 0;  ///< Bytes of the entry point itself.
   int fMajor = 0;         ///< Version of the format, such as 3.2.
   int fMinor = 0;
-  bool f64Bit = false;              ///< Which of the two forms it is.
   std::uint64_t fTableAddress = 0;  ///< In memory; in a dump the offset from the file's start.
   std::uint32_t fTableSize = 0;     ///< Bytes; of the 64-bit form the most that there can be.
   std::size_t fStructureCount = 0;  ///< 0 when not told, as the 64-bit form never does.
 };
 
-/// Reads the entry point, 32-bit ("_SM_" with the inner "_DMI_") or 64-bit ("_SM3_"), that begins
-/// at `bytes`; what follows it within the `size` bytes isn't looked at. Anchors, lengths and
-/// checksums are checked. Never reads outside the bytes.
+/// The form whose anchor the `size` bytes from `bytes` begin with; nothing else is checked.
+EEntryPointForm EntryPointForm(const std::uint8_t* bytes, std::size_t size);
+
+/// Reads the entry point of any form that begins at `bytes`; what follows it within the `size`
+/// bytes isn't looked at. Anchors, lengths and checksums are checked. Never reads outside the
+/// bytes.
+///
+/// Some makers wrote the minor version in decimal digits; `fMinor` is the one that they meant.
 ///
 /// Returns what is wrong, in words, and leaves `entryPoint` alone; empty text means success.
 std::string ParseEntryPoint(const std::uint8_t* bytes, std::size_t size, TEntryPoint& entryPoint);

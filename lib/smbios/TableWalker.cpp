@@ -8,6 +8,9 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 4;  // type, length, handle
 
+constexpr std::size_t kManagementDeviceSize = 0x0B;
+constexpr std::size_t kManagementDeviceToldSize = 0x10;  // what some makers told instead
+
 // Bytes of the structure whose formatted area of `formattedSize` bytes lies within `size` bytes,
 // its two closing NUL bytes included. 0 when nothing closes it.
 std::size_t StructureSize(const std::uint8_t* bytes, std::size_t formattedSize, std::size_t size) {
@@ -16,6 +19,35 @@ std::size_t StructureSize(const std::uint8_t* bytes, std::size_t formattedSize, 
   const std::uint8_t* closing =
       std::search(bytes + formattedSize, end, std::begin(kClosing), std::end(kClosing));
   return closing == end ? 0 : static_cast<std::size_t>(closing - bytes) + sizeof kClosing;
+}
+
+// The bytes of the structure that begins at `bytes`, `left` of which there are. Returns what is
+// wrong with it, null when nothing is.
+const char* MeasureStructure(const std::uint8_t* bytes, std::size_t left, std::size_t& size) {
+  if (left < kHeaderSize) {
+    return "ends within its header";
+  }
+  const std::size_t formattedSize = bytes[1];
+  if (formattedSize < kHeaderSize) {
+    return "is shorter than its header";
+  }
+  if (formattedSize > left) {
+    return "runs past the end of the table";
+  }
+  size = StructureSize(bytes, formattedSize, left);
+  return size == 0 ? "has strings without an end" : nullptr;
+}
+
+bool IsText(const std::uint8_t* first, const std::uint8_t* last) {
+  return std::all_of(first, last, [](std::uint8_t byte) { return byte >= 0x20 && byte < 0x7F; });
+}
+
+// What the structure says itself, but for a length that lies.
+std::size_t FormattedSize(const std::uint8_t* bytes) {
+  const std::size_t told = bytes[1];
+  const bool lies = bytes[0] == kTypeManagementDevice && told == kManagementDeviceToldSize &&
+                    IsText(bytes + kManagementDeviceSize, bytes + told);
+  return lies ? kManagementDeviceSize : told;
 }
 
 std::string Damage(std::size_t index, std::size_t offset, const char* what) {
@@ -58,33 +90,22 @@ std::string_view TStructure::String(std::size_t number) const {
 TWalk WalkTable(const std::uint8_t* table, std::size_t size, std::size_t countLimit,
                 const TVisitor& visit) {
   TWalk walk;
+  bool isBehindMarker = false;
   while (!walk.fEnded && !walk.fStopped && walk.fOffset < size) {
     const std::uint8_t* bytes = table + walk.fOffset;
-    const std::size_t left = size - walk.fOffset;
-    if (left < kHeaderSize) {
-      walk.fDamage = Damage(walk.fCount, walk.fOffset, "ends within its header");
+    std::size_t structureSize = 0;
+    if (const char* damage = MeasureStructure(bytes, size - walk.fOffset, structureSize)) {
+      walk.fEnded = isBehindMarker;
+      walk.fDamage = isBehindMarker ? std::string() : Damage(walk.fCount, walk.fOffset, damage);
       return walk;
     }
-    const std::size_t formattedSize = bytes[1];
-    if (formattedSize < kHeaderSize) {
-      walk.fDamage = Damage(walk.fCount, walk.fOffset, "is shorter than its header");
-      return walk;
-    }
-    if (formattedSize > left) {
-      walk.fDamage = Damage(walk.fCount, walk.fOffset, "runs past the end of the table");
-      return walk;
-    }
-    const std::size_t structureSize = StructureSize(bytes, formattedSize, left);
-    if (structureSize == 0) {
-      walk.fDamage = Damage(walk.fCount, walk.fOffset, "has strings without an end");
-      return walk;
-    }
-    const TStructure structure(bytes, formattedSize, structureSize);
-    walk.fStopped = !visit(structure);
+    walk.fStopped = !visit(TStructure(bytes, FormattedSize(bytes), structureSize));
     ++walk.fCount;
     walk.fOffset += structureSize;
-    walk.fEnded = structure.Type() == kTypeEndOfTable || walk.fCount == countLimit;
+    isBehindMarker = isBehindMarker || bytes[0] == kTypeEndOfTable;
+    walk.fEnded = countLimit == 0 ? isBehindMarker : walk.fCount == countLimit;
   }
+  walk.fEnded = walk.fEnded || (isBehindMarker && !walk.fStopped);
   return walk;
 }
 

@@ -22,6 +22,7 @@ constexpr int kTypeProcessor = 4;
 constexpr int kTypeBiosLanguage = 13;
 constexpr int kTypeMemoryArray = 16;
 constexpr int kTypeMemoryDevice = 17;
+constexpr int kTypeManagementDevice = 34;
 constexpr int kTypeEndOfTable = 127;
 
 /// One structure of a table: a view of bytes that somebody else owns and that must outlive it. Only
@@ -34,7 +35,8 @@ constexpr int kTypeEndOfTable = 127;
 class TStructure {
  public:
   /// `size` bytes from `bytes`: a formatted area of `formattedSize` bytes, at least 4, then the
-  /// strings and the two NUL bytes that close the structure.
+  /// strings and the two NUL bytes that close the structure. `formattedSize` need not be what the
+  /// structure itself says: see `WalkTable`.
   TStructure(const std::uint8_t* bytes, std::size_t formattedSize, std::size_t size)
       : fBytes(bytes), fFormattedSize(formattedSize), fSize(size) {}
 
@@ -90,7 +92,7 @@ class TStructure {
 struct TWalk {
   std::size_t fCount = 0;   ///< Structures that were visited.
   std::size_t fOffset = 0;  ///< Byte behind the last of them; where the damage begins, if there is.
-  bool fEnded = false;      ///< The end marker or the count limit was reached.
+  bool fEnded = false;      ///< The end marker or the last structure of the count was reached.
   bool fStopped = false;    ///< The visitor asked to stop.
   std::string fDamage;  ///< Why no further structure could be read. Empty when nothing is wrong.
 };
@@ -99,13 +101,20 @@ struct TWalk {
 using TVisitor = std::function<bool(const TStructure&)>;
 
 /// Visits the structures in the `size` bytes from `table` in order, the end marker (type 127)
-/// included, until the marker, the end of the bytes, `countLimit` structures (0: no limit), damage,
-/// or the visitor ends it. Never reads outside the bytes. An exception of the visitor passes
-/// through.
+/// included, until the marker, the end of the bytes, damage, or the visitor ends it. Never reads
+/// outside the bytes. An exception of the visitor passes through.
+///
+/// `countLimit`: how many structures there are, 0 when nobody tells. Where somebody tells, the walk
+/// ends with the last of them, and not with the marker: some makers put structures behind it and
+/// count them.
 ///
 /// Damage is a header or formatted area that runs past the end, a formatted area shorter than its
 /// own header, and strings that two NUL bytes don't close. The structures in front of it are
-/// visited.
+/// visited. Behind the marker nothing is damage: it ends the walk.
+///
+/// Structures of type 34 are known to tell the length of a later version than they are of, and so
+/// take in the beginning of their strings. Where text stands in the place of the later fields, the
+/// structure is taken to end in front of it.
 TWalk WalkTable(const std::uint8_t* table, std::size_t size, std::size_t countLimit,
                 const TVisitor& visit);
 

@@ -11,6 +11,13 @@
 
 namespace {
 
+// Whether a handle is given for the tables. Damage behind the structures that say who the machine
+// is, and whose firmware it has, costs only what lies behind it.
+bool CanBeAsked(const smbios::TTables& tables) {
+  return tables.IsSound() || (tables.FindFirst(smbios::kTypeBiosInformation) &&
+                              tables.FindFirst(smbios::kTypeSystemInformation));
+}
+
 // Bytes of the structure as it is copied out.
 std::size_t CopiedSize(const smbios::TStructure& structure) {
   return structure.Size() + (structure.HasStrings() ? 1 : 0);
@@ -25,7 +32,7 @@ TSmBiosStatus smBiosLoad(TPluginManagerProvider*, void** handle) {
   *handle = nullptr;
   try {
     auto tables = std::make_unique<smbios::TTables>(smbios::ReadTables(smbios::TablesLocation()));
-    if (tables->IsSound()) {
+    if (CanBeAsked(*tables)) {
       *handle = tables.release();
       return {kSmBiosOK};
     }
@@ -43,10 +50,10 @@ TSmBiosStatus smBiosGetFirst(void* handle, int type, void* buffer, int* length) 
   if (handle == nullptr || buffer == nullptr) {
     return {kSmBiosInvalidArgument};
   }
-  const std::optional<smbios::TStructure> structure =
-      static_cast<const smbios::TTables*>(handle)->FindFirst(type);
+  const auto& tables = *static_cast<const smbios::TTables*>(handle);
+  const std::optional<smbios::TStructure> structure = tables.FindFirst(type);
   if (!structure) {
-    return {kSmBiosNoStructure};
+    return {tables.IsSound() ? kSmBiosNoStructure : kSmBiosMalformed};
   }
   const std::size_t size = CopiedSize(*structure);
   if (capacity < 0 || static_cast<std::size_t>(capacity) < size) {

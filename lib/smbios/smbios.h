@@ -19,7 +19,9 @@ typedef enum ESmBiosCode {
   kSmBiosAbsent = 1,         /**< Load: there are no tables at the place that was to be read. */
   kSmBiosNoPermission = 2,   /**< Load: the tables are there, but this user may not read them. */
   kSmBiosReadFailed = 3,     /**< Reading failed for another reason. */
-  kSmBiosMalformed = 4,      /**< Load: the entry point or the table is truncated or malformed. */
+  kSmBiosMalformed = 4,      /**< Load: the entry point is malformed, or the table is damaged before
+                                  the structures of type 0 and 1. GetFirst: it is damaged before a
+                                  structure of the type. */
   kSmBiosNoStructure = 5,    /**< GetFirst: the table has no structure of the type. */
   kSmBiosBufferTooSmall = 6, /**< GetFirst: the structure doesn't fit; nothing was copied. */
   kSmBiosInvalidArgument = 7 /**< A pointer that is needed is null. */
@@ -40,7 +42,8 @@ typedef struct TPluginManagerProvider TPluginManagerProvider;
  * The tables are those below /sys/firmware/dmi/tables, unless the environment variable
  * HWX_SMBIOS_TABLES names a directory that holds such files or one file as dmidecode --dump-bin
  * writes it. They are read and checked whole, once: later operations on the handle read from
- * memory.
+ * memory. A table that is damaged has a handle all the same where the damage lies behind the
+ * structures of type 0 and type 1.
  *
  * provider: not used; null.
  */

@@ -101,6 +101,18 @@ SmbiosTables& SmbiosTables::AddRaw(const Bytes& bytes) {
   return *this;
 }
 
+Bytes SmbiosTables::LegacyEntryPoint(std::uint32_t address) const {
+  if (fTable.size() > 0xFFFF) throw std::length_error("too large for this entry point");
+  Bytes bytes(15);
+  PutText(bytes, 0, "_DMI_");
+  PutNumber(bytes, 0x06, 2, fTable.size());
+  PutNumber(bytes, 0x08, 4, address);
+  PutNumber(bytes, 0x0C, 2, fCount);
+  bytes[0x0E] = 0x20;
+  FixLegacyChecksum(bytes);
+  return bytes;
+}
+
 Bytes SmbiosTables::EntryPoint32(std::uint32_t address) const {
   if (fTable.size() > 0xFFFF) throw std::length_error("too large for a 32-bit entry point");
   Bytes bytes(31);
@@ -131,6 +143,9 @@ Bytes SmbiosTables::EntryPoint64(std::uint64_t address) const {
   return bytes;
 }
 
+Bytes SmbiosTables::LegacyDump() const {
+  return Dump(LegacyEntryPoint(kDumpHeaderSize), fTable);
+}
 Bytes SmbiosTables::Dump32() const {
   return Dump(EntryPoint32(kDumpHeaderSize), fTable);
 }
@@ -148,6 +163,10 @@ void SmbiosTables::WriteDirectory(const std::string& directory) const {
 void SmbiosTables::WriteDump(const std::string& path) const {
   WriteBytes(path, Dump64());
   ExpectDmidecodeAgrees(path);
+}
+
+void FixLegacyChecksum(Bytes& bytes) {
+  FixChecksum(bytes, 0, 15, 5);
 }
 
 void FixChecksums32(Bytes& bytes) {

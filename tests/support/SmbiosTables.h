@@ -48,12 +48,14 @@ class SmbiosTables {
 
   const Bytes& Table() const { return fTable; }
 
-  /// The entry points for this table, of version 2.8 and 3.2, with valid checksums. `address` is
-  /// where the table is said to lie.
+  /// The entry points for this table, of version 2.0 ("_DMI_"), 2.8 and 3.2, with valid checksums.
+  /// `address` is where the table is said to lie.
+  Bytes LegacyEntryPoint(std::uint32_t address = 0x000E0000) const;
   Bytes EntryPoint32(std::uint32_t address = 0x000E0000) const;
   Bytes EntryPoint64(std::uint64_t address = 0x7B000000) const;
 
   /// As `dmidecode --dump-bin` writes it: the entry point, padded to 32 bytes, then the table.
+  Bytes LegacyDump() const;
   Bytes Dump32() const;
   Bytes Dump64() const;
 
@@ -69,6 +71,7 @@ class SmbiosTables {
 };
 
 /// Make the checksums of an entry point that begins at the bytes' start right again.
+void FixLegacyChecksum(Bytes& bytes);
 void FixChecksums32(Bytes& bytes);
 void FixChecksums64(Bytes& bytes);
 

@@ -16,8 +16,24 @@ std::string Version(const smbios::TTables& tables) {
   return std::to_string(entryPoint.fMajor) + "." + std::to_string(entryPoint.fMinor);
 }
 
+// Null where there is no entry point.
 const char* Form(const smbios::TTables& tables) {
-  return tables.EntryPoint().f64Bit ? "64-bit" : "32-bit";
+  switch (tables.EntryPoint().fForm) {
+    case smbios::EEntryPointForm::kLegacy:
+      return "legacy";
+    case smbios::EEntryPointForm::k32Bit:
+      return "32-bit";
+    case smbios::EEntryPointForm::k64Bit:
+      return "64-bit";
+    case smbios::EEntryPointForm::kNone:
+      break;
+  }
+  return nullptr;
+}
+
+std::string FormText(const smbios::TTables& tables) {
+  const char* const form = Form(tables);
+  return form ? std::string(form) + " entry point" : "no entry point";
 }
 
 std::string HandleText(const smbios::TStructure& structure) {
@@ -61,9 +77,8 @@ std::string FirmwareText(const std::string& location, const smbios::TTables& tab
     text += "\n" + Heading(structure) + StringRows(structure);
     return true;
   });
-  return Printable(location) + ": version " + Version(tables) + ", " + Form(tables) +
-         " entry point, " + Counted(walk.fCount, "structure") + " in " +
-         Counted(walk.fOffset, "byte") + "\n" + text;
+  return Printable(location) + ": version " + Version(tables) + ", " + FormText(tables) + ", " +
+         Counted(walk.fCount, "structure") + " in " + Counted(walk.fOffset, "byte") + "\n" + text;
 }
 
 std::string FirmwareJson(const std::string& location, const smbios::TTables& tables) {
@@ -72,11 +87,13 @@ std::string FirmwareJson(const std::string& location, const smbios::TTables& tab
     structures.push_back(StructureObject(structure));
     return true;
   });
-  return JsonText({{"location", location},
-                   {"version", Version(tables)},
-                   {"entryPoint", Form(tables)},
-                   {"size", walk.fOffset},
-                   {"structures", structures}});
+  TJson json = {{"location", location}, {"version", Version(tables)}, {"entryPoint", nullptr}};
+  if (const char* const form = Form(tables)) json["entryPoint"] = form;
+  json["size"] = walk.fOffset;
+  json["damage"] = nullptr;
+  if (!walk.fDamage.empty()) json["damage"] = walk.fDamage;
+  json["structures"] = structures;
+  return JsonText(json);
 }
 
 }  // namespace hwx

@@ -14,9 +14,10 @@ namespace hwx {
 /// its strings with their numbers.
 std::string FirmwareText(const std::string& location, const smbios::TTables& tables);
 
-/// {"location": "...", "version": "3.2", "entryPoint": "64-bit", "size": ..., "structures":
-/// [{"handle": ..., "type": ..., "name": "...", "formattedSize": ..., "size": ..., "strings":
-/// ["...", ...]}, ...]}. Sizes are in bytes; "name" is null for a type without one.
+/// {"location": "...", "version": "3.2", "entryPoint": "64-bit", "size": ..., "damage": null,
+/// "structures": [{"handle": ..., "type": ..., "name": "...", "formattedSize": ..., "size": ...,
+/// "strings": ["...", ...]}, ...]}. Sizes are in bytes, of the structures that were read; "damage"
+/// says where and how the table is damaged behind them; "name" is null for a type without one.
 std::string FirmwareJson(const std::string& location, const smbios::TTables& tables);
 
 }  // namespace hwx

@@ -44,8 +44,25 @@ TEST(Dump, HoldsThe32BitEntryPointAndTheTable) {
   EXPECT_EQ(DumpOf(SomeTables().EntryPoint32(), SomeTables().Table()), SomeTables().Dump32());
 }
 
+TEST(Dump, HoldsTheLegacyEntryPointAndTheTable) {
+  EXPECT_EQ(DumpOf(SomeTables().LegacyEntryPoint(), SomeTables().Table()),
+            SomeTables().LegacyDump());
+}
+
+TEST(Dump, OfABareTableIsTheTable) {
+  EXPECT_EQ(MakeDump(TTables::FromDump(SomeTables().Table())), SomeTables().Table());
+}
+
+TEST(Dump, OfADamagedTableHoldsTheDamageToo) {
+  Bytes table = SomeTables().Table();
+  table.pop_back();
+  const Bytes dump = MakeDump(TTables::FromKernelFiles(SomeTables().EntryPoint64(), table));
+  EXPECT_EQ(TTables::FromDump(dump).TableBytes(), table);
+}
+
 TEST(Dump, OfADumpIsTheSameDump) {
-  for (const Bytes& dump : {SomeTables().Dump32(), SomeTables().Dump64()})
+  for (const Bytes& dump :
+       {SomeTables().LegacyDump(), SomeTables().Dump32(), SomeTables().Dump64()})
     EXPECT_EQ(MakeDump(TTables::FromDump(dump)), dump);
 }
 
@@ -96,7 +113,8 @@ TEST(Dump, IsReadByDmidecode) {
   if (!hwxtest::HasDmidecode()) GTEST_SKIP() << "SKIPPED: dmidecode is not installed";
   const hwxtest::TemporaryDirectory directory;
   const SmbiosTables tables = SomeTables();
-  for (const Bytes& entryPoint : {tables.EntryPoint32(), tables.EntryPoint64()}) {
+  for (const Bytes& entryPoint :
+       {tables.LegacyEntryPoint(), tables.EntryPoint32(), tables.EntryPoint64()}) {
     hwxtest::WriteBytes(directory / "dump", DumpOf(entryPoint, tables.Table()));
     EXPECT_EQ(hwxtest::Dmidecode("-s system-serial-number --from-dump " + (directory / "dump")),
               "SN99\n");

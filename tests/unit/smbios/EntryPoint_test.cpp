@@ -10,6 +10,7 @@ namespace {
 
 using hwxtest::Bytes;
 using hwxtest::SmbiosTables;
+using smbios::EEntryPointForm;
 using smbios::TEntryPoint;
 
 // On the heap with nothing behind it, so that the sanitizer sees a read past the end.
@@ -34,7 +35,7 @@ TEST(EntryPoint, Reads32BitForm) {
   EXPECT_EQ(entryPoint.fSize, 31u);
   EXPECT_EQ(entryPoint.fMajor, 2);
   EXPECT_EQ(entryPoint.fMinor, 8);
-  EXPECT_FALSE(entryPoint.f64Bit);
+  EXPECT_EQ(entryPoint.fForm, EEntryPointForm::k32Bit);
   EXPECT_EQ(entryPoint.fTableAddress, 0xFEDCBA98u);
   EXPECT_EQ(entryPoint.fTableSize, SomeTables().Table().size());
   EXPECT_EQ(entryPoint.fStructureCount, 2u);
@@ -46,10 +47,39 @@ TEST(EntryPoint, Reads64BitForm) {
   EXPECT_EQ(entryPoint.fSize, 24u);
   EXPECT_EQ(entryPoint.fMajor, 3);
   EXPECT_EQ(entryPoint.fMinor, 2);
-  EXPECT_TRUE(entryPoint.f64Bit);
+  EXPECT_EQ(entryPoint.fForm, EEntryPointForm::k64Bit);
   EXPECT_EQ(entryPoint.fTableAddress, 0xFEDCBA9876543210u);
   EXPECT_EQ(entryPoint.fTableSize, SomeTables().Table().size());
   EXPECT_EQ(entryPoint.fStructureCount, 0u);
+}
+
+TEST(EntryPoint, ReadsTheFormOfBeforeVersion21) {
+  TEntryPoint entryPoint;
+  ASSERT_EQ(Parse(SomeTables().LegacyEntryPoint(0xFEDCBA98), entryPoint), "");
+  EXPECT_EQ(entryPoint.fSize, 15u);
+  EXPECT_EQ(entryPoint.fMajor, 2);
+  EXPECT_EQ(entryPoint.fMinor, 0);
+  EXPECT_EQ(entryPoint.fForm, EEntryPointForm::kLegacy);
+  EXPECT_EQ(entryPoint.fTableAddress, 0xFEDCBA98u);
+  EXPECT_EQ(entryPoint.fTableSize, SomeTables().Table().size());
+  EXPECT_EQ(entryPoint.fStructureCount, 2u);
+}
+
+TEST(EntryPoint, HasTheMinorVersionThatAMakerMeant) {
+  const auto minor = [](std::uint8_t major, std::uint8_t told) {
+    Bytes bytes = SomeTables().EntryPoint32();
+    bytes[6] = major;
+    bytes[7] = told;
+    hwxtest::FixChecksums32(bytes);
+    TEntryPoint entryPoint;
+    EXPECT_EQ(Parse(bytes, entryPoint), "");
+    return entryPoint.fMinor;
+  };
+  EXPECT_EQ(minor(2, 31), 3);
+  EXPECT_EQ(minor(2, 33), 3);
+  EXPECT_EQ(minor(2, 51), 6);
+  EXPECT_EQ(minor(2, 32), 32);
+  EXPECT_EQ(minor(3, 31), 31);
 }
 
 TEST(EntryPoint, BytesBehindItDontMatter) {
@@ -62,7 +92,8 @@ TEST(EntryPoint, BytesBehindItDontMatter) {
 }
 
 TEST(EntryPoint, TruncatedAtEveryLengthIsRefused) {
-  for (const Bytes& whole : {SomeTables().EntryPoint32(), SomeTables().EntryPoint64()}) {
+  for (const Bytes& whole : {SomeTables().LegacyEntryPoint(), SomeTables().EntryPoint32(),
+                             SomeTables().EntryPoint64()}) {
     for (std::size_t size = 0; size < whole.size(); ++size) {
       EXPECT_NE(Problem(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size))),
                 "")
@@ -73,7 +104,8 @@ TEST(EntryPoint, TruncatedAtEveryLengthIsRefused) {
 
 // Each byte counts in a sum, the anchors besides: no single change goes unnoticed.
 TEST(EntryPoint, AnyChangedByteIsRefused) {
-  for (const Bytes& whole : {SomeTables().EntryPoint32(), SomeTables().EntryPoint64()}) {
+  for (const Bytes& whole : {SomeTables().LegacyEntryPoint(), SomeTables().EntryPoint32(),
+                             SomeTables().EntryPoint64()}) {
     for (std::size_t i = 0; i < whole.size(); ++i) {
       Bytes bytes = whole;
       ++bytes[i];
@@ -121,6 +153,14 @@ TEST(EntryPoint, TellsWhatIsWrongWith64BitForm) {
   bytes[6] = 25;
   EXPECT_EQ(Problem(bytes), "the entry point's length is wrong");
   bytes = sound;
+  ++bytes[5];
+  EXPECT_EQ(Problem(bytes), "the entry point's checksum is wrong");
+}
+
+TEST(EntryPoint, TellsWhatIsWrongWithTheFormOfBeforeVersion21) {
+  const Bytes sound = SomeTables().LegacyEntryPoint();
+  EXPECT_EQ(Problem(Bytes(sound.begin(), sound.end() - 1)), "the entry point is truncated");
+  Bytes bytes = sound;
   ++bytes[5];
   EXPECT_EQ(Problem(bytes), "the entry point's checksum is wrong");
 }

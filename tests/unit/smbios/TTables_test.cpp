@@ -37,10 +37,15 @@ TEST(TTables, SoundInEveryForm) {
   for (const TTables& tables :
        {TTables::FromKernelFiles(made.EntryPoint32(), made.Table()),
         TTables::FromKernelFiles(made.EntryPoint64(), made.Table()),
-        TTables::FromDump(made.Dump32()), TTables::FromDump(made.Dump64())}) {
+        TTables::FromKernelFiles(made.LegacyEntryPoint(), made.Table()),
+        TTables::FromDump(made.LegacyDump()), TTables::FromDump(made.Dump32()),
+        TTables::FromDump(made.Dump64())}) {
     EXPECT_TRUE(tables.IsSound());
+    EXPECT_TRUE(tables.IsReadable());
     EXPECT_EQ(tables.Status(), kSmBiosOK);
     EXPECT_EQ(tables.Reason(), "");
+    EXPECT_EQ(tables.Warning(), "");
+    EXPECT_EQ(tables.Remark(), "");
     EXPECT_THAT(Types(tables), ElementsAre(0, 1, 127));
     EXPECT_EQ(tables.EntryPoint().fTableSize, made.Table().size());
   }
@@ -133,10 +138,17 @@ TEST(TTables, FewerBytesThanToldAreSoundUpToTheCount) {
   EXPECT_TRUE(TTables::FromKernelFiles(entryPoint, made.Table()).IsSound());
 }
 
-TEST(TTables, TruncatedTableIsMalformedAtEveryLength) {
+// Where the structures of SomeTables end.
+bool EndsWithAStructure(std::size_t size) {
+  const Bytes bios = SmbiosTables().AddBios("Maker", "V1", "").Table();
+  return size == bios.size() || size == SomeTables().Table().size() - 6;
+}
+
+TEST(TTables, TableCutWithinAStructureIsMalformed) {
   const SmbiosTables made = SomeTables();
   for (std::size_t fewer = 1; fewer <= made.Table().size(); ++fewer) {
     SCOPED_TRACE(fewer);
+    if (EndsWithAStructure(made.Table().size() - fewer)) continue;
     for (const TTables& tables :
          {TTables::FromKernelFiles(made.EntryPoint32(), Cut(made.Table(), fewer)),
           TTables::FromKernelFiles(made.EntryPoint64(), Cut(made.Table(), fewer)),
@@ -148,19 +160,68 @@ TEST(TTables, TruncatedTableIsMalformedAtEveryLength) {
   }
 }
 
-TEST(TTables, TruncationBetweenStructuresIsToldInWords) {
+// As programs write it that know where the last structure ends.
+TEST(TTables, FewerBytesThanToldAreSoundUpToTheEndOfAStructure) {
   const SmbiosTables made = SomeTables();
-  const TTables tables =
-      TTables::FromKernelFiles(made.EntryPoint64(), Cut(made.Table(), 6), "here");
-  EXPECT_EQ(tables.Reason(), "here: the table is truncated: 72 of 78 bytes");
+  for (const TTables& tables :
+       {TTables::FromKernelFiles(made.EntryPoint32(), Cut(made.Table(), 6), "here"),
+        TTables::FromKernelFiles(made.EntryPoint64(), Cut(made.Table(), 6), "here"),
+        TTables::FromDump(Cut(made.Dump32(), 6), "here")}) {
+    EXPECT_TRUE(tables.IsSound()) << tables.Reason();
+    EXPECT_THAT(Types(tables), ElementsAre(0, 1));
+    EXPECT_EQ(tables.Warning(), "");
+    EXPECT_EQ(tables.Remark(), "here: 72 of 78 bytes are there, which end with structure 1");
+  }
 }
 
+TEST(TTables, NoByteOfATableThatIsToldHasManyIsMalformed) {
+  const TTables tables = TTables::FromKernelFiles(SomeTables().EntryPoint64(), {}, "here");
+  EXPECT_EQ(tables.Reason(), "here: the table is truncated: 0 of 78 bytes");
+  EXPECT_FALSE(tables.IsReadable());
+}
+
+TEST(TTables, TellsHowMuchOfADamagedTableIsThere) {
+  const SmbiosTables made = SomeTables();
+  EXPECT_EQ(TTables::FromKernelFiles(made.EntryPoint64(), Cut(made.Table(), 7), "here").Reason(),
+            "here: structure 1 at byte 34 has strings without an end, where 71 of 78 bytes are "
+            "there");
+}
+
+// A machine in use has such a table: sound structures, then an entry without a length.
 TEST(TTables, DamagedTableStillGivesWhatLiesInFrontOfTheDamage) {
-  const SmbiosTables made = SomeTables().AddRaw({});
-  const TTables tables = TTables::FromKernelFiles(made.EntryPoint64(), Cut(made.Table(), 6));
+  const SmbiosTables made =
+      SmbiosTables().AddBios("Maker", "V1", "").AddSystem({"Maker", "Box"}).AddRaw(Bytes(6, 0));
+  const TTables tables = TTables::FromDump(made.Dump64(), "here");
   EXPECT_FALSE(tables.IsSound());
+  EXPECT_TRUE(tables.IsReadable());
+  EXPECT_EQ(tables.Status(), kSmBiosMalformed);
   EXPECT_THAT(Types(tables), ElementsAre(0, 1));
   EXPECT_EQ(tables.FindFirst(1)->String(2), "Box");
+  EXPECT_EQ(tables.Warning(),
+            "here: structure 2 at byte 72 is shorter than its header; 2 structures in front of it "
+            "can be read");
+}
+
+TEST(TTables, TableDamagedFromItsBeginningIsNotReadable) {
+  const TTables tables = TTables::FromDump(SmbiosTables().AddRaw(Bytes(6, 0)).Dump64());
+  EXPECT_FALSE(tables.IsReadable());
+  EXPECT_EQ(tables.Warning(), "");
+}
+
+TEST(TTables, SoundPartEndsInFrontOfTheDamage) {
+  const SmbiosTables made = SomeTables();
+  const TTables damaged = TTables::FromDump(Cut(made.Dump32(), 1));
+  const TTables part = damaged.SoundPart();
+  EXPECT_TRUE(part.IsSound());
+  EXPECT_EQ(part.Reason(), "");
+  EXPECT_EQ(part.TableBytes(), Cut(made.Table(), 6));
+  EXPECT_FALSE(damaged.IsSound());
+}
+
+TEST(TTables, SoundPartOfSoundTablesIsAllOfThem) {
+  const SmbiosTables made = SomeTables().Add(200, {1});
+  const TTables part = TTables::FromDump(made.Dump64()).SoundPart();
+  EXPECT_EQ(part.TableBytes(), made.Table());
 }
 
 TEST(TTables, TableWithoutAnyStructureIsSound) {

@@ -114,6 +114,48 @@ TEST(TableWalker, CountLimitLeavesPaddingBehindTheLastStructureAlone) {
             "structure 2 at byte 12 is shorter than its header");
 }
 
+// Makers of 32-bit tables put structures of their own there.
+TEST(TableWalker, CountedStructuresBehindTheEndMarkerAreVisited) {
+  const Bytes table = SmbiosTables().Add(200, {}).AddEnd().Add(201, {}).Add(202, {}).Table();
+  const Seen seen = Walk(table, 3);
+  EXPECT_THAT(seen.types, ElementsAre(200, 127, 201));
+  EXPECT_TRUE(seen.walk.fEnded);
+}
+
+TEST(TableWalker, NothingBehindTheEndMarkerIsDamage) {
+  for (const Bytes& junk : {Bytes{}, Bytes(1, 0), Bytes(16, 0), Bytes(16, 0xFF)}) {
+    const Seen seen = Walk(SmbiosTables().Add(200, {}).AddEnd().AddRaw(junk).Table(), 9);
+    EXPECT_THAT(seen.types, ElementsAre(200, 127));
+    EXPECT_TRUE(seen.walk.fEnded);
+    EXPECT_EQ(seen.walk.fDamage, "");
+  }
+}
+
+// A structure of 11 bytes that says it had 16.
+TEST(TableWalker, ManagementDeviceThatTellsTooLongALengthKeepsItsStrings) {
+  const Bytes fields{1, 3, 0, 0, 0, 0, 3};
+  Bytes table = SmbiosTables().Add(34, fields, {"LM78-1", "next"}).Table();
+  table[1] = 16;
+  const ExactBytes exact(table);
+  int visits = 0;
+  WalkTable(exact.Get(), table.size(), 0, [&](const TStructure& structure) {
+    ++visits;
+    EXPECT_EQ(structure.FormattedSize(), 11u);
+    EXPECT_EQ(structure.Size(), table.size());
+    EXPECT_THAT(structure.Strings(), ElementsAre("LM78-1", "next"));
+    return true;
+  });
+  EXPECT_EQ(visits, 1);
+}
+
+TEST(TableWalker, ManagementDeviceWithoutTextInTheDoubtfulPlaceIsLeftAsItIs) {
+  const Bytes table = SmbiosTables().Add(34, Bytes(12, 1), {"text"}).Table();
+  WalkTable(table.data(), table.size(), 0, [](const TStructure& structure) {
+    EXPECT_EQ(structure.FormattedSize(), 16u);
+    return true;
+  });
+}
+
 TEST(TableWalker, VisitorEndsTheWalk) {
   const Bytes table = SomeTables().Table();
   const ExactBytes exact(table);

@@ -34,8 +34,9 @@ std::string HexRows(const std::uint8_t* bytes, std::size_t size) {
 
 // dmidecode's own form of a structure, in its mode that shows the bytes undecoded.
 std::string Undecoded(const TStructure& structure) {
-  std::string text = Format("Handle 0x%04X, DMI type %d, %zu bytes\n", unsigned{structure.Handle()},
-                            int{structure.Type()}, structure.FormattedSize());
+  const int told = structure.Bytes()[1];  // what it says itself, though dmidecode may know better
+  std::string text = Format("Handle 0x%04X, DMI type %d, %d bytes\n", unsigned{structure.Handle()},
+                            int{structure.Type()}, told);
   text += "\tHeader and Data:\n" + HexRows(structure.Bytes(), structure.FormattedSize());
   if (structure.HasStrings()) text += "\tStrings:\n";
   for (const std::string_view string : structure.Strings()) {
@@ -100,6 +101,30 @@ TEST_F(DmidecodeComparison, SameStructuresUpToTheCountOf32BitDump) {
   hwxtest::PutNumber(dump, 0x1C, 2, 7);
   hwxtest::FixChecksums32(dump);
   ExpectSameStructures(dump);
+}
+
+TEST_F(DmidecodeComparison, SameStructuresFromLegacyDump) {
+  ExpectSameStructures(SomeMachine().LegacyDump());
+}
+
+TEST_F(DmidecodeComparison, SameStructuresBehindTheEndMarkerOf32BitDump) {
+  ExpectSameStructures(SomeMachine().Add(200, {1, 2, 3}).Add(17, Bytes(40, 1)).Dump32());
+}
+
+TEST_F(DmidecodeComparison, SameStructuresInFrontOfDamage) {
+  ExpectSameStructures(SomeMachine().Add(200, {1}).AddRaw(Bytes(8, 0)).Add(201, {1}).Dump32());
+}
+
+TEST_F(DmidecodeComparison, SameStructuresWhereFewerBytesAreThereThanTold) {
+  const Bytes dump = SomeMachine().Dump64();
+  ExpectSameStructures(Bytes(dump.begin(), dump.end() - 6));
+}
+
+TEST_F(DmidecodeComparison, SameManagementDeviceThatTellsTooLongALength) {
+  SmbiosTables tables = SomeMachine();
+  Bytes device = SmbiosTables().Add(34, {1, 3, 0, 0, 0, 0, 3}, {"LM78-1", "next"}).Table();
+  device[1] = 16;
+  ExpectSameStructures(tables.AddRaw(device).Dump32());
 }
 
 TEST_F(DmidecodeComparison, SameSystemInformation) {

@@ -143,14 +143,33 @@ TEST_F(SmBios, WithoutTheVariableThisMachinesTablesAreRead) {
   EXPECT_EQ(code == kSmBiosOK, fHandle != nullptr);
 }
 
-TEST_F(SmBios, TruncatedDumpIsRefusedAtEveryLength) {
-  const Bytes dump = SmbiosTables().AddSystem({"Maker", "Box"}).AddEnd().Dump32();
-  for (std::size_t size = 0; size < dump.size(); ++size) {
+TEST_F(SmBios, DumpCutBeforeTheEndOfTheSystemIsRefusedAtEveryLength) {
+  const SmbiosTables tables = SmbiosTables().AddSystem({"Maker", "Box"});
+  const Bytes dump = SmbiosTables(tables).AddEnd().Dump32();
+  for (std::size_t size = 0; size < 32 + tables.Table().size(); ++size) {
     EXPECT_EQ(Load(Bytes(dump.begin(), dump.begin() + static_cast<std::ptrdiff_t>(size))),
               kSmBiosMalformed)
         << size;
     EXPECT_EQ(fHandle, nullptr);
   }
+}
+
+TEST_F(SmBios, DamageBeforeTheBiosOrTheSystemIsRefused) {
+  const Bytes damage(6, 0);
+  const auto system = SmbiosTables().AddSystem({"Maker", "Box"});
+  const auto bios = SmbiosTables().AddBios("Maker", "V1", "");
+  EXPECT_EQ(Load(SmbiosTables(system).AddRaw(damage).Dump64()), kSmBiosMalformed);
+  EXPECT_EQ(Load(SmbiosTables(bios).AddRaw(damage).Dump64()), kSmBiosMalformed);
+}
+
+TEST_F(SmBios, DamageBehindTheBiosAndTheSystemCostsWhatLiesBehindIt) {
+  auto tables = SmbiosTables().AddBios("Maker", "V1", "").AddSystem({"Maker", "Box"});
+  tables.AddRaw(Bytes(6, 0)).Add(2, {1}).AddEnd();
+  ASSERT_EQ(Load(tables.Dump64()), kSmBiosOK);
+  EXPECT_EQ(GetFirst(0), kSmBiosOK);
+  EXPECT_EQ(GetFirst(1), kSmBiosOK);
+  EXPECT_EQ(GetFirst(2), kSmBiosMalformed);
+  EXPECT_EQ(fLength, 0);
 }
 
 TEST_F(SmBios, RefusedPermissionHasItsCode) {

@@ -44,6 +44,14 @@ TEST(FirmwareText, TellsThe32BitForm) {
               HasSubstr("x: version 2.8, 32-bit entry point, 1 structure in 6 bytes\n"));
 }
 
+TEST(FirmwareText, TellsTheLegacyFormAndThatThereIsNone) {
+  EXPECT_THAT(FirmwareText("x", Tables(SmbiosTables().AddEnd().LegacyDump())),
+              HasSubstr("x: version 2.0, legacy entry point, 1 structure in 6 bytes\n"));
+  const SmbiosTables bare = SmbiosTables().AddBios("Maker", "1", "").AddSystem({"Maker", "Box"});
+  EXPECT_THAT(FirmwareText("x", Tables(bare.Table())),
+              HasSubstr("x: version 2.4, no entry point, 2 structures in "));
+}
+
 TEST(FirmwareText, NeverSteersTheTerminal) {
   const std::string text =
       FirmwareText("a\nb", Tables(SmbiosTables().Add(11, {1}, {"\x1b[2J\xff"}).AddEnd().Dump64()));
@@ -64,6 +72,22 @@ TEST(FirmwareJson, HasAnObjectForEachStructure) {
   EXPECT_EQ(json["structures"][0], bios);
   EXPECT_EQ(json["structures"][1]["name"], nullptr);
   EXPECT_EQ(json["structures"][1]["strings"], TJson::array());
+}
+
+TEST(FirmwareJson, TellsTheDamageBehindTheStructures) {
+  const TTables tables = Tables(SmbiosTables().Add(200, {9}).AddRaw(Bytes(6, 0)).Dump32());
+  const TJson json = TJson::parse(FirmwareJson("x", tables));
+  EXPECT_EQ(json["damage"], "structure 1 at byte 7 is shorter than its header");
+  EXPECT_EQ(json["size"], 7);
+  EXPECT_EQ(json["structures"].size(), 1u);
+  EXPECT_EQ(TJson::parse(FirmwareJson("x", Tables(SomeTables().Dump32())))["damage"], nullptr);
+}
+
+TEST(FirmwareJson, HasNoEntryPointOfABareTable) {
+  const SmbiosTables bare = SmbiosTables().AddBios("Maker", "1", "").AddSystem({"Maker", "Box"});
+  const TJson json = TJson::parse(FirmwareJson("x", Tables(bare.Table())));
+  EXPECT_EQ(json["entryPoint"], nullptr);
+  EXPECT_EQ(json["version"], "2.4");
 }
 
 TEST(FirmwareJson, ReplacesBytesThatAreNoUtf8) {

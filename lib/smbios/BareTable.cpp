@@ -1,0 +1,79 @@
+#include "smbios/BareTable.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "smbios/TableWalker.h"
+
+namespace smbios {
+
+namespace {
+
+// Types that the format hasn't given a meaning: from the first behind its last one.
+constexpr int kFirstReserved = 47;
+constexpr int kLastReserved = 125;
+
+// A structure of type 0 is the first that is read of a table. More than its own fields and some of
+// the maker's it never has.
+constexpr std::size_t kLeastBiosSize = 0x12;
+constexpr std::size_t kMostBiosSize = 0x30;
+
+// From which length on a structure is of which version.
+struct TLength {
+  int fType;
+  std::size_t fSize;
+  int fMajor;
+  int fMinor;
+};
+
+constexpr TLength kLengths[] = {
+    {kTypeSystemInformation, 0x08, 2, 0}, {kTypeSystemInformation, 0x19, 2, 1},
+    {kTypeSystemInformation, 0x1B, 2, 4}, {kTypeProcessor, 0x20, 2, 1},
+    {kTypeProcessor, 0x23, 2, 3},         {kTypeProcessor, 0x28, 2, 5},
+    {kTypeProcessor, 0x2A, 2, 6},         {kTypeProcessor, 0x30, 3, 0},
+    {kTypeMemoryDevice, 0x15, 2, 1},      {kTypeMemoryDevice, 0x1B, 2, 3},
+    {kTypeMemoryDevice, 0x1C, 2, 6},      {kTypeMemoryDevice, 0x22, 2, 7},
+    {kTypeMemoryDevice, 0x28, 2, 8},      {kTypeMemoryDevice, 0x54, 3, 2},
+    {kTypeMemoryDevice, 0x5C, 3, 3},
+};
+
+bool IsPlausible(const TStructure& structure) {
+  const int type = structure.Type();
+  if (type == kTypeBiosInformation) {
+    return structure.FormattedSize() >= kLeastBiosSize &&
+           structure.FormattedSize() <= kMostBiosSize;
+  }
+  return type < kFirstReserved || type > kLastReserved;
+}
+
+}  // namespace
+
+bool IsBareTable(const std::uint8_t* table, std::size_t size) {
+  bool hasBios = false;
+  bool hasSystem = false;
+  const TWalk walk = WalkTable(table, size, 0, [&](const TStructure& structure) {
+    hasBios = hasBios || structure.Type() == kTypeBiosInformation;
+    hasSystem = hasSystem || structure.Type() == kTypeSystemInformation;
+    return IsPlausible(structure);
+  });
+  return walk.fDamage.empty() && !walk.fStopped && hasBios && hasSystem;
+}
+
+TEntryPoint EntryPointOfBareTable(const std::uint8_t* table, std::size_t size) {
+  std::pair<int, int> version{2, 0};
+  WalkTable(table, size, 0, [&](const TStructure& structure) {
+    for (const TLength& length : kLengths) {
+      if (structure.Type() == length.fType && structure.FormattedSize() >= length.fSize) {
+        version = std::max(version, std::pair(length.fMajor, length.fMinor));
+      }
+    }
+    return true;
+  });
+  TEntryPoint entryPoint;
+  entryPoint.fMajor = version.first;
+  entryPoint.fMinor = version.second;
+  entryPoint.fTableSize = static_cast<std::uint32_t>(size);
+  return entryPoint;
+}
+
+}  // namespace smbios

@@ -1,0 +1,26 @@
+// Tables that somebody kept without their entry point.
+// Thread-safety: functions without state.
+
+#ifndef SMBIOS_BARETABLE_H
+#define SMBIOS_BARETABLE_H
+
+#include <cstddef>
+#include <cstdint>
+
+#include "smbios/EntryPoint.h"
+
+namespace smbios {
+
+/// Whether the `size` bytes from `table` are a structure table and nothing else. Nothing announces
+/// it, so it is asked more of than of another: no damage, both the structures that every machine
+/// has (types 0 and 1), and no type that the format keeps for its future. So an entry point that is
+/// damaged isn't taken for a structure.
+bool IsBareTable(const std::uint8_t* table, std::size_t size);
+
+/// What stands in for the entry point of a table that has none: the whole of the bytes, and the
+/// oldest version whose structures are as long as the table's.
+TEntryPoint EntryPointOfBareTable(const std::uint8_t* table, std::size_t size);
+
+}  // namespace smbios
+
+#endif  // SMBIOS_BARETABLE_H
