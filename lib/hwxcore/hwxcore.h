@@ -8,6 +8,7 @@
 #include "hwxcore/diagnostics/TCommUtil.h"
 #include "hwxcore/diagnostics/TConfig.h"
 #include "hwxcore/diagnostics/TLogger.h"
+#include "hwxcore/os/TLoadException.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxcore/schema/ICIMElement.h"
@@ -42,6 +43,7 @@
 #include "hwxcore/value/TCIMStringValueImpl.h"
 #include "hwxcore/value/TCIMValue.h"
 #include "hwxcore/value/TCIMValueImpl.h"
+#include "hwxcore/value/TDetailedException.h"
 #include "hwxcore/value/THWXException.h"
 #include "hwxcore/value/THWXStatusCode.h"
 

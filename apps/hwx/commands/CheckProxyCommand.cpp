@@ -10,7 +10,6 @@
 
 #include "hwx/commands/CommandOptions.h"
 #include "hwx/commands/Commands.h"
-#include "hwx/system/LogErrors.h"
 #include "hwx/text/Failure.h"
 #include "hwx/text/Output.h"
 #include "hwx/text/Printable.h"
@@ -18,12 +17,14 @@
 #include "hwx/transfer/ProxyPage.h"
 #include "hwx/transfer/ServerAddress.h"
 #include "hwx/transfer/Transfer.h"
+#include "hwxcore/os/TLoadException.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace hwx {
 
 using NQORHWX20::THWXException;
+using NQORHWX20::TLoadException;
 using NQORHWX20::TOSSpecific;
 
 namespace {
@@ -100,14 +101,14 @@ class TCheckProxyCommand : public ICommand {
     std::string password;
     if (fUser) password = PasswordOf(*fUser + " at " + proxy, fPasswordFile);
     const TPageDirectory directory;
-    const TLogErrors errors;
     try {
       // libcurl reads the two as parts of a URL.
       TOSSpecific::CheckProxySetting(UrlEscaped(fUser.value_or("")), UrlEscaped(password),
                                      *fAddress, fPort);
+    } catch (const TLoadException&) {
+      throw TFailure(WhyNoLibcurl());
     } catch (const THWXException&) {
-      const std::string noLibcurl = WhyNoLibcurl(errors.Last());
-      throw TFailure(noLibcurl.empty() ? "no page comes through the proxy " + proxy : noLibcurl);
+      throw TFailure("no page comes through the proxy " + proxy);
     } catch (const std::logic_error&) {  // says nothing
       throw TFailure("the libcurl beside the library lacks a function that transfers need");
     }

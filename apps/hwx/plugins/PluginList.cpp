@@ -8,7 +8,6 @@
 #include <set>
 #include <sstream>
 
-#include "hwx/system/LogErrors.h"
 #include "hwx/text/Failure.h"
 #include "hwx/text/StatusWords.h"
 #include "hwxcore/os/TOSSpecific.h"
@@ -36,25 +35,16 @@ class TSilencedCout {
   std::streambuf* fBefore;
 };
 
-// A log entry without what the reader sees anyway: `head`, and the parenthesis that it may open.
-std::string WithoutHead(const std::string& entry, const std::string& head) {
-  if (entry.compare(0, head.size(), head) != 0) return entry;
-  const bool hasParenthesis = head.back() == '(' && entry.back() == ')';
-  return entry.substr(head.size(), entry.size() - head.size() - (hasParenthesis ? 1 : 0));
-}
-
 template <typename Load>
-TPlugin Loaded(const std::string& name, const std::string& headOfReason, Load load) {
+TPlugin Loaded(const std::string& name, Load load) {
   TPlugin plugin;
   plugin.fName = name;
-  const TLogErrors errors;
   const TSilencedCout silence;
   try {
     load(name);
     plugin.fLoads = true;
   } catch (const THWXException& failure) {
-    plugin.fReason = WithoutHead(errors.Last(), headOfReason);
-    if (plugin.fReason.empty()) plugin.fReason = InWords(failure.GetStatus());
+    plugin.fReason = InWords(failure);
   } catch (const std::exception& failure) {
     plugin.fReason = failure.what();
   } catch (...) {
@@ -72,14 +62,13 @@ void ExplainLooseMatch(TPlugin& plugin, const std::string& path) {
 
 template <typename Load>
 std::vector<TPlugin> LoadServices(std::vector<std::string> names, const std::string& word,
-                                  const std::string& kind, Load load) {
+                                  Load load) {
   std::sort(names.begin(), names.end());
-  const std::string head = "Couldn't load " + kind + ": ";
   const std::string front = TOSSpecific::GetHWXRootPath() + "/lib";
   const std::string ending = "." + word + ".so";
   std::vector<TPlugin> plugins;
   for (const std::string& name : names) {
-    plugins.push_back(Loaded(name, std::string(head).append(name).append(" ("), load));
+    plugins.push_back(Loaded(name, load));
     ExplainLooseMatch(plugins.back(), std::string(front).append(name).append(ending));
   }
   return plugins;
@@ -97,8 +86,7 @@ std::set<std::string> RegisteredNames() {
 }
 
 std::vector<TPlugin> ListProviders() {
-  auto providers =
-      LoadServices(TOSSpecific::FindNSPs(), "nsp", "NSP", &TOSSpecific::LoadNSPLibrary);
+  auto providers = LoadServices(TOSSpecific::FindNSPs(), "nsp", &TOSSpecific::LoadNSPLibrary);
   const std::set<std::string> registered = RegisteredNames();
   for (TPlugin& provider : providers)
     provider.fIsRegistered = provider.fLoads && registered.count(provider.fName) != 0;
@@ -107,14 +95,13 @@ std::vector<TPlugin> ListProviders() {
 
 std::vector<TPlugin> ListConsumers() {
   // The consumer object that a plug-in makes is its own, and stays: its type is known to it alone.
-  return LoadServices(TOSSpecific::FindNSCs(), "nsc", "NSC", &TOSSpecific::LoadNSCLibrary);
+  return LoadServices(TOSSpecific::FindNSCs(), "nsc", &TOSSpecific::LoadNSCLibrary);
 }
 
 std::vector<TPlugin> ListPlainPlugins(const std::string& directory) {
   std::vector<TPlugin> plugins;
   for (const std::string& path : TOSSpecific::FindPlugins(directory)) {
-    plugins.push_back(
-        Loaded(path, "ERROR: Failed to load plugin.  Reason: ", &TOSSpecific::LoadPluginLibrary));
+    plugins.push_back(Loaded(path, &TOSSpecific::LoadPluginLibrary));
   }
   return plugins;
 }

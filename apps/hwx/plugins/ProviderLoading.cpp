@@ -4,9 +4,9 @@
 #include <boost/pointer_cast.hpp>
 #include <vector>
 
-#include "hwx/system/LogErrors.h"
 #include "hwx/text/Failure.h"
 #include "hwx/text/StatusWords.h"
+#include "hwxcore/os/TLoadException.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/schema/INamespaceProviderManager.h"
 #include "hwxcore/schema/TRootObject.h"
@@ -35,11 +35,13 @@ void RequireProviderFile(const std::string& name) {
 }
 
 void LoadPlugin(const std::string& name) {
-  const TLogErrors errors;
   try {
     TOSSpecific::LoadNSPLibrary(name);
-  } catch (const THWXException&) {
-    throw TFailure("the provider can't be loaded: " + errors.Last());
+  } catch (const TLoadException& failure) {
+    throw TFailure("the provider can't be loaded: Couldn't load NSP: " + name + " (" +
+                   failure.GetDetail() + ")");
+  } catch (const THWXException& failure) {  // of the plug-in's own code
+    throw TFailure("the provider can't be loaded: " + InWords(failure));
   }
 }
 

@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "hwxcore/value/TDetailedException.h"
+
 namespace hwx {
 
 using namespace NQORHWX20;
@@ -22,6 +24,12 @@ std::string InWords(const THWXStatusCode& status) {
     default:
       return status.TranslateStatusCode();
   }
+}
+
+std::string InWords(const THWXException& failure) {
+  const auto* const detailed = dynamic_cast<const TDetailedException*>(&failure);
+  const bool tells = detailed && !detailed->GetDetail().empty();
+  return tells ? detailed->GetDetail() : InWords(failure.GetStatus());
 }
 
 std::string LastError() {

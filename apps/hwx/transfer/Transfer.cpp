@@ -13,10 +13,10 @@
 #include <fstream>
 #include <functional>
 
-#include "hwx/system/LogErrors.h"
 #include "hwx/text/Failure.h"
 #include "hwx/text/StatusWords.h"
 #include "hwx/transfer/TransferProgress.h"
+#include "hwxcore/os/TLoadException.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/value/THWXException.h"
 
@@ -27,37 +27,26 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// What the library logged behind `mark`; missing if that isn't in it.
-std::optional<std::string> Behind(const std::string& mark, const std::string& logged) {
-  const std::size_t begin = logged.find(mark);
-  if (begin == std::string::npos) return std::nullopt;
-  return logged.substr(begin + mark.size());
-}
-
 std::string WhyNoConnection(const TServerAddress& server) {
   const bool isNumber = server.fHost.front() == '[';
   const bool isKnown = isNumber || TOSSpecific::DetectHostnameAvailable(server.HostName(), "") == 0;
   return isKnown ? "nobody answers there, or on that port" : "the name doesn't resolve";
 }
 
-std::string WhyFailed(const TServerAddress& server, const THWXStatusCode& status,
-                      const std::string& logged) {
-  const std::string noLibcurl = WhyNoLibcurl(logged);
-  if (!noLibcurl.empty()) return noLibcurl;
-  const std::string front = "no transfer with " + server.fHost + ": ";
-  if (status == kHWXStatusConnectionFailed) return front + WhyNoConnection(server);
-  const auto told = Behind("Error performing command: ", logged);
-  if (told && !told->empty()) return front + *told;
-  return front + InWords(status);
+std::string WhyFailed(const TServerAddress& server, const THWXException& failure) {
+  const bool isUnconnected = failure.GetStatus() == kHWXStatusConnectionFailed;
+  return "no transfer with " + server.fHost + ": " +
+         (isUnconnected ? WhyNoConnection(server) : InWords(failure));
 }
 
 // Calls the library, and tells in words what it throws.
 void Transfer(const TServerAddress& server, const std::function<void()>& call) {
-  const TLogErrors errors;
   try {
     call();
+  } catch (const TLoadException&) {
+    throw TFailure(WhyNoLibcurl());
   } catch (const THWXException& failure) {
-    throw TFailure(WhyFailed(server, failure.GetStatus(), errors.Last()));
+    throw TFailure(WhyFailed(server, failure));
   } catch (const std::logic_error&) {  // says nothing
     throw TFailure("the libcurl beside the library lacks a function that transfers need");
   }
@@ -159,8 +148,7 @@ std::uintmax_t FetchFile(const TRemoteFile& remote, const std::string& localFile
   return Keep(file, target);
 }
 
-std::string WhyNoLibcurl(const std::string& logged) {
-  if (!Behind("Error opening curl library: ", logged)) return std::string();
+std::string WhyNoLibcurl() {
   const std::string directory = TOSSpecific::GetHWXRootPath();
   for (const char* name : {"libcurl.so", "libcurl.so.4"}) {
     if (fs::exists(directory + "/" + name)) {

@@ -32,9 +32,8 @@ std::uintmax_t SendFile(const std::string& localFile, const TRemoteFile& remote)
 /// stands there is replaced only then. Throws `TFailure`; then nothing has changed.
 std::uintmax_t FetchFile(const TRemoteFile& remote, const std::string& localFile);
 
-/// Why the library can't use libcurl, in words that tell what to do; empty if it isn't that.
-/// `logged` is what the library has logged.
-std::string WhyNoLibcurl(const std::string& logged);
+/// Why the library couldn't open libcurl, in words that tell what to do.
+std::string WhyNoLibcurl();
 
 }  // namespace hwx
 

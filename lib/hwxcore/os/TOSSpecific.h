@@ -285,19 +285,20 @@ class TOSSpecific {
   /// Names of the namespace providers beside this library.
   static std::vector<std::string> FindNSPs();
 
-  /// Opens a plain plug-in by its path and returns the loader's handle. Throws
-  /// `kHWXStatusFileSystemError`, after a log entry and a line on the standard output.
+  /// Opens a plain plug-in by its path and returns the loader's handle. Throws `TLoadException`
+  /// with `kHWXStatusFileSystemError`, after a log entry and a line on the standard output.
   static void* LoadPluginLibrary(std::string path);
 
   /// Opens the namespace provider `name` beside this library, which runs its load-time code and
-  /// nothing else: it enters itself in the registry, or the caller does. Throws
-  /// `kHWXStatusFileSystemError`, after a log entry.
+  /// nothing else: it enters itself in the registry, or the caller does. Throws `TLoadException`
+  /// with `kHWXStatusFileSystemError`, after a log entry.
   static void LoadNSPLibrary(std::string name);
 
   /// Opens the namespace consumer `name` beside this library and calls its function `name` +
   /// "_CreateINamespaceConsumer". Returns what that returned, untested; the caller owns it. Throws
-  /// `kHWXStatusFileSystemError` if it can't be opened and `kHWXStatusNotFound` if it has no such
-  /// function, each after a log entry.
+  /// `TLoadException` with `kHWXStatusFileSystemError` if it can't be opened, and
+  /// `TDetailedException` with `kHWXStatusNotFound` if it has no such function, each after a log
+  /// entry.
   static INamespaceConsumer* LoadNSCLibrary(std::string name);
 
   /// Path of the properties document of the plug-in at `path`: beside it, under its name less
@@ -381,12 +382,12 @@ class TOSSpecific {
   //   the user's agent and of his directory ".ssh", and needs a libcurl with SSH.
   // - An upload makes the directories that are missing on the server. So does a download, as far as
   //   the server lets it, before it fails.
-  // - Throws, each time after a log entry: `kHWXStatusLibCurlFailure` if libcurl isn't there or
-  //   refuses an option; `kHWXStatusFileSystemError` if the local file can't be read;
-  //   `kHWXStatusConnectionFailed` if the name doesn't resolve or nobody listens; and
-  //   `kHWXStatusAccessDenied` for all else that goes wrong, a refused login, a full disk and a
-  //   broken connection among it. A libcurl that lacks a function ends in `std::logic_error`,
-  //   without a log entry.
+  // - Throws, each time after a log entry: `kHWXStatusLibCurlFailure` if libcurl isn't there, as
+  //   `TLoadException`, or refuses an option; `kHWXStatusFileSystemError` if the local file can't
+  //   be read; `kHWXStatusConnectionFailed` if the name doesn't resolve or nobody listens; and
+  //   `kHWXStatusAccessDenied`, as `TDetailedException` with libcurl's words, for all else that
+  //   goes wrong, a refused login, a full disk and a broken connection among it. A libcurl that
+  //   lacks a function ends in `std::logic_error`, without a log entry.
   // - After an exception libcurl, its global state and the transfer's handle stay as they are, for
   //   the life of the process, with the descriptors that the handle holds. A later transfer works.
   // - Never on two threads at once: libcurl's global state is set up and given back by each.
@@ -436,9 +437,9 @@ class TOSSpecific {
   /// or answers for a server that it can't reach, counts as success. Look at the page.
   ///
   /// Throws `kHWXStatusLibCurlFailure` for every failure, after a log entry without details: no
-  /// libcurl (found as for a transfer), a proxy that can't be reached, a current directory that
-  /// can't be written. A libcurl that lacks a function ends as in a transfer, and what stays behind
-  /// after an exception is as there.
+  /// libcurl (found as for a transfer, and a `TLoadException` as there), a proxy that can't be
+  /// reached, a current directory that can't be written. A libcurl that lacks a function ends as in
+  /// a transfer, and what stays behind after an exception is as there.
   static int CheckProxySetting(std::string userId, std::string passwd, std::string proxyIp,
                                long proxyPort);
 

@@ -10,7 +10,9 @@
 #include <stdexcept>
 
 #include "hwxcore/diagnostics/detail/Log.h"
+#include "hwxcore/os/TLoadException.h"
 #include "hwxcore/os/detail/Directory.h"
+#include "hwxcore/value/TDetailedException.h"
 #include "hwxcore/value/THWXException.h"
 #include "logger/Log.h"
 
@@ -70,17 +72,13 @@ std::string LoaderError() {
   return text ? text : "";
 }
 
-[[noreturn]] void LogAndThrow(const std::string& message, EHWXStatusCode status) {
-  detail::LogError(message);
-  throw THWXException(status);
-}
-
 // Opens a service's module. `kind` is how the log calls it.
 void* LoadService(const char* kind, const std::string& name, const std::string& path) {
   void* const module = OpenModule(path);
   if (!module) {
-    LogAndThrow(std::string("Couldn't load ") + kind + ": " + name + " (" + LoaderError() + ")",
-                kHWXStatusFileSystemError);
+    const std::string reason = LoaderError();
+    detail::LogError(std::string("Couldn't load ") + kind + ": " + name + " (" + reason + ")");
+    throw TLoadException(kHWXStatusFileSystemError, reason);
   }
   return module;
 }
@@ -148,10 +146,11 @@ std::vector<std::string> TOSSpecific::FindNSPs() {
 void* TOSSpecific::LoadPluginLibrary(std::string path) {
   void* const module = OpenModule(path);
   if (!module) {
-    const std::string message = "ERROR: Failed to load plugin.  Reason: " + LoaderError();
+    const std::string reason = LoaderError();
+    const std::string message = "ERROR: Failed to load plugin.  Reason: " + reason;
     detail::LogError(message);
     std::cout << "Failed to load plugin.  Reason: " << message;  // Contract: load-phrase-twice.
-    throw THWXException(kHWXStatusFileSystemError);
+    throw TLoadException(kHWXStatusFileSystemError, reason);
   }
   return module;
 }
@@ -169,7 +168,9 @@ INamespaceConsumer* TOSSpecific::LoadNSCLibrary(std::string name) {
   void* const entry = ::dlsym(module, (name + "_CreateINamespaceConsumer").c_str());
   if (!entry) {
     // Contract: missing-entry-text.
-    LogAndThrow("Couldn't find 'CreateINamespaceConsumer' in " + path, kHWXStatusNotFound);
+    const std::string message = "Couldn't find 'CreateINamespaceConsumer' in " + path;
+    detail::LogError(message);
+    throw TDetailedException(kHWXStatusNotFound, message);
   }
   // Contract: consumer-at-each-call.
   return reinterpret_cast<INamespaceConsumer* (*)()>(entry)();

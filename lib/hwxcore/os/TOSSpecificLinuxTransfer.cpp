@@ -119,7 +119,7 @@ void Perform(TCurlLibrary& curl, ErrorBuffer& error) {
       curl.Fail("Error connecting to Server", kHWXStatusConnectionFailed);
     default:  // Contract: access-denied-for-the-rest.
       error.back() = '\0';
-      curl.Fail(std::string("Error performing command: ") + error.data(), kHWXStatusAccessDenied);
+      curl.FailWith(error.data(), "Error performing command: ", kHWXStatusAccessDenied);
   }
 }
 

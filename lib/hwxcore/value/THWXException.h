@@ -7,8 +7,9 @@
 
 namespace NQORHWX20 {
 
-/// The one exception of the library: a bare status code. Whatever more there is to say about a
-/// failure stands in the log, in an entry that was written before the throw.
+/// The exception of the library: a status code. Whatever more there is to say about a failure
+/// stands in the log, in an entry that was written before the throw, and where a program is to tell
+/// its user more, in a `TDetailedException`.
 ///
 /// Thread-safety: a plain value. Copying never fails.
 class THWXException : public std::exception {

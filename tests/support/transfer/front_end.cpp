@@ -15,19 +15,24 @@
 #include <map>
 #include <sstream>
 
+#include "hwxcore/os/TLoadException.h"
 #include "hwxcore/os/TOSSpecific.h"
+#include "hwxcore/value/TDetailedException.h"
 #include "hwxcore/value/THWXException.h"
 #include "support/Descriptors.h"
 #include "support/Sanitizers.h"
 #include "support/ScopedLogCapture.h"
 
+using NQORHWX20::TDetailedException;
 using NQORHWX20::THWXException;
+using NQORHWX20::TLoadException;
 using NQORHWX20::TOSSpecific;
 
 namespace {
 
 bool gNoStream = false;
 bool gTraces = false;
+std::string gFailure;  // what the last exception was besides a status
 
 }  // namespace
 
@@ -155,6 +160,7 @@ const std::map<std::string, std::function<void(const Arguments&)> > kOperations 
     {"mapped",
      [](const Arguments& a) { std::cout << (IsMapped(a[0]) ? "mapped\n" : "not mapped\n"); }},
     {"open", [](const Arguments& a) { std::cout << Openings(a[0]) << " open\n"; }},
+    {"last-failure", [](const Arguments&) { std::cout << gFailure << "\n"; }},
     {"no-stream", [](const Arguments&) { gNoStream = true; }},
 };
 
@@ -167,6 +173,14 @@ Arguments Split(std::string text) {
   return arguments;
 }
 
+std::string Described(const THWXException& failure) {
+  if (const auto* const load = dynamic_cast<const TLoadException*>(&failure)) {
+    return "load exception: " + load->GetDetail();
+  }
+  const auto* const detailed = dynamic_cast<const TDetailedException*>(&failure);
+  return detailed ? "detailed exception: " + detailed->GetDetail() : "bare exception";
+}
+
 bool RunStep(const std::string& step) {
   const std::size_t colon = step.find(':');
   const auto operation = kOperations.find(step.substr(0, colon));
@@ -177,6 +191,7 @@ bool RunStep(const std::string& step) {
     operation->second(Split(arguments));
   } catch (const THWXException& failure) {
     std::cout << "status " << failure.GetStatus() << "\n";
+    gFailure = Described(failure);
   } catch (const std::exception& failure) {
     std::cout << "exception " << failure.what() << "\n";
   }

@@ -6,7 +6,9 @@
 
 #include "hwxbase/hwxbase.h"
 #include "hwxcore/diagnostics/detail/Log.h"
+#include "hwxcore/os/TLoadException.h"
 #include "hwxcore/os/TOSSpecific.h"
+#include "hwxcore/value/TDetailedException.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20::detail {
@@ -27,12 +29,11 @@ void* Open(const std::string& path) {
   return ::dlopen(path.c_str(), RTLD_LAZY);
 }
 
-}  // namespace
-
-void FailTransfer(const std::string& operation, const std::string& text, EHWXStatusCode status) {
-  detail::LogError("TOSSpecific|" + operation + ": " + text);
-  throw THWXException(status);
+void LogTransferError(const std::string& operation, const std::string& text) {
+  LogError("TOSSpecific|" + operation + ": " + text);
 }
+
+}  // namespace
 
 // Contract: curl-beside-library.
 void* OpenCurlLibrary(const char* operation) {
@@ -46,7 +47,9 @@ void* OpenCurlLibrary(const char* operation) {
     if (directory.empty()) break;
     if (void* const library = Open(directory + name)) return library;
   }
-  FailTransfer(operation, "Error opening curl library: " + LoaderError(), kHWXStatusLibCurlFailure);
+  const std::string reason = LoaderError();
+  LogTransferError(operation, "Error opening curl library: " + reason);
+  throw TLoadException(kHWXStatusLibCurlFailure, reason);
 }
 
 TCurlLibrary::TCurlLibrary(const char* operation)
@@ -91,7 +94,8 @@ void TCurlLibrary::SetSink(TCurlSink& sink) {
   if (fEasySetOpt(fHandle, kCurlOptWriteFunction, &curl_fwrite) != kCurlOK ||
       fEasySetOpt(fHandle, kCurlOptWriteData, static_cast<void*>(&sink)) != kCurlOK) {
     // Contract: write-function-text.
-    FailTransfer("CurlTransferFile", "Error setting curl write function", kHWXStatusLibCurlFailure);
+    LogTransferError("CurlTransferFile", "Error setting curl write function");
+    throw THWXException(kHWXStatusLibCurlFailure);
   }
 }
 
@@ -106,7 +110,14 @@ void TCurlLibrary::Close() {
 }
 
 void TCurlLibrary::Fail(const std::string& text, EHWXStatusCode status) const {
-  FailTransfer(fOperation, text, status);
+  LogTransferError(fOperation, text);
+  throw THWXException(status);
+}
+
+void TCurlLibrary::FailWith(const std::string& detail, const std::string& text,
+                            EHWXStatusCode status) const {
+  LogTransferError(fOperation, text + detail);
+  throw TDetailedException(status, detail);
 }
 
 }  // namespace NQORHWX20::detail

@@ -36,16 +36,13 @@ struct TCurlSink {
   std::FILE* fStream;     ///< Open during a call of `curl_fwrite` only.
 };
 
-/// Logs `text` behind "TOSSpecific|", the operation's name and ": ", and throws `status`.
-[[noreturn]] void FailTransfer(const std::string& operation, const std::string& text,
-                               EHWXStatusCode status);
-
 /// Opens the libcurl that lies beside this library, by the first of six paths at which there is
 /// one; the system's own search path isn't consulted. `operation` is the calling operation's own
 /// `__func__`: the module that holds that text is the one beside which is searched.
 ///
-/// Throws `kHWXStatusLibCurlFailure`, after a log entry. What was opened stays mapped until
-/// somebody calls `dlclose`, which after an exception is nobody: see `TCurlLibrary`.
+/// Throws `TLoadException` with `kHWXStatusLibCurlFailure`, after a log entry. What was opened
+/// stays mapped until somebody calls `dlclose`, which after an exception is nobody: see
+/// `TCurlLibrary`.
 void* OpenCurlLibrary(const char* operation);
 
 /// libcurl, opened for one transfer: its six functions, and a handle.
@@ -81,8 +78,12 @@ class TCurlLibrary {
   /// Gives the handle, libcurl's global state and the mapping back. Nothing may follow.
   void Close();
 
-  /// Logs `text` behind the name of the operation, and throws `status`.
+  /// Logs `text` behind "TOSSpecific|", the name of the operation and ": ", and throws `status`.
   [[noreturn]] void Fail(const std::string& text, EHWXStatusCode status) const;
+
+  /// The same with `detail` behind `text`, which the exception, a `TDetailedException`, carries.
+  [[noreturn]] void FailWith(const std::string& detail, const std::string& text,
+                             EHWXStatusCode status) const;
 
  private:
   template <typename TFunction>

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "hwxcore/os/TLoadException.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/value/THWXException.h"
 #include "support/PluginRoot.h"
@@ -10,7 +11,9 @@
 
 using hwxtest::PluginRoot;
 using hwxtest::ScopedLogCapture;
+using NQORHWX20::TDetailedException;
 using NQORHWX20::THWXException;
+using NQORHWX20::TLoadException;
 using NQORHWX20::TOSSpecific;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -25,6 +28,22 @@ std::string TraceText(const std::string& standardError) {
   const std::string level = "[4] ";
   const std::size_t begin = standardError.find(level);
   return begin == std::string::npos ? standardError : standardError.substr(begin + level.size());
+}
+
+// The detail of the `TLoadException` that `load` throws.
+template <typename Load>
+std::string LoaderWords(Load load) {
+  try {
+    load();
+  } catch (const TLoadException& failure) {
+    return failure.GetDetail();
+  }
+  return "no such exception";
+}
+
+// How the loader tells that there is no such file.
+std::string NoFile(const std::string& path) {
+  return path + ": cannot open shared object file: No such file or directory";
 }
 
 TEST(LoadNSPLibrary, RunsTheLoadTimeCodeAndNothingElse) {
@@ -79,6 +98,11 @@ TEST(LoadNSPLibrary, SaysWhyAFileCannotBeLoaded) {
 TEST(LoadNSPLibrary, ReadsTheReasonOnce) {
   EXPECT_THROW(TOSSpecific::LoadNSPLibrary("absent"), THWXException);
   EXPECT_EQ(::dlerror(), nullptr);
+}
+
+TEST(LoadNSPLibrary, CarriesTheLoadersWords) {
+  EXPECT_EQ(LoaderWords([] { TOSSpecific::LoadNSPLibrary("absent"); }),
+            NoFile(TOSSpecific::GetHWXRootPath() + "/libabsent.nsp.so"));
 }
 
 TEST(LoadNSPLibrary, TracesThePathAboveLevelThreeOnly) {
@@ -141,6 +165,11 @@ TEST(LoadNSCLibrary, SaysWhyAFileCannotBeLoaded) {
                 "/libdependent.nsc.so: undefined symbol: registering_Answer)\nstatus 11\n");
 }
 
+TEST(LoadNSCLibrary, CarriesTheLoadersWords) {
+  EXPECT_EQ(LoaderWords([] { TOSSpecific::LoadNSCLibrary("absent"); }),
+            NoFile(TOSSpecific::GetHWXRootPath() + "/libabsent.nsc.so"));
+}
+
 TEST(LoadNSCLibrary, DoesNotTakeAProviderForAConsumer) {
   PluginRoot root;
   root.AddPlugin("counting_consumer.so", "libcounting.nsp.so");
@@ -191,6 +220,13 @@ TEST(LoadPluginLibrary, LogsTheReasonAndPrintsItWithThePhraseTwice) {
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "Failed to load plugin.  Reason: " + logged);
   EXPECT_THAT(log.Lines(), testing::ElementsAre(testing::Pair("Error", logged)));
   EXPECT_EQ(::dlerror(), nullptr);
+}
+
+TEST(LoadPluginLibrary, CarriesTheLoadersWords) {
+  testing::internal::CaptureStdout();
+  EXPECT_EQ(LoaderWords([] { TOSSpecific::LoadPluginLibrary("/nowhere/libx.pi.so"); }),
+            NoFile("/nowhere/libx.pi.so"));
+  testing::internal::GetCapturedStdout();
 }
 
 }  // namespace

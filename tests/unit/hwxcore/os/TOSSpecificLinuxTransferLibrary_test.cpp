@@ -56,6 +56,11 @@ TEST_F(TransferLibrary, SaysWhyTheLastPathFailed) {
   EXPECT_THAT(fRoot.CurlCalls(), IsEmpty());
 }
 
+TEST_F(TransferLibrary, AFailureToOpenItCarriesTheLoadersWords) {
+  EXPECT_THAT(fRoot.Run({"upload:ftp://host/name|" + fFile, "last-failure"}),
+              EndsWith("load exception: " + fRoot.NotFound("libcurl.so.2") + "\n"));
+}
+
 TEST_F(TransferLibrary, IsFoundUnderEachOfItsNames) {
   for (const char* name : {"libcurl.so", "libcurl.so.4", "libcurl.so.3", "libcurl.so.2"}) {
     TransferRoot root;

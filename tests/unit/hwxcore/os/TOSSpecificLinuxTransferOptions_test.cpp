@@ -8,6 +8,7 @@
 using hwxtest::FileText;
 using hwxtest::TransferRoot;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -170,6 +171,19 @@ TEST_F(TransferOptions, AFailedTransferIsNotCleanedUpButItsFileIsClosed) {
   EXPECT_EQ(fRoot.Run({Upload(fFile), "mapped:stub_curl.so"}), failure + "mapped\n");
   EXPECT_EQ(fRoot.CurlCalls().back(), "reads \"text\"");
   EXPECT_THAT(fRoot.LoaderCalls(), Not(testing::Contains("dlclose")));
+}
+
+TEST_F(TransferOptions, AFailureCarriesLibcurlsWords) {
+  fRoot.Set("STUB_CURL_RESULT", "67");
+  fRoot.Set("STUB_CURL_ERROR", "the server's words");
+  EXPECT_THAT(fRoot.Run({Download(fFile), "last-failure"}),
+              EndsWith("detailed exception: the server's words\n"));
+}
+
+TEST_F(TransferOptions, AFailureOfTheConnectionCarriesNoWords) {
+  fRoot.Set("STUB_CURL_RESULT", "7");
+  fRoot.Set("STUB_CURL_ERROR", "the server's words");
+  EXPECT_THAT(fRoot.Run({Download(fFile), "last-failure"}), EndsWith("bare exception\n"));
 }
 
 TEST_F(TransferOptions, TheErrorBufferHas256Bytes) {
