@@ -15,4 +15,8 @@ TMemoryInstance& TInstanceList::Add() {
   return *fInstances.back();
 }
 
+void TInstanceList::Add(const boost::shared_ptr<TMemoryInstance>& instance) {
+  fInstances.push_back(instance);
+}
+
 }  // namespace NQORHWX20

@@ -26,6 +26,9 @@ class TInstanceList {
   /// Throws what `TMemoryClass::CreateInstance` throws.
   TMemoryInstance& Add();
 
+  /// An instance that `TMemoryClass::NewInstance` of the class made.
+  void Add(const boost::shared_ptr<TMemoryInstance>& instance);
+
   /// The class whose instances these are.
   const boost::shared_ptr<TMemoryClass>& GetClass() const { return fClass; }
 

@@ -367,19 +367,30 @@ TMemoryClass::TInstances TMemoryClass::AddedInstances() const {
   return contents ? contents->fInstances : TInstances();
 }
 
-TMemoryClass::TInstances TMemoryClass::LiveInstances() {
+// What the source makes and the class can take; `failure` is the first thing that went wrong.
+TMemoryClass::TInstances TMemoryClass::LiveInstances(std::exception_ptr& failure) {
   const TInstanceSource source = fSource;  // which may replace itself
   if (!source || !fCommitted) return TInstances();
   TInstanceList list(shared_from_this());
-  source(list);
+  try {
+    source(list);
+  } catch (...) {
+    failure = std::current_exception();
+  }
   if (fKeys.empty()) return list.GetInstances();
+  TInstances sound;
   std::unordered_set<std::string> keyTexts;
   for (const auto& instance : list.GetInstances()) {
-    const std::string keyText = instance->KeyText();
-    if (KeyRoot().FindAdded(keyText) || !keyTexts.insert(keyText).second)
-      throw THWXException(kHWXStatusAlreadyExists);
+    try {
+      const std::string keyText = instance->KeyText();
+      if (KeyRoot().FindAdded(keyText) || !keyTexts.insert(keyText).second)
+        throw THWXException(kHWXStatusAlreadyExists);
+      sound.push_back(instance);
+    } catch (const THWXException&) {  // costs itself alone
+      if (!failure) failure = std::current_exception();
+    }
   }
-  return list.GetInstances();
+  return sound;
 }
 
 void TMemoryClass::EnumerateInstances(
@@ -395,7 +406,9 @@ void TMemoryClass::EnumerateInstances(
     added.push_back(c->AddedInstances());
   for (std::size_t i = 0; i < classes.size(); ++i) {
     if (!detail::Enumerate(added[i], callback)) return;
-    if (!detail::Enumerate(classes[i]->LiveInstances(), callback)) return;
+    std::exception_ptr failure;
+    if (!detail::Enumerate(classes[i]->LiveInstances(failure), callback)) return;
+    if (failure) std::rethrow_exception(failure);
   }
 }
 
@@ -438,9 +451,11 @@ boost::shared_ptr<TMemoryInstance> TMemoryClass::FindLive(const std::string& key
   classes.insert(classes.begin(), shared_from_this());
   for (const auto& c : classes) {
     if (c->fKeys.size() != fKeys.size()) continue;
-    for (const auto& instance : c->LiveInstances()) {
+    std::exception_ptr failure;
+    for (const auto& instance : c->LiveInstances(failure)) {
       if (instance->KeyText() == keyText) return instance;
     }
+    if (failure) std::rethrow_exception(failure);
   }
   return boost::shared_ptr<TMemoryInstance>();
 }

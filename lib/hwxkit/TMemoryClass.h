@@ -6,6 +6,7 @@
 #include <boost/shared_ptr.hpp>
 #include <boost/weak_ptr.hpp>
 #include <cstddef>
+#include <exception>
 #include <map>
 #include <string>
 #include <vector>
@@ -28,7 +29,8 @@ struct TClassContents;
 }
 
 /// Makes the instances of a live class: called for every enumeration and every search, it fills
-/// the empty list that it is given. What it throws ends the enumeration.
+/// the empty list that it is given. What it throws ends the enumeration, behind the instances that
+/// are in the list by then.
 typedef boost::function<void(TInstanceList&)> TInstanceSource;
 
 /// The kit's class. `TMemoryNamespace::CreateClass` makes one; it is open until its `Commit`, and
@@ -113,9 +115,10 @@ class TMemoryClass : public TMemoryQualifiedElement<ICIMClass>,
   /// See `NewInstance`.
   boost::shared_ptr<ICIMInstance> CreateInstance(TCIMContext context) override;
   /// Class by class, the class itself first, then in the order of `EnumerateSubClasses`; of each
-  /// class the added instances, then those of its instance source. Throws what the source throws;
-  /// and, if the source made it, `kHWXStatusInvalidInstance` for an instance without its keys, and
-  /// `kHWXStatusAlreadyExists` for one whose keys another instance of the class has.
+  /// class the added instances, then those of its instance source. Throws what the source throws,
+  /// once its other instances were presented; and so, if the source made it,
+  /// `kHWXStatusInvalidInstance` for an instance without its keys, and `kHWXStatusAlreadyExists`
+  /// for one whose keys another instance of the class has.
   void EnumerateInstances(const boost::function<bool(boost::shared_ptr<ICIMInstance>)>& callback,
                           bool deep, TCIMContext context) override;
   unsigned int GetInstanceCount(bool deep, TCIMContext context) override;
@@ -183,7 +186,7 @@ class TMemoryClass : public TMemoryQualifiedElement<ICIMClass>,
 
   const TMemoryClass& KeyRoot() const;
   TInstances AddedInstances() const;
-  TInstances LiveInstances();
+  TInstances LiveInstances(std::exception_ptr& failure);
   void RemoveInstance(const boost::shared_ptr<TMemoryInstance>& instance);
   bool ComposeKeyText(const std::map<std::string, TCIMValue>& keys, std::string& text) const;
   boost::shared_ptr<TMemoryInstance> FindAdded(const std::string& keyText) const;

@@ -95,7 +95,7 @@ TEST_F(LiveClass, LetsItsCallbackEnumerateAndChangeIt) {
   EXPECT_THAT(seen, ElementsAre("sda", "sdb"));
 }
 
-TEST_F(LiveClass, PassesOnWhatItsSourceThrows) {
+TEST_F(LiveClass, PassesOnWhatItsSourceThrowsBehindItsInstances) {
   fDisk->SetInstanceSource([](TInstanceList& list) {
     list.Add().Set("ID", "sda");
     throw std::runtime_error("unplugged");
@@ -103,8 +103,9 @@ TEST_F(LiveClass, PassesOnWhatItsSourceThrows) {
   int calls = 0;
   EXPECT_THROW(fDisk->EnumerateInstances([&](Ptr<ICIMInstance>) { return ++calls > 0; }, false, {}),
                std::runtime_error);
-  EXPECT_EQ(calls, 0);
-  EXPECT_THROW(Find("EX_Disk", "sda"), std::runtime_error);
+  EXPECT_EQ(calls, 1);
+  EXPECT_EQ(NameOf(Find("EX_Disk", "sda")), "sda");
+  EXPECT_THROW(Find("EX_Disk", "sdb"), std::runtime_error);
 }
 
 TEST_F(LiveClass, RefusesInstancesWithoutOrWithTheSameKeys) {
@@ -115,6 +116,17 @@ TEST_F(LiveClass, RefusesInstancesWithoutOrWithTheSameKeys) {
   EXPECT_EQ(StatusOf([&] { Instances(*fDisk); }), kHWXStatusAlreadyExists);
   fDisk->SetInstanceSource([](TInstanceList& list) { list.Add(); });
   EXPECT_EQ(StatusOf([&] { Instances(*fDisk); }), kHWXStatusInvalidInstance);
+}
+
+TEST_F(LiveClass, PresentsTheOthersBesideAnInstanceThatItRefuses) {
+  fFound = {"sda", "sda", "sdb"};
+  Strings seen;
+  const auto see = [&](Ptr<ICIMInstance> instance) {
+    seen.push_back(NameOf(instance));
+    return true;
+  };
+  EXPECT_EQ(StatusOf([&] { fDisk->EnumerateInstances(see, false, {}); }), kHWXStatusAlreadyExists);
+  EXPECT_THAT(seen, ElementsAre("sda", "sdb"));
 }
 
 TEST_F(LiveClass, IsAnOrdinaryOneAgainWithoutASource) {
