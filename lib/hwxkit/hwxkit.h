@@ -4,10 +4,13 @@
 // The whole kit for writing namespace providers.
 
 #include "hwxkit/CIMName.h"
+#include "hwxkit/ChildReading.h"
 #include "hwxkit/IContainerSource.h"
 #include "hwxkit/INamespaceSource.h"
 #include "hwxkit/QualifierFlags.h"
 #include "hwxkit/StandardQualifiers.h"
+#include "hwxkit/TChildLimits.h"
+#include "hwxkit/TChildLostException.h"
 #include "hwxkit/TClassBuilder.h"
 #include "hwxkit/TContainerException.h"
 #include "hwxkit/TInstanceList.h"
