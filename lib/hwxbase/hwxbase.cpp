@@ -21,7 +21,7 @@ std::string AbsolutePath(const char* path) {
   return ::realpath(path, resolved) != nullptr ? std::string(resolved) : std::string();
 }
 
-// The loader knows the program itself by no name.
+// The loader has no name for the program itself.
 std::string ModuleFile(const link_map& module) {
   if (module.l_name == nullptr || module.l_name[0] == '\0') {
     return ProgramFile();

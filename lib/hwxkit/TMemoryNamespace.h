@@ -107,7 +107,8 @@ class TMemoryNamespace : public ICIMNamespace,
   const std::string fProviderName;
   TNameTable<TMemoryClass> fClasses;
   TNameTable<TMemoryQualifierDecl> fQualifierDecls;
-  // What may refer back to its class is held here, so that it makes no circle with it.
+  // Instances and static values may refer back to their class. They are held here and not by the
+  // class: otherwise the two would keep each other alive.
   std::unordered_map<const TMemoryClass*, boost::shared_ptr<detail::TClassContents> > fContents;
   unsigned long fCommitments;
 };

@@ -16,8 +16,8 @@ class TMemoryClass;
 /// The kit's property declaration. `TMemoryClass::CreatePropertyDecl` makes one, and its `Commit`
 /// puts it in the class, which owns it from then on. A declaration holds its class weakly.
 ///
-/// A subclass that doesn't override the property sees an inherited form of the declaration: the
-/// same but for the qualifiers without `kFlavorToSubclass`, which it lacks, "Override" among them.
+/// A subclass that doesn't override the property sees an inherited form of the declaration. It
+/// lacks the qualifiers without `kFlavorToSubclass`, "Override" for one, and is otherwise the same.
 ///
 /// Thread-safety: none.
 class TMemoryPropertyDecl : public TMemoryQualifiedElement<ICIMPropertyDecl>,

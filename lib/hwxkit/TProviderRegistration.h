@@ -13,8 +13,8 @@ namespace NQORHWX20 {
 ///
 ///     const TProviderRegistration kRegistration("minimal", &BuildNamespace);
 ///
-/// The registry keeps the provider; the object may go. A name that is taken stays with its first
-/// provider, and this one is dropped.
+/// The registry keeps the provider, so the object need not live on. If the name is taken, the first
+/// provider of the name stays and this one is dropped.
 ///
 /// Thread-safety: none, as the registry has none: load plug-ins from one thread at start-up.
 class TProviderRegistration {

@@ -33,8 +33,8 @@ class TQualifierTable : public boost::enable_shared_from_this<TQualifierTable> {
   /// A final table of what a subclass inherits from this one.
   boost::shared_ptr<TQualifierTable> InheritedForm() const;
 
-  /// A new qualifier, on the element with its `Commit`. Throws `kHWXStatusInvalidOpSequence` if the
-  /// element is final, `kHWXStatusNotFound` unless `decl` is a committed declaration of the
+  /// A new qualifier; its `Commit` puts it on the element. Throws `kHWXStatusInvalidOpSequence` if
+  /// the element is final, `kHWXStatusNotFound` unless `decl` is a committed declaration of the
   /// element's namespace, `kHWXStatusTypeMismatch` if the value isn't of the declaration's type,
   /// `kHWXStatusInvalidClass` for a reference to a class of the kit that isn't committed,
   /// `kHWXStatusAlreadyExists` if the element itself bears such a qualifier, and

@@ -30,8 +30,8 @@ void PlaceLegacy(TBytes& entryPoint, std::size_t start, std::size_t tableSize) {
   FixChecksum(entryPoint, start, start + 0x05);
 }
 
-// The length is written anew: some makers told one byte too few, others may tell more than there
-// are here.
+// The length is written anew. Some makers give one byte too few, and others may give more than the
+// entry point has here.
 void Place32Bit(TBytes& entryPoint, std::size_t tableSize) {
   PutNumber(entryPoint, 0x05, 1, entryPoint.size());
   PlaceLegacy(entryPoint, 0x10, tableSize);  // first, since the outer sum takes it in

@@ -155,7 +155,7 @@ void TAtomicFile::Write(std::string_view bytes) {
 void TAtomicFile::TakePermissions() const {
   struct stat there;
   if (::stat(fTarget.c_str(), &there) != 0) return;
-  // Who may not give files away keeps them.
+  // A user who may not give files away keeps the new one.
   if (::fchown(fFile.Get(), there.st_uid, there.st_gid) != 0) errno = 0;
   if (::fchmod(fFile.Get(), there.st_mode & 0777U) != 0) Fail("can't be given its permissions");
 }

@@ -47,8 +47,9 @@ class TFileSource : public TByteSource {
 /// Where the file system can do it, the temporary file has no name before `Commit`, so that a
 /// process that is killed leaves nothing behind.
 ///
-/// All failures are `TContainerException`s that name `path`. One of `Commit` may come after the
-/// replacement, when only its durability is in doubt; the new file is then in place and whole.
+/// All failures are `TContainerException`s that name `path`. `Commit` can fail after it has
+/// replaced the file: the new one is then in place and whole, but may be gone after a loss of
+/// power.
 class TAtomicFile : public TByteSink {
  public:
   /// Throws for a target that isn't a regular file or that this process may not write to.
@@ -57,7 +58,7 @@ class TAtomicFile : public TByteSink {
 
   void Write(std::string_view bytes) override;
 
-  /// Makes the bytes durable, and then the file the one of its name.
+  /// Writes the bytes through to the disk, then puts the file in the place of `path`.
   void Commit();
 
  private:

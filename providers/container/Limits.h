@@ -11,19 +11,19 @@ struct TLimits {
   std::uint64_t fDocument = std::uint64_t{1} << 30;
   /// Bytes of one declaration, class or instance, which is taken into memory whole.
   std::uint64_t fPiece = std::uint64_t{64} << 20;
-  /// Weight, as in Weight.h, of what classes and instances may come to have by inheritance and by
-  /// default values. A document of some length may have more.
+  /// The weight, as in Weight.h, that a document of any length may have. Longer ones may have more.
   std::uint64_t fWeight = 4000000;
 
-  /// The weight that is allowed behind so many bytes of a document.
+  /// The weight that a document may have after so many bytes.
   std::uint64_t WeightBehind(std::uint64_t bytes) const { return fWeight + bytes / 8; }
 };
 
-/// Elements within elements. References nest to `kMaxReferenceDepth`, with at most four elements
-/// each.
+/// How deeply elements may nest. Enough for references that nest to `kMaxReferenceDepth`, each of
+/// which takes up to four elements.
 constexpr unsigned int kMaxElementDepth = 1000;
 
-/// References within the keys of references. Each level takes stack wherever a value is copied.
+/// How deeply references may nest, each in a key of another. Each level takes stack wherever a
+/// value is copied.
 constexpr unsigned int kMaxReferenceDepth = 200;
 
 }  // namespace container

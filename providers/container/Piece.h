@@ -54,7 +54,7 @@ class TPiece {
   /// The text within an element that holds no others.
   std::string Text(const pugi::xml_node& element) const;
 
-  /// An attribute that holds a name, without its escapes; `Name` refuses to find none.
+  /// An attribute that holds a name, without its escapes. `Name` throws if there is none.
   std::string Name(const pugi::xml_node& element, const char* attribute) const;
   /// The same, empty if there is none.
   std::string OptionalName(const pugi::xml_node& element, const char* attribute) const;

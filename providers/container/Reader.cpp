@@ -35,7 +35,7 @@ class TInstanceReader {
   void Read(const pugi::xml_node& name, const pugi::xml_node& element, TWeight& weight,
             std::uint64_t bytes) {
     fPiece.CheckAttributes(element, {"CLASSNAME"});
-    fPiece.Name(element, "CLASSNAME");  // refuses to find none
+    fPiece.Name(element, "CLASSNAME");  // throws if there is none
     fClass = fValues.FindClass(element, "CLASSNAME");
     if (!weight.AddInstanceOf(*fClass, bytes))
       fPiece.Fail(element, "all default values together are too large");
@@ -145,7 +145,7 @@ class TReader {
     for (auto token = fScanner.Next(); token != TScanner::kEndTag; token = fScanner.Next())
       ReadGroup(token);
     if (fScanner.Next() != TScanner::kEndTag) FailUnexpected();
-    fScanner.Next();  // refuses anything but the end
+    fScanner.Next();  // throws unless it is the end
     return fNamespace ? fNamespace : TMemoryNamespace::Create(std::string());
   }
 

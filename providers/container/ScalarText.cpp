@@ -42,7 +42,7 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// The whole of `text` as a number. `from_chars` takes no plus sign, and words that aren't meant.
+// The whole of `text` as a number. A plus sign is taken off, which `from_chars` doesn't read.
 template <typename Number, typename... Format>
 Number ReadNumber(std::string_view text, const TCIMType& type, Format... format) {
   std::string_view digits = text;

@@ -19,7 +19,7 @@ bool IsBlank(int c) {
   return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
-// Characters beyond ASCII all pass: no name with one is known here.
+// All characters beyond ASCII pass. No element or attribute that is known here has one in its name.
 bool StartsName(int c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == ':' || c >= 0x80;
 }
@@ -86,11 +86,11 @@ bool TScanner::Refill() {
     Fail("the document is larger than " + std::to_string(fLimits.fDocument) + " bytes");
   if (count == 0 && tail != 0) Fail("the file ends within a character");
   TakeInCharacters();
-  // A character that is still cut off needs another look.
+  // If the bytes end within a character, more are read.
   return fFilled != 0 || (count != 0 && Refill());
 }
 
-// Takes in whole characters; what is left over at the end waits for its other bytes.
+// Takes in whole characters. Bytes of a last one that isn't complete stay for the next time.
 void TScanner::TakeInCharacters() {
   constexpr std::size_t kLongest = 4;
   const std::string_view bytes(fBuffer.data(), fRead);
@@ -115,7 +115,7 @@ int TScanner::Peek() {
   return static_cast<unsigned char>(fBuffer[fPosition]);
 }
 
-// Takes what `Peek` has shown, so it isn't the end.
+// Takes the character that `Peek` has shown, which must not have been the end.
 char TScanner::Take() {
   const char c = fBuffer[fPosition++];
   if (c == '\n') ++fLine;

@@ -72,7 +72,7 @@ void TSchemaReader::ReadQualifierDecl(const pugi::xml_node& element) const {
   });
 }
 
-// The kit knows the flavor of declarations alone.
+// In the kit only declarations have a flavor. One that a qualifier repeats must be the same.
 void TSchemaReader::CheckFlavor(const pugi::xml_node& element, unsigned int declared) const {
   for (const TFlagName& flag : kFlavorNames) {
     const bool isSet = (declared & flag.fBit) != 0;
@@ -179,7 +179,8 @@ void TSchemaReader::ReadMethod(const pugi::xml_node& element, const TClass& newC
   });
 }
 
-// The class of a reference and the size of an array are nowhere kept with a parameter.
+// The class of a reference and the size of an array are read and dropped: a parameter of the kit
+// has no place for them.
 void TSchemaReader::ReadParameter(const pugi::xml_node& element, ICIMMethodDecl& method) const {
   const bool isReference = Is(element, "PARAMETER.REFERENCE") || Is(element, "PARAMETER.REFARRAY");
   const bool isArray = Is(element, "PARAMETER.ARRAY") || Is(element, "PARAMETER.REFARRAY");
@@ -201,7 +202,7 @@ void TSchemaReader::ReadParameter(const pugi::xml_node& element, ICIMMethodDecl&
 
 void TSchemaReader::ReadStaticValues(const pugi::xml_node& element) const {
   fPiece.CheckAttributes(element, {"CLASSNAME"});
-  fPiece.Name(element, "CLASSNAME");  // refuses to find none
+  fPiece.Name(element, "CLASSNAME");  // throws if there is none
   const TClass owner = fValues.FindClass(element, "CLASSNAME");
   if (HasStaticValues(*owner)) fPiece.Fail(element, "the static values stand twice");
   std::unordered_set<std::string, TCIMNameHash, TCIMNameEqual> names;

@@ -184,7 +184,7 @@ void TValueReader::Object(const pugi::xml_node& element, TCIMReference& referenc
   if (!isInstance && !Is(element, "CLASSNAME")) fPiece.FailUnexpected(element);
   const char* const attribute = isInstance ? "CLASSNAME" : "NAME";
   fPiece.CheckAttributes(element, {attribute});
-  fPiece.Name(element, attribute);  // refuses to find none
+  fPiece.Name(element, attribute);  // throws if there is none
   const TClass keyClass = FindClass(element, attribute);
   reference.SetClass(keyClass);
   if (!isInstance) {

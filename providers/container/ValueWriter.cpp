@@ -54,7 +54,8 @@ void TValueWriter::Extent(const TCIMValue& value) {
     Attribute("REFERENCECLASS", ClassOf(referenced)->GetName(TCIMContext()));
 }
 
-// A class goes by its name: elements of arrays may refer to classes of another namespace still.
+// Goes by the name of the class, since elements of a copied array still refer to the classes of the
+// namespace that it was copied from.
 boost::shared_ptr<TMemoryClass> TValueWriter::ClassOf(
     const boost::shared_ptr<ICIMClass>& referenced) const {
   const std::string& name = referenced->GetName(TCIMContext());
@@ -96,7 +97,7 @@ void TValueWriter::Array(const TCIMValue& value, unsigned int depth) {
   const std::vector<TCIMValue>& elements = value;
   fXML.append("<").append(name).append(">");
   for (const TCIMValue& element : elements) {
-    // Whoever changes an array in place may put anything into it.
+    // An array that was changed in place may hold elements of any type.
     if (element.GetType() != AsElement(value.GetType()))
       throw TUnsavable(kHWXStatusInvalidProperty, "an array with an element of another type");
     if (element.IsNull()) {
@@ -119,7 +120,7 @@ void TValueWriter::Reference(const TCIMValue& value, unsigned int depth) {
     throw TUnsavable(kHWXStatusNotSupported, "references that are nested deeper than " +
                                                  std::to_string(kMaxReferenceDepth));
   }
-  // No value keeps a reference without a class.
+  // In the kit every reference that is kept has a class.
   fXML += "<VALUE.REFERENCE>";
   Target(value, depth);
   fXML += "</VALUE.REFERENCE>";
@@ -157,7 +158,7 @@ void TValueWriter::CheckKey(const TMemoryClass& keyClass, const std::string& nam
 void TValueWriter::Key(const std::string& name, const TCIMValue& value, unsigned int depth) {
   fXML += "<KEYBINDING";
   Attribute("NAME", name);
-  if (value.IsNull() || !value.IsReference()) Extent(value);  // else the class stands in the value
+  if (value.IsNull() || !value.IsReference()) Extent(value);  // else the value names its class
   fXML += '>';
   Value(value, true, depth);
   fXML += "</KEYBINDING>";

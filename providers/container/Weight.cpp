@@ -29,7 +29,7 @@ std::uint64_t ValueWeight(const TCIMValue& value) {
       return true;
     });
   } else if (value.GetType() == TCIMValue::TCIMType::kCIMTypeString) {
-    constexpr std::size_t kBytesOfProperty = 256;  // what a property takes without its text
+    constexpr std::size_t kBytesOfProperty = 256;  // of memory, without a text
     weight += value.operator std::string().size() / kBytesOfProperty;
   }
   return weight;

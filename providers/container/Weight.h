@@ -1,6 +1,7 @@
-// How much memory classes and instances take that no byte of a document stands for: a line in a
-// file makes a subclass with all that its superclass has, or an instance with every default value
-// of its class. The unit is a property, more or less. Thread-safety: that of the classes.
+// Limits the memory that a small document can take. One line of a file makes a subclass with all
+// properties of its superclass, or an instance with all default values of its class. Each class and
+// each instance has a weight: about the number of its properties. The weights of a document are
+// added up, and their sum may not exceed a limit. Thread-safety: that of the classes.
 
 #ifndef CONTAINER_WEIGHT_H
 #define CONTAINER_WEIGHT_H
@@ -13,13 +14,13 @@
 
 namespace container {
 
-/// Adds up the weight of what is loaded or saved.
+/// The sum of the weights of what has been loaded or saved so far.
 class TWeight {
  public:
   explicit TWeight(const TLimits& limits) : fLimits(limits), fTotal(0) {}
 
-  /// Adds a class that is complete, or an instance of it. False if the total is more than may stand
-  /// behind so many bytes of the document.
+  /// Adds a class that is complete, or an instance of it. `bytes` is how much of the document has
+  /// been read or written. False if the sum is more than that many bytes allow.
   bool AddClass(NQORHWX20::TMemoryClass& added, std::uint64_t bytes);
   bool AddInstanceOf(NQORHWX20::TMemoryClass& instanceClass, std::uint64_t bytes);
 

@@ -149,8 +149,8 @@ void TWriter::CollectQualifierDecls() {
       TCIMContext());
 }
 
-// All but those whose default values refer to a class that isn't written yet, unless they are
-// written now or never.
+// Writes the qualifier declarations that can be read back by now. One whose default value refers to
+// a class that hasn't been written yet stays pending. After the last class it can't be saved.
 void TWriter::WriteReadyQualifierDecls(bool isLast) {
   const auto write = [&](const TQualifierDecl& decl) {
     try {
@@ -166,8 +166,9 @@ void TWriter::WriteReadyQualifierDecls(bool isLast) {
   fPending.remove_if(write);
 }
 
-// A declaration that had to wait waits for classes in front of the first that bears it: so much is
-// sure of the class of its value, but not of those that elements and keys refer to.
+// Throws if a qualifier is to be written before its declaration. The class that a default value
+// refers to is always written before the first use of the declaration, but the classes in its keys
+// or elements may come later.
 void TWriter::CheckDeclared(ICIMQualifier& qualifier) const {
   const TQualifierDecl decl = qualifier.GetQualifierDecl(TCIMContext());
   if (std::find(fPending.begin(), fPending.end(), decl) == fPending.end()) return;
@@ -241,7 +242,7 @@ void TWriter::WriteMethod(ICIMMethodDecl& decl, const std::string& origin) {
   fOut.XML() += "</METHOD>\n";
 }
 
-// Only what the class declares itself: the rest comes with its superclass.
+// Writes what the class declares itself. What it inherits stands in its superclass.
 void TWriter::WriteClass(TMemoryClass& source) {
   const std::string& name = source.GetName(TCIMContext());
   fOut.XML() += "<VALUE.NAMEDOBJECT>\n<CLASS";

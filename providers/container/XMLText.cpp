@@ -44,8 +44,8 @@ int EscapedByte(std::string_view text) {
   return high < 0 || low < 0 ? -1 : high * 16 + low;
 }
 
-// The reference that has to stand for a character; null for one that may stand as it is. A carriage
-// return that stands as it is would be read as a line feed.
+// The reference by which a character has to be written; null for one that needs none. A carriage
+// return without it would be read as a line feed.
 const char* ContentReference(char c) {
   switch (c) {
     case '&':
@@ -61,7 +61,7 @@ const char* ContentReference(char c) {
   }
 }
 
-// In attributes all white space that stands as it is would be read as a blank.
+// The same in an attribute, where white space without a reference would be read as a blank.
 const char* AttributeReference(char c) {
   switch (c) {
     case '"':
@@ -101,7 +101,7 @@ std::size_t XMLCharacterLength(std::string_view text) {
   return LongCharacterLength(text);
 }
 
-// Nearly all of nearly every text is plain, so these few are the ones that have to be quick.
+// Most texts are plain ASCII throughout, so this is the loop that has to be quick.
 std::size_t PlainLength(std::string_view text) {
   const auto isSpecial = [](char c) {
     return static_cast<signed char>(c) < ' ' && !(c == '\t' || c == '\n' || c == '\r');

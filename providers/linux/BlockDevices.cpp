@@ -19,7 +19,8 @@ enum EDiskType : std::uint16_t { kHardDisk = 2, kSolidState = 3 };
 enum ECapability : std::uint16_t { kRandomAccess = 3, kWriting = 4, kRemovableMedia = 7 };
 enum EAccess : std::uint16_t { kReadable = 1, kReadWrite = 3 };
 
-// Disks that are attached to something have a device; loop devices, memory, arrays have none.
+// A disk that is attached to something has an entry "device". Loop devices, memory and arrays have
+// none.
 bool IsDisk(const std::string& directory) {
   const std::string number = ReadTrimmed(directory + "/dev").value_or(std::string());
   return Exists(directory + "/device") &&
@@ -28,7 +29,7 @@ bool IsDisk(const std::string& directory) {
          ReadNumber(directory + "/hidden").value_or(0) == 0;
 }
 
-// The first that there is: drivers put the same thing in different files.
+// The text of the first file that exists: drivers keep the same thing in different files.
 std::optional<std::string> ReadFirst(const std::string& directory,
                                      std::initializer_list<const char*> files) {
   for (const char* file : files) {
@@ -123,7 +124,7 @@ std::vector<TDisk> ReadDisks(const std::string& root) {
   std::vector<TDisk> disks;
   for (const std::string& name : ListDirectory(blocks)) {
     const std::string directory = blocks + name;
-    const auto sectors = ReadNumber(directory + "/size");  // none of one that vanishes meanwhile
+    const auto sectors = ReadNumber(directory + "/size");  // none if the device has just gone
     if (sectors && IsDisk(directory)) {
       disks.push_back(ReadDisk(directory, name, *sectors));
     }

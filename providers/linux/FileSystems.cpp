@@ -44,7 +44,7 @@ bool MayBlock(const TMount& mount) {
   return !isInterface && !IsOneOf(kLocalTypes, mount.fType);
 }
 
-// Whether the way to a path leads through a directory or ends there.
+// Whether `directory` is `path` or a directory above it.
 bool IsOnTheWay(std::string_view directory, std::string_view path) {
   if (directory == "/") {
     return true;
@@ -106,9 +106,9 @@ bool IsReadOnly(const TMount& mount) {
   return ("," + mount.fOptions + ",").find(",ro,") != std::string::npos;
 }
 
-// Whether an open directory lies on a mount: at a mount's place there may be another one, when a
-// later one covers a directory on the way. Of a kernel that doesn't number mounts the device is
-// asked; one volume of btrfs has many, and there the answer is taken as it is.
+// Whether an open directory lies on a mount. What is opened at the path of a mount may be another
+// one: a later mount may cover a directory above it. Older kernels don't number mounts; then the
+// device numbers are compared. They say nothing about btrfs, one volume of which has many.
 bool IsOnMount(int directory, const TMount& mount) {
   struct statx status {};
   if (::statx(directory, "", AT_EMPTY_PATH, STATX_BASIC_STATS | STATX_MNT_ID, &status) != 0) {
@@ -136,7 +136,7 @@ void AddSizes(const struct statvfs& status, TFileSystem& system) {
   system.fBlockSize = status.f_frsize;
   system.fSize = Multiply(status.f_frsize, status.f_blocks);
   system.fAvailable = Multiply(status.f_frsize, status.f_bavail);
-  if (status.f_files >= status.f_ffree && status.f_files != 0) {  // some don't count
+  if (status.f_files >= status.f_ffree && status.f_files != 0) {  // 0: it doesn't count files
     system.fFiles = status.f_files - status.f_ffree;
   }
   system.fMaxNameLength = Narrow<std::uint32_t>(status.f_namemax);

@@ -95,8 +95,8 @@ class TLiveClass {
     fBuilder.Description(description);
   }
 
-  /// The one key. Of several rows with the same the first becomes an instance: only a copied /sys
-  /// or odd firmware has such, and they must not cost all others.
+  /// The one key. Of several rows with the same key only the first becomes an instance. Such rows
+  /// come from a copied /sys or from odd firmware, and must not make the whole class fail.
   TLiveClass& Key(const char* name, std::string Row::*field, const char* description) {
     fKey = field;
     Property(name, field, description);

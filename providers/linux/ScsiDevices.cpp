@@ -115,7 +115,7 @@ std::vector<TScsiDevice> ReadScsiDevices(const std::string& root) {
   for (const auto& [address, name] : entries) {
     TScsiDevice device = ReadDevice(directory, name, address);
     if (!identifiers.insert(device.fDeviceID).second) {
-      device.fDeviceID = name;  // two devices can't be one: only a copied /sys says so
+      device.fDeviceID = name;  // only in a copied /sys do two devices have one identifier
       identifiers.insert(name);
     }
     devices.push_back(std::move(device));

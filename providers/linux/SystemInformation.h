@@ -13,9 +13,9 @@
 
 namespace linux_machine {
 
-/// The fields of the System Information structure. Texts are as the firmware has them, blanks at
-/// their ends and filler ("To Be Filled By O.E.M.") included; what the firmware leaves out, or says
-/// in no character at all, is missing.
+/// The fields of the System Information structure. Texts are as the firmware has them, with blanks
+/// at their ends and with filler ("To Be Filled By O.E.M."). A text that the firmware leaves out or
+/// leaves empty is missing.
 struct TSystemInformation {
   std::optional<std::string> fManufacturer;
   std::optional<std::string> fProductName;

@@ -42,7 +42,7 @@ bool IsRegularFile(const TDescriptor& file) {
   return file.Get() >= 0 && ::fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-// The bytes of a regular file, and of one with more than `limit` a few too many.
+// The bytes of a regular file. Of a larger one, the first bytes: a few more than `limit`.
 std::optional<std::string> ReadUpTo(const std::string& path, std::size_t limit) {
   const TDescriptor file(path);
   if (!IsRegularFile(file)) {
