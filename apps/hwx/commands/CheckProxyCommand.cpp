@@ -29,8 +29,8 @@ using NQORHWX20::TOSSpecific;
 
 namespace {
 
-// An empty directory that is the current one for as long as this lives: the library writes the page
-// to the current directory, behind what is there already.
+// An empty directory, and the current one while this lives. The library appends the page to a file
+// in the current directory.
 class TPageDirectory {
  public:
   TPageDirectory() : fBefore(::open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
@@ -109,7 +109,7 @@ class TCheckProxyCommand : public ICommand {
       throw TFailure(WhyNoLibcurl());
     } catch (const THWXException&) {
       throw TFailure("no page comes through the proxy " + proxy);
-    } catch (const std::logic_error&) {  // says nothing
+    } catch (const std::logic_error&) {  // its text doesn't name the function
       throw TFailure("the libcurl beside the library lacks a function that transfers need");
     }
     return directory.Page();

@@ -29,7 +29,8 @@ std::vector<CLI::App*> AddCommands(CLI::App& app, const std::vector<CommandPtr>&
   return added;
 }
 
-// What stands behind "--" is not for CLI11, which takes an argument like "[a,b]" apart, there too.
+// CLI11 sees only what stands in front of "--": it would take an argument like "[a,b]" apart, also
+// behind it.
 int CountBeforeDashes(int argc, const char* const* argv) {
   return static_cast<int>(std::find(argv, argv + argc, std::string("--")) - argv);
 }
@@ -38,7 +39,8 @@ TNotice UsageError(const std::string& message) {
   return {kExitUsage, "hwx: " + Printable(message) + "\nRun \"hwx --help\" for how it is used.\n"};
 }
 
-// Whether the command line names a command, and one of its own where the command has some.
+// Whether the command line names a command. One that has commands of its own needs one of those
+// too.
 bool NamesCommand(const CLI::App& app) {
   const std::vector<CLI::App*> chosen = app.get_subcommands();
   if (!chosen.empty()) return NamesCommand(*chosen.front());
@@ -79,7 +81,7 @@ std::variant<TRequest, TNotice> ParseCommandLine(int argc, const char* const* ar
   app.fallthrough();  // the options of hwx itself may also follow the command
   app.require_subcommand(0, 1);
   AddGlobalOptions(app, request.fOptions);
-  // Commands take over the footer that stands when they are added.
+  // Set before the commands are added, which take the footer over.
   app.footer("The options of hwx itself may stand here too; see hwx --help.");
   const std::vector<CLI::App*> added = AddCommands(app, commands);
   app.footer(

@@ -16,7 +16,7 @@ std::string FilePath() {
   return TOSSpecific::GetHWXRootPath() + "/dct/dct.cfg";
 }
 
-// The library keeps to itself why there are no keys.
+// The library doesn't tell why there are no keys.
 std::string WhyEmpty(TConfig& config) {
   if (!TOSSpecific::FileExists(FilePath())) return "is absent";
   if (TOSSpecific::GetFileSize(FilePath()) == 0) return "is empty";

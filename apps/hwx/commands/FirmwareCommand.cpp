@@ -19,7 +19,7 @@ class TFirmwareCommand : public ICommand {
     CLI::App* const app =
         program.add_subcommand("firmware", "Show the firmware's tables, or keep them in a file");
     app->require_subcommand(0, 1);
-    // Looked at last, so that a wrong name is told as such.
+    // Checked last, so that CLI11 reports a wrong name first.
     app->callback([app] {
       if (app->get_subcommands().empty()) throw CLI::RequiredError::Subcommand(1);
     });
@@ -36,7 +36,7 @@ class TFirmwareCommand : public ICommand {
 
  private:
   std::vector<CommandPtr> fCommands;
-  ICommand* fChosen = nullptr;  // one of them; what CLI11 knows is gone when it runs
+  ICommand* fChosen = nullptr;  // one of them; kept here, as CLI11's parser is gone by `Run`
 };
 
 }  // namespace

@@ -44,7 +44,7 @@ class TMediaCommand : public ICommand {
  private:
   bool fJson = false;
   std::vector<CommandPtr> fCommands;
-  ICommand* fChosen = nullptr;  // null for the list; what CLI11 knows is gone when it runs
+  ICommand* fChosen = nullptr;  // null for the list; kept here, as CLI11's parser is gone by `Run`
 };
 
 }  // namespace

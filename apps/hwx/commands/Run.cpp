@@ -17,9 +17,8 @@ using namespace NQORHWX20;
 
 namespace {
 
-// There is a log for those who ask for one: a question that takes milliseconds writes no file, and
-// leaves the last log as it was. Nothing hangs on it, so that without a file the command runs all
-// the same, and says so.
+// Opens a log only if the user asks for one. Otherwise a short question would replace the last log.
+// If the log can't be opened, the command says so and runs without it.
 void SetUpLogger(const TGlobalOptions& options) {
   if (!options.fVerbose && !options.fLogDirectory) return;
   if (options.fVerbose) TLogger::SetLogThreshold(ILogger::kHWXLogVerbose);
@@ -42,8 +41,7 @@ int Print(const TNotice& notice) {
 }
 
 int RunCommand(const TRequest& request) {
-  // Before a log is opened.
-  RequireOpenOutput();
+  RequireOpenOutput();  // first: the log is a file that could take its place
   SetUpLogger(request.fOptions);
   // Providers read the environment when they are asked, or when they are loaded.
   const auto& firmware = request.fOptions.fFirmware;

@@ -14,7 +14,7 @@ namespace {
 // In the order of the library's numbers.
 const std::vector<std::string> kClasses = {"disk", "cdrom", "keyboard", "mouse"};
 
-// The library finds no devices then, without a word.
+// Without hwinfo the library finds no devices, and doesn't say why.
 void RequireHwinfo() {
   constexpr int kTimeout = 300;
   std::string ignored;

@@ -33,7 +33,7 @@ TAnswer<std::string> StringAt(const smbios::TTables& tables, int type, std::size
   return {text, {}};
 }
 
-// The library's answer that is drawn from `text`, or why it is the default.
+// The library's answer, which it takes from `text`; or why it gives its default.
 template <typename Query>
 TAnswer<std::string> Ask(const TAnswer<std::string>& text, const std::string& whenAbsent,
                          const std::string& defaultAnswer, Query query) {

@@ -28,11 +28,11 @@ smbios::TTables ReadFirmware();
 /// Why the tables are absent or unsound, in words; empty if they are sound.
 std::string WhyUnsound(const smbios::TTables& tables);
 
-/// The tables for a command that is lost without them. Throws `TFailure` unless they are sound.
+/// The tables for a command that can't do without them. Throws `TFailure` unless they are sound.
 smbios::TTables ReadSoundFirmware(const TGlobalOptions& options);
 
-/// While it lives, the library reads the tables at `FirmwareLocation`: of itself it doesn't look
-/// below `HWX_SYSROOT`.
+/// While it lives, the library reads the tables at `FirmwareLocation`. The library itself doesn't
+/// know `HWX_SYSROOT`.
 ///
 /// Thread-safety: changes the environment, for the main thread while there are no others.
 class TFirmwareForLibrary {

@@ -11,8 +11,8 @@
 
 namespace hwx {
 
-/// The text in one of its files, "product_name" for one. Missing too while the tables are another
-/// machine's.
+/// The text in one of its files, such as "product_name". Missing also if the firmware tables are
+/// another machine's.
 TAnswer<std::string> ReadKernelCopy(const std::string& name);
 
 }  // namespace hwx

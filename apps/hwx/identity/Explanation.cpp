@@ -29,7 +29,7 @@ TSourceAnswer Source(const char* source, const TAnswer<std::string>& answer) {
   return {source, answer, answer.fValue ? kNotTaken : kMissing};
 }
 
-// Of a text that makers fill in: that may be filler.
+// The answer of a source whose text may be a maker's filler.
 TSourceAnswer FilledIn(const char* source, const TAnswer<std::string>& answer) {
   const bool isFiller = answer.fValue && !detail::CheckedSerialNumber(*answer.fValue);
   return {source, answer, isFiller ? kFiller : answer.fValue ? kNotTaken : kMissing};
@@ -43,7 +43,7 @@ bool SaySame(const TSourceAnswer& one, const TSourceAnswer& other) {
   return Trimmed(*one.fAnswer.fValue) == Trimmed(*other.fAnswer.fValue);
 }
 
-// Whether what the sources say differs from what the first of them says that says anything.
+// Whether two sources with an answer differ. Each is compared with the first that has one.
 bool Disagree(const std::vector<TSourceAnswer>& sources) {
   const auto first = std::find_if(sources.begin(), sources.end(), &Says);
   return std::any_of(first, sources.end(), [&](const TSourceAnswer& source) {
@@ -51,7 +51,8 @@ bool Disagree(const std::vector<TSourceAnswer>& sources) {
   });
 }
 
-// The first `takeable` sources, in this order, are those that the identity takes its value from.
+// Gives each source its verdict. The identity takes its value from the first `takeable` sources,
+// and of those from the first with an answer.
 TExplanation Judged(const char* key, const char* label, std::vector<TSourceAnswer> sources,
                     std::ptrdiff_t takeable = 1) {
   const auto taken = std::find_if(sources.begin(), sources.begin() + takeable, &Says);
@@ -64,14 +65,14 @@ TExplanation Judged(const char* key, const char* label, std::vector<TSourceAnswe
   return {key, label, std::move(sources), disagree};
 }
 
-// What the namespace holds, filler too; `answer` is what the identity makes of it.
+// The text in the namespace, also if the identity refuses it as filler. `answer` is the identity's.
 TAnswer<std::string> Raw(const TAnswer<std::string>& answer,
                          const std::function<std::string()>& query) {
   if (answer.fValue) return answer;
   try {
     const std::string text = query();
     if (!IsBlank(text)) return {text, {}};
-  } catch (const std::exception&) {  // why is known from the answer
+  } catch (const std::exception&) {  // `answer` holds the reason
   }
   return answer;
 }
@@ -85,7 +86,7 @@ TAnswer<std::string> PartOfName(const TAnswer<std::string>& productName, std::si
   return Missing<std::string>(std::string("no ") + noun + " in \"" + *productName.fValue + "\"");
 }
 
-// As the library makes it of the version in the tables.
+// The BIOS identifier in a version, found as the library does it.
 TAnswer<std::string> BiosIDOf(const TAnswer<std::string>& version) {
   if (!version.fValue) return version;
   std::string text = *version.fValue;
@@ -107,7 +108,7 @@ std::vector<TExplanation> Explain(const NamespacePtr& machine, const TIdentity& 
   const auto rawSerial = Raw(identity.fSerialNumber, [&] {
     return TCIMSchemaHelper::GetRawSerialNumberString(machine, TCIMContext());
   });
-  // Without an answer of the library's query nothing is taken, whatever the table says.
+  // If the library's query has no answer, the identity takes none from these sources.
   const std::ptrdiff_t takeableByBios = identity.fMachineTypeByBios.fValue ? 2 : 0;
   return {
       Judged("machineType", "Machine type",

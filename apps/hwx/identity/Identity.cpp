@@ -21,7 +21,8 @@ const char kComputer[] = "QORSG_ComputerSystem";
 const char kSystem[] = "QORSG_OperatingSystem";
 const char kProduct[] = "QORSG_HWXProduct";
 
-// Class, property, noun, type, whether it is of the firmware, whether one instance is needed.
+// Class, property, noun, type, whether it comes from the firmware, whether exactly one instance is
+// needed.
 const TQueriedProperty kProductName = {kComputer, "ProductName", "product name", kText, true, true};
 const TQueriedProperty kSerialNumber = {kComputer, "SerialNumber", "serial number",
                                         kText,     true,           true};
@@ -42,8 +43,8 @@ std::string ExplainByStatus(const THWXStatusCode& status) {
   return "the provider failed: " + InWords(status);
 }
 
-// The reason why a query failed: what stands in the way of reading its source; if nothing does,
-// `explain` tells it from the status.
+// Why a query failed. If its source can't be read, that is the reason; else `explain` finds one
+// from the status.
 template <typename Explain>
 std::string Why(const NamespacePtr& machine, const TQueriedProperty& source,
                 const THWXStatusCode& status, Explain explain) {
@@ -88,7 +89,7 @@ TAnswer<std::string> AskMTM(const NamespacePtr& machine) {
       machine, kProductName, [&] { return TCIMSchemaHelper::GetMTM(machine); }, explain);
 }
 
-// Both come from one query, which digs them out of the product name.
+// One query finds both in the product name.
 void AskTypeAndModel(const NamespacePtr& machine, TIdentity& identity) {
   const TAnswer<std::string> mtm = AskMTM(machine);
   if (!mtm.fValue) {
@@ -104,7 +105,7 @@ void AskTypeAndModel(const NamespacePtr& machine, TIdentity& identity) {
   }
 }
 
-// The rule for serial numbers serves here too: makers leave the same in the place of both.
+// Refuses filler by the rule for serial numbers: makers use the same words for both.
 TAnswer<std::string> AskProductName(const NamespacePtr& machine) {
   auto answer = AskText(machine, kProductName, &TCIMSchemaHelper::GetSystemProductName);
   if (!answer.fValue || detail::CheckedSerialNumber(*answer.fValue)) return answer;
@@ -123,7 +124,7 @@ TAnswer<std::string> AskSerialNumber(const NamespacePtr& machine) {
       [&] { return TCIMSchemaHelper::GetSerialNumber(machine, TCIMContext()); }, explain);
 }
 
-// The words of the CIM value map for what this program can meet; other systems show by number.
+// The words of CIM's value map for the systems that this program can meet. Others show as a number.
 TAnswer<std::string> OperatingSystemTypeName(const TAnswer<unsigned short>& type) {
   if (!type.fValue) return Missing<std::string>(type.fReason);
   switch (*type.fValue) {
@@ -159,7 +160,7 @@ TAnswer<std::string> AskXenDomain() {
   static const char* const kDomains[] = {"control", "guest", "none"};
   try {
     return {kDomains[TOSSpecific::GetRunningTypeOnXen()], std::string()};
-  } catch (const THWXException&) {  // of the same status whatever is wrong
+  } catch (const THWXException&) {  // one status for all causes
     return Missing<std::string>("/proc/xen/capabilities can't be read");
   }
 }
@@ -168,7 +169,7 @@ std::string SourceVersion(NamespacePtr machine) {
   return TCIMSchemaHelper::GetDataSourceVersion(machine, TCIMContext());
 }
 
-// Tells absence by an empty text, where the others throw.
+// Empty if there is none, where the other queries throw.
 std::string SourceBuild(NamespacePtr machine) {
   return TCIMSchemaHelper::GetDataSourceBuild(machine, TCIMContext());
 }

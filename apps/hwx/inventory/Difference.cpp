@@ -44,8 +44,8 @@ TJson ComparedValues(ICIMInstance& instance, const TNames& ignored) {
   return values;
 }
 
-// The instances of one side. Those of a path are told apart by their number: only keyless ones
-// share a path.
+// The instances of one side, by path and number. Only instances without keys share a path, and are
+// numbered.
 class TSide {
  public:
   struct TEntry {

@@ -13,8 +13,8 @@ namespace hwx {
 /// ended.
 NamespacePtr OpenMachine();
 
-/// The same for a command. What the user gave in place of the machine's tables must be good, or
-/// `TFailure` says what is wrong with it; the machine's own tables needn't be.
+/// The same for a command. If the user named firmware tables, they must be sound, or `TFailure`
+/// says what is wrong with them. The machine's own tables needn't be sound.
 NamespacePtr OpenMachine(const TGlobalOptions& options);
 
 }  // namespace hwx

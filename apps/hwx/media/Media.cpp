@@ -25,14 +25,14 @@ bool IsFloppy(const std::string& device) {
   return device == "/dev/floppy" || device == "/dev/fd0" || device == "/dev/fd1";
 }
 
-// The device that stands behind links, as the table of mounts names it.
+// The path of the device without links, as the table of mounts has it.
 std::string RealDevice(const std::string& device) {
   std::error_code error;
   const auto path = std::filesystem::canonical(device, error);
   return error ? device : path.string();
 }
 
-// A floppy drive is listed because something is mounted at its place, whatever that is.
+// The library lists a floppy drive if anything is mounted at its mount point.
 std::vector<std::string> MountPoints(const std::string& device, const std::vector<TMount>& mounts) {
   if (IsFloppy(device)) return {kFloppyMountPoint};
   return MountPointsOf(RealDevice(device), mounts);
@@ -45,7 +45,7 @@ std::string WhyNoUsbDevices() {
          kUsbDevices + " can be read";
 }
 
-// The library hands such a path to a shell as it is.
+// Refuses what a shell would take apart: the library hands the path to one unquoted.
 void RequirePlainPath(const std::string& path) {
   constexpr std::string_view kPlain = "/._-+:@";
   const bool isPlain = std::all_of(path.begin(), path.end(), [&](char character) {
@@ -71,7 +71,7 @@ void MakeMountPoint(const std::string& mountPoint) {
   }
 }
 
-// The library takes whatever is mounted there for the device.
+// Throws if another device is mounted there, which the library would take for this one.
 void RequireFreeFor(const std::string& device, const std::string& mountPoint) {
   const std::string source = SourceAt(mountPoint, ReadMounts());
   if (source.empty()) return;

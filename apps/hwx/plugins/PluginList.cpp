@@ -53,7 +53,8 @@ TPlugin Loaded(const std::string& name, Load load) {
   return plugin;
 }
 
-// The library finds files loosely, and derives a name that may lead to no file.
+// The library takes any file with ".nsp" or ".nsc" in its name for a plug-in. The name that it
+// makes of that may lead to no file.
 void ExplainLooseMatch(TPlugin& plugin, const std::string& path) {
   std::error_code ignored;
   if (plugin.fLoads || std::filesystem::exists(path, ignored)) return;
@@ -94,7 +95,7 @@ std::vector<TPlugin> ListProviders() {
 }
 
 std::vector<TPlugin> ListConsumers() {
-  // The consumer object that a plug-in makes is its own, and stays: its type is known to it alone.
+  // The consumer objects are not deleted: only the plug-in knows their type.
   return LoadServices(TOSSpecific::FindNSCs(), "nsc", &TOSSpecific::LoadNSCLibrary);
 }
 
@@ -106,7 +107,7 @@ std::vector<TPlugin> ListPlainPlugins(const std::string& directory) {
   return plugins;
 }
 
-// Runs a step that reports a directory that can't be opened by a bare status.
+// Runs a step that throws a bare status if the directory can't be opened.
 template <typename Step>
 auto Searched(const std::string& directory, Step step) {
   try {

@@ -11,7 +11,7 @@ using NQORHWX20::TOSSpecific;
 
 namespace {
 
-// Whether this process has a child, running or not waited for. Leaves it so.
+// Whether this process has a child, running or ended. Doesn't wait for it.
 bool HasChild() {
   siginfo_t ignored;
   return ::waitid(P_ALL, 0, &ignored, WEXITED | WNOHANG | WNOWAIT) == 0;
@@ -23,8 +23,8 @@ std::string SilenceReason(int timeout) {
 
 }  // namespace
 
-// The library waits for a child's end, except after a time-out. A process that was put in the place
-// of another may have had children before, and then that can't be told.
+// A child that is left over tells of a time-out: in all other cases the library waits for its end.
+// That can't be told if there was a child before, as there may be after an `exec`.
 TProgramRun RunProgram(const TProgram& program) {
   const bool hadChild = HasChild();
   TProgramRun run;

@@ -68,7 +68,7 @@ class TUnnamedFile {
   bool fIsNamed = false;
 };
 
-// Looked at first for the sake of the words alone: what comes up later isn't replaced either.
+// Checked beforehand to give a good reason. A file that is made later isn't replaced either.
 void RequirePlace(const std::string& path, bool replaces) {
   struct stat status {};
   if (::lstat(path.c_str(), &status) != 0) return;

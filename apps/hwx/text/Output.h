@@ -7,8 +7,8 @@
 
 namespace hwx {
 
-/// Throws `TFailure` if the standard output is closed: a file that is opened next would take its
-/// place, and get what is meant for the user.
+/// Throws `TFailure` if the standard output is closed: the file that is opened next would take its
+/// place, and get the program's output.
 void RequireOpenOutput();
 
 /// Writes `text` to the standard output. Throws `TFailure` if not all of it gets through.

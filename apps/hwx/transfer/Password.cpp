@@ -40,8 +40,8 @@ void NoteSignal(int signal) {
   gSignal = signal;
 }
 
-// While it lives, the terminal shows nothing that is typed, and signals that would end the program
-// only interrupt the reading; the terminal must not stay so.
+// While it lives, the terminal shows nothing that is typed. Signals that would end the program only
+// interrupt the reading, so that the terminal gets its settings back.
 class TSilentTerminal {
  public:
   explicit TSilentTerminal(int terminal) : fTerminal(terminal) {

@@ -6,8 +6,8 @@ namespace hwx {
 
 namespace {
 
-// What stands in the first element of this name. Searched for by hand: a page may be larger than
-// the stack that a regular expression would want for it.
+// What stands in the first element of this name. Not found by a regular expression, which for a
+// large page could exhaust the stack.
 std::string Element(const std::string& page, const std::string& name) {
   std::string lower = page;
   for (char& letter : lower)
@@ -29,14 +29,14 @@ std::string OneLine(const std::string& text) {
   return line;
 }
 
-// The headings of a page, cut to a length that nobody exceeds in earnest.
+// Title and first heading of a page, each cut to a length that is enough for any.
 std::string Headings(const std::string& page) {
   constexpr std::size_t kLongest = 200;
   return PageTitle(page).substr(0, kLongest) + "\n" +
          OneLine(Element(page, "h1")).substr(0, kLongest);
 }
 
-// POSIX's: std::regex doesn't build without warnings under the sanitizers.
+// By POSIX, as std::regex doesn't build without warnings under the sanitizers.
 bool Holds(const std::string& text, const char* pattern) {
   regex_t expression;
   if (::regcomp(&expression, pattern, REG_EXTENDED | REG_ICASE | REG_NOSUB) != 0) return false;

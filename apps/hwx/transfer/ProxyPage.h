@@ -12,8 +12,8 @@ namespace hwx {
 /// The text of the page's title, with each run of white space as one blank; empty if it has none.
 std::string PageTitle(const std::string& page);
 
-/// What is wrong, in words, if `page` is none of a web site but a proxy's own, or none at all;
-/// missing if it seems to be well. Proxies name the error in the page's title or heading.
+/// What is wrong, in words, if `page` is empty or is the proxy's own page about an error. Missing
+/// if it looks like a page of a web site. Proxies name the error in the page's title or heading.
 std::optional<std::string> WhyNotThePage(const std::string& page);
 
 }  // namespace hwx

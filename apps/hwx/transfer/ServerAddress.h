@@ -19,12 +19,13 @@ struct TServerAddress {
   /// The host without its port, nor the brackets of a number.
   std::string HostName() const;
 
-  /// What the library takes for a host: with the credentials in front.
+  /// The host as the library takes it, with the credentials in front.
   std::string HostWith(const std::string& password) const;
 };
 
-/// Reads an address. Throws `TFailure`, which says what is wrong with it, and doesn't hold it:
-/// there may be a password in it. That alone is wrong: other users see the command line.
+/// Reads an address. Throws `TFailure`, which says what is wrong with it. An address with a
+/// password is refused too, since other users see the command line; so the text of the failure
+/// never repeats the address.
 TServerAddress ParseServerAddress(const std::string& text);
 
 /// `text` with "%" and two hexadecimal digits for each byte that isn't a letter, a digit, one of

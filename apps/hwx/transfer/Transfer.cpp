@@ -39,7 +39,7 @@ std::string WhyFailed(const TServerAddress& server, const THWXException& failure
          (isUnconnected ? WhyNoConnection(server) : InWords(failure));
 }
 
-// Calls the library, and tells in words what it throws.
+// Calls the library, and throws in words what it throws.
 void Transfer(const TServerAddress& server, const std::function<void()>& call) {
   try {
     call();
@@ -47,7 +47,7 @@ void Transfer(const TServerAddress& server, const std::function<void()>& call) {
     throw TFailure(WhyNoLibcurl());
   } catch (const THWXException& failure) {
     throw TFailure(WhyFailed(server, failure));
-  } catch (const std::logic_error&) {  // says nothing
+  } catch (const std::logic_error&) {  // its text doesn't name the function
     throw TFailure("the libcurl beside the library lacks a function that transfers need");
   }
 }
@@ -61,8 +61,8 @@ void RequireReadableFile(const std::string& path) {
   if (!isFile) throw TFailure(path + " is no file");
 }
 
-// A directory beside a file that is to come, removed in the end with what is in it. What is fetched
-// grows there, so that a transfer that breaks off spoils nothing.
+// A directory beside the target, removed at the end with what is in it. The file is fetched to it,
+// so that a transfer that breaks off leaves the target as it was.
 class TFetchDirectory {
  public:
   explicit TFetchDirectory(const fs::path& target) {
@@ -85,7 +85,7 @@ class TFetchDirectory {
   std::string fPath;
 };
 
-// The library doesn't notice if the very last bytes find no place on the disk.
+// The library doesn't notice if the last bytes couldn't be written. So a full disk is a failure.
 void RequireRoom(const std::string& path) {
   struct statvfs room;
   if (::statvfs(path.c_str(), &room) == 0 && room.f_blocks > 0 && room.f_bfree == 0) {
@@ -128,7 +128,7 @@ std::uintmax_t SendFile(const std::string& localFile, const TRemoteFile& remote)
 }
 
 std::uintmax_t FetchFile(const TRemoteFile& remote, const std::string& localFile) {
-  // Through a link to the file itself, which else the link would give way to.
+  // Follows links: to rename a file to the path of a link would replace the link.
   const std::string target = fs::exists(localFile) ? fs::canonical(localFile).string() : localFile;
   const TFetchDirectory directory(target);
   const std::string file = directory.File();

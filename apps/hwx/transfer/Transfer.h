@@ -28,8 +28,8 @@ std::string RemotePath(const TServerAddress& server, const std::string& name);
 /// terminal. Throws `TFailure`.
 std::uintmax_t SendFile(const std::string& localFile, const TRemoteFile& remote);
 
-/// Fetches a file, takes it for `localFile` once it is here, and returns its size. A file that
-/// stands there is replaced only then. Throws `TFailure`; then nothing has changed.
+/// Fetches a file and returns its size. `localFile` is made, or replaced, only once all of it is
+/// here. Throws `TFailure`, and has then changed nothing.
 std::uintmax_t FetchFile(const TRemoteFile& remote, const std::string& localFile);
 
 /// Why the library couldn't open libcurl, in words that tell what to do.

@@ -11,9 +11,9 @@
 
 namespace hwx {
 
-/// A line that tells how far a transfer is, while the object lives and if the standard error stream
-/// is a terminal. The library doesn't tell; so the line shows what can be seen from outside, how
-/// much of a file is read or written.
+/// A line that shows how far a transfer is, while the object lives. Shown only if the standard
+/// error stream is a terminal. The library doesn't report progress, so the line shows how much of
+/// the file has been read or written.
 ///
 /// Thread-safety: belongs to one thread. It has another of its own, on which it asks `position`.
 class TTransferProgress {
