@@ -35,6 +35,9 @@ TBios ParseBios(const smbios::TStructure& structure) {
 }
 
 void ParseBiosLanguages(const smbios::TStructure& structure, TBios& bios) {
+  if (!structure.HasField(0x15, 1)) {
+    return;
+  }
   const std::vector<std::string_view> texts = structure.Strings();
   const std::size_t count = std::min<std::size_t>(structure.Byte(0x04), texts.size());
   if (count > 0) {

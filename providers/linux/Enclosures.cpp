@@ -33,6 +33,14 @@ void SetType(TChassis& chassis, std::uint8_t type) {
   }
 }
 
+// 0 says that a number isn't known.
+void SetMeasures(TChassis& chassis, std::uint8_t units, std::uint8_t powerCords) {
+  if (units != 0) {
+    chassis.fHeight = units * kInchesPerUnit;
+  }
+  chassis.fPowerCords = KnownNumber<std::uint16_t>(powerCords, {0});
+}
+
 std::optional<bool> Flag(const smbios::TStructure& structure, std::size_t offset, int bit) {
   return structure.HasField(offset, 1) ? std::optional((structure.Byte(offset) >> bit) % 2 == 1)
                                        : std::nullopt;
@@ -86,12 +94,12 @@ std::optional<TChassis> ParseChassis(const smbios::TStructure& structure, std::s
   chassis.fSerialNumber = FirmwareText(structure, 0x07);
   chassis.fAssetTag = FirmwareText(structure, 0x08);
   chassis.fSKU = SKU(structure);
-  // 0 is a field that isn't there, or no number that the format knows.
-  chassis.fSecurityBreach = KnownNumber<std::uint16_t>(structure.Byte(0x0C), {0});
-  if (const std::uint8_t units = structure.Byte(0x11)) {
-    chassis.fHeight = units * kInchesPerUnit;
+  if (structure.HasField(0x09, 4)) {  // with the states at the last start
+    chassis.fSecurityBreach = KnownNumber<std::uint16_t>(structure.Byte(0x0C), {0});
   }
-  chassis.fPowerCords = KnownNumber<std::uint16_t>(structure.Byte(0x12), {0});
+  if (structure.HasField(0x11, 2)) {
+    SetMeasures(chassis, structure.Byte(0x11), structure.Byte(0x12));
+  }
   return chassis;
 }
 
@@ -108,7 +116,9 @@ std::optional<TBoard> ParseBoard(const smbios::TStructure& structure, std::size_
   board.fRemovable = Flag(structure, 0x09, 2);
   board.fReplaceable = Flag(structure, 0x09, 3);
   board.fHotSwappable = Flag(structure, 0x09, 4);
-  board.fLocation = FirmwareText(structure, 0x0A);
+  if (structure.HasField(0x0A, 4)) {  // with the chassis and the kind of board
+    board.fLocation = FirmwareText(structure, 0x0A);
+  }
   return board;
 }
 

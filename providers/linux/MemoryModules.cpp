@@ -13,6 +13,8 @@ namespace {
 constexpr std::uint64_t kKibibyte = 1024;
 constexpr std::uint64_t kMebibyte = 1024 * 1024;
 
+constexpr std::size_t kWideSpeeds = 0x54;  // the module's own, then the one that it runs at
+
 // The numbers of CIM, at the places of those of the format.
 constexpr std::uint16_t kOther = 1;
 constexpr std::uint16_t kFormFactors[] = {0, 1, 0, 7, 2, 1, 3, 4, 6, 8, 9, 1, 11, 12, 13, 24, 1};
@@ -38,7 +40,7 @@ std::optional<std::uint64_t> ModuleCapacity(const smbios::TStructure& structure)
   if (size == 0xFFFF) {
     return std::nullopt;
   }
-  if (size == 0x7FFF) {
+  if (size == 0x7FFF && structure.HasField(0x1C, 4)) {
     return (structure.DWord(0x1C) & 0x7FFFFFFF) * kMebibyte;
   }
   return (size & 0x7FFF) * ((size & 0x8000) != 0 ? kKibibyte : kMebibyte);
@@ -48,15 +50,30 @@ std::optional<std::uint64_t> ModuleCapacity(const smbios::TStructure& structure)
 std::optional<std::uint32_t> ModuleSpeed(const smbios::TStructure& structure, std::size_t offset,
                                          std::size_t wideOffset) {
   const std::uint16_t speed = structure.Word(offset);
-  const std::uint32_t wide = structure.DWord(wideOffset) & 0x7FFFFFFF;
+  const bool hasWide = structure.HasField(kWideSpeeds, 8);
+  const std::uint32_t wide = hasWide ? structure.DWord(wideOffset) & 0x7FFFFFFF : 0;
   return KnownNumber<std::uint32_t>(speed == 0xFFFF ? wide : speed, {0});
 }
 
-// KiB, or the bytes that newer tables have for what doesn't fit.
+// KiB, or the bytes that newer tables have for what doesn't fit. 0 stands for itself.
 std::optional<std::uint64_t> ArrayCapacity(const smbios::TStructure& structure) {
   const std::uint32_t capacity = structure.DWord(0x07);
-  const std::uint64_t wide = structure.QWord(0x0F) / kKibibyte;
-  return KnownNumber<std::uint64_t>(capacity == 0x80000000 ? wide : capacity, {0});
+  const bool isWide = capacity == 0x80000000;
+  if (!structure.HasField(0x07, 4) || (isWide && !structure.HasField(0x0F, 8))) {
+    return std::nullopt;
+  }
+  return isWide ? structure.QWord(0x0F) / kKibibyte : capacity;
+}
+
+// The texts that one version of the format appended.
+void SetMaker(const smbios::TStructure& structure, TMemoryModule& module) {
+  if (!structure.HasField(0x17, 4)) {
+    return;
+  }
+  module.fManufacturer = FirmwareText(structure, 0x17);
+  module.fSerialNumber = FirmwareText(structure, 0x18);
+  module.fAssetTag = FirmwareText(structure, 0x19);
+  module.fPartNumber = FirmwareText(structure, 0x1A);
 }
 
 std::optional<std::uint16_t> KnownByte(const smbios::TStructure& structure, std::size_t offset) {
@@ -79,12 +96,9 @@ std::optional<TMemoryModule> ParseMemoryModule(const smbios::TStructure& structu
   module.fMemoryType = Translated(kMemoryTypes, structure, 0x12);
   module.fTotalWidth = KnownNumber<std::uint16_t>(structure.Word(0x08), {0, 0xFFFF});
   module.fDataWidth = KnownNumber<std::uint16_t>(structure.Word(0x0A), {0, 0xFFFF});
-  module.fMaxSpeed = ModuleSpeed(structure, 0x15, 0x54);
-  module.fConfiguredSpeed = ModuleSpeed(structure, 0x20, 0x58);
-  module.fManufacturer = FirmwareText(structure, 0x17);
-  module.fSerialNumber = FirmwareText(structure, 0x18);
-  module.fAssetTag = FirmwareText(structure, 0x19);
-  module.fPartNumber = FirmwareText(structure, 0x1A);
+  module.fMaxSpeed = ModuleSpeed(structure, 0x15, kWideSpeeds);
+  module.fConfiguredSpeed = ModuleSpeed(structure, 0x20, kWideSpeeds + 4);
+  SetMaker(structure, module);
   return module;
 }
 

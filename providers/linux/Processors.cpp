@@ -89,15 +89,15 @@ bool ComesBefore(const TLogicalProcessor& left, const TLogicalProcessor& right) 
 
 std::optional<std::uint16_t> Family(const smbios::TStructure& structure) {
   const std::uint8_t family = structure.Byte(0x06);
-  const std::uint16_t wide = structure.Word(0x28);
+  const std::uint16_t wide = structure.Word(0x28);  // 0 in older tables, which is no family
   return KnownNumber<std::uint16_t>(family == 0xFE ? wide : family, {0, 2});
 }
 
 std::optional<std::uint16_t> CoreCount(const smbios::TStructure& structure, std::size_t offset,
                                        std::size_t wideOffset) {
   const std::uint8_t count = structure.Byte(offset);
-  const std::uint16_t wide = structure.Word(wideOffset);
-  return KnownNumber<std::uint16_t>(count == 0xFF && wide != 0 ? wide : count, {0});
+  const bool isWide = count == 0xFF && structure.HasField(wideOffset, 2);
+  return KnownNumber<std::uint16_t>(isWide ? structure.Word(wideOffset) : count, {0});
 }
 
 std::optional<std::uint32_t> MegaHertz(const smbios::TStructure& structure, std::size_t offset) {
@@ -105,15 +105,24 @@ std::optional<std::uint32_t> MegaHertz(const smbios::TStructure& structure, std:
 }
 
 void SetCharacteristics(const smbios::TStructure& structure, TProcessor& processor) {
-  if (!structure.HasField(0x26, 2)) {
-    return;
-  }
   processor.fCharacteristics.emplace();
   for (const auto& [bit, number] : kCharacteristics) {
     if ((structure.Word(0x26) >> bit) % 2 == 1) {
       processor.fCharacteristics->push_back(number);
     }
   }
+}
+
+// What one version of the format appended.
+void SetCores(const smbios::TStructure& structure, TProcessor& processor) {
+  if (!structure.HasField(0x23, 5)) {
+    return;
+  }
+  processor.fEnabledCores = CoreCount(structure, 0x24, 0x2C);
+  if (const auto threads = CoreCount(structure, 0x25, 0x2E)) {
+    processor.fThreads = *threads;
+  }
+  SetCharacteristics(structure, processor);
 }
 
 template <typename Value>
@@ -173,11 +182,7 @@ std::optional<TProcessor> ParseProcessor(const smbios::TStructure& structure, st
   processor.fMaxClockSpeed = MegaHertz(structure, 0x14);
   processor.fCurrentClockSpeed = MegaHertz(structure, 0x16);
   processor.fStatus = structure.Byte(0x18) & 0x07;
-  processor.fEnabledCores = CoreCount(structure, 0x24, 0x2C);
-  if (const auto threads = CoreCount(structure, 0x25, 0x2E)) {
-    processor.fThreads = *threads;
-  }
-  SetCharacteristics(structure, processor);
+  SetCores(structure, processor);
   return processor;
 }
 

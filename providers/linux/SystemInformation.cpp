@@ -20,11 +20,9 @@ constexpr std::size_t kUUIDSize = 16;
 constexpr std::size_t kSKUNumber = 0x19;
 constexpr std::size_t kFamily = 0x1A;
 
-// From version 2.6 on the format has the first three groups of the UUID lowest byte first. Some
-// makers wrote the minor version in decimal digits: 2.31 and 2.33 stand for 2.3, and 2.51 for 2.6.
+// From version 2.6 on the format has the first three groups of the UUID lowest byte first.
 bool HasSwappedUUID(int major, int minor) {
-  const bool isOlder = minor < 6 || minor == 31 || minor == 33;
-  return major > 2 || (major == 2 && !isOlder);
+  return major > 2 || (major == 2 && minor >= 6);
 }
 
 std::string FormatUUID(const std::array<std::uint8_t, kUUIDSize>& bytes) {
@@ -41,7 +39,7 @@ std::string FormatUUID(const std::array<std::uint8_t, kUUIDSize>& bytes) {
 }
 
 std::optional<std::string> ParseUUID(const smbios::TStructure& structure, bool swapped) {
-  if (!structure.HasField(kUUID, kUUIDSize)) {
+  if (!structure.HasField(kUUID, kUUIDSize + 1)) {  // with what woke the machine
     return std::nullopt;
   }
   std::array<std::uint8_t, kUUIDSize> bytes;
@@ -82,8 +80,10 @@ TSystemInformation ParseSystemInformation(const smbios::TStructure& structure, i
   information.fVersion = FirmwareText(structure, kVersion);
   information.fSerialNumber = FirmwareText(structure, kSerialNumber);
   information.fUUID = ParseUUID(structure, HasSwappedUUID(major, minor));
-  information.fSKUNumber = FirmwareText(structure, kSKUNumber);
-  information.fFamily = FirmwareText(structure, kFamily);
+  if (structure.HasField(kSKUNumber, 2)) {
+    information.fSKUNumber = FirmwareText(structure, kSKUNumber);
+    information.fFamily = FirmwareText(structure, kFamily);
+  }
   return information;
 }
 

@@ -84,10 +84,16 @@ TEST_F(Bios, IsWhatTheKernelKnowsWhereThereAreNoTables) {
 
 TEST_F(Bios, HasTheDatesThatFirmwareWrites) {
   EXPECT_EQ(ParseFirmwareDate("12/31/99").value().fYear, 1999);
+  EXPECT_EQ(ParseFirmwareDate("12/31/80").value().fYear, 1980);
+  EXPECT_EQ(ParseFirmwareDate("12/31/04").value().fYear, 2004);
   EXPECT_EQ(ParseFirmwareDate("12/31/2099").value().fYear, 2099);
+  EXPECT_EQ(ParseFirmwareDate("3/1/2021").value().fMonth, 3);
+  EXPECT_EQ(ParseFirmwareDate("3/1/2021").value().fDay, 1);
+  EXPECT_EQ(ParseFirmwareDate(" 01/02/2021  ").value().fYear, 2021);
   for (const char* text :
-       {"", "2021-03-01", "3/1/2021", "13/01/2021", "00/01/2021", "01/32/2021", "01/00/2021",
-        "01/01/20x1", "01/01/+021", "  /  /    ", "01/01/2021 ", "\xFF\xFF/\xFF\xFF/\xFF\xFF"}) {
+       {"", "2021-03-01", "/1/2021", "003/1/2021", "13/01/2021", "01/01/021", "01/01/",
+        "00/01/2021", "01/32/2021", "01/00/2021", "01/01/20x1", "01/01/+021", "  /  /    ",
+        "01/01/2021.", "\xFF\xFF/\xFF\xFF/\xFF\xFF"}) {
     EXPECT_FALSE(ParseFirmwareDate(text)) << text;
   }
 }

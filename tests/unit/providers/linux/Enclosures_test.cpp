@@ -78,6 +78,15 @@ TEST(Chassis, CanBeCutOffAnywhere) {
   }
 }
 
+// A maker told a length with one byte more than there are, which is the first of a text.
+TEST(Chassis, HasAHeightOnlyWithThePowerCords) {
+  Bytes fields = ChassisFields();
+  fields.resize(0x12 - 4);
+  EXPECT_EQ(ParsedChassis(fields).fHeight, std::nullopt);
+  fields.resize(0x13 - 4);
+  EXPECT_EQ(ParsedChassis(fields).fHeight, 3.5F);
+}
+
 TEST(Chassis, HasNoSKUWhereTheListOfPartsRunsPastTheEnd) {
   Bytes fields = ChassisFields();
   PutField(fields, 0x13, 1, 0xFF);

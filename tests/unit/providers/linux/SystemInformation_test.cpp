@@ -34,6 +34,7 @@ TSystemInformation Parse(const Bytes& fields, const std::vector<std::string>& st
 std::optional<std::string> ParseUUID(const Bytes& uuid, int major, int minor) {
   Bytes fields(4);
   fields.insert(fields.end(), uuid.begin(), uuid.end());
+  fields.push_back(6);  // woken by the power switch
   return Parse(fields, {}, major, minor).fUUID;
 }
 
@@ -84,9 +85,12 @@ TEST(SystemStructure, OfAnOlderVersionLacksTheLaterFields) {
   EXPECT_EQ(Parse({}, {"x"}).fManufacturer, std::nullopt);
 }
 
-TEST(SystemStructure, CutWithinTheUUIDHasNone) {
-  EXPECT_EQ(Parse(Bytes(19, 1)).fUUID, std::nullopt);
-  EXPECT_NE(Parse(Bytes(20, 1)).fUUID, std::nullopt);
+// The UUID came with the byte that stands behind it.
+TEST(SystemStructure, CutWithinTheFieldsOfAVersionHasNoneOfThem) {
+  EXPECT_EQ(Parse(Bytes(20, 1)).fUUID, std::nullopt);
+  EXPECT_NE(Parse(Bytes(21, 1)).fUUID, std::nullopt);
+  EXPECT_EQ(Parse(Bytes(22, 1), {"x"}).fSKUNumber, std::nullopt);
+  EXPECT_NE(Parse(Bytes(23, 1), {"x"}).fSKUNumber, std::nullopt);
 }
 
 TEST(UUID, HasItsFirstGroupsSwappedFromVersion26On) {
@@ -97,13 +101,6 @@ TEST(UUID, HasItsFirstGroupsSwappedFromVersion26On) {
   EXPECT_EQ(ParseUUID(CountingBytes(), 2, 6), swapped);
   EXPECT_EQ(ParseUUID(CountingBytes(), 2, 8), swapped);
   EXPECT_EQ(ParseUUID(CountingBytes(), 3, 0), swapped);
-}
-
-TEST(UUID, FollowsTheVersionThatAMakerMeant) {
-  const char* plain = "a0a1a2a3-a4a5-a6a7-a8a9-aaabacadaeaf";
-  EXPECT_EQ(ParseUUID(CountingBytes(), 2, 31), plain);
-  EXPECT_EQ(ParseUUID(CountingBytes(), 2, 33), plain);
-  EXPECT_NE(ParseUUID(CountingBytes(), 2, 51), plain);
 }
 
 TEST(UUID, OfZerosOrOnesAloneIsNone) {
