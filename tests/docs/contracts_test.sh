@@ -34,7 +34,7 @@ comm -13 "$scratch/named" "$scratch/entries" > "$scratch/unnamed"
 awk '
   /^## / { entry = "" }
   /^### / { entry = $2 }
-  /^Test: / {
+  /^(Test: |- )`/ {
     count = split($0, part, "`")
     for (i = 4; i < count; i += 2) print entry, part[2], part[i]
   }' "$page" | sort > "$scratch/holds"

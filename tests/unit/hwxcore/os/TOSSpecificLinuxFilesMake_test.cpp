@@ -176,6 +176,14 @@ TEST(OpenOutputFileStream, ForgetsTheStateOfTheStream) {
   EXPECT_TRUE(stream.good());
 }
 
+TEST(OpenOutputFileStream, ForgetsTheStateAlsoWhereTheFileCannotBeOpened) {
+  const TemporaryDirectory scratch;
+  std::ofstream stream;
+  stream.setstate(std::ios::badbit | std::ios::eofbit);
+  EXPECT_EQ(StatusOfOpen(stream, scratch / "absent/file"), NQORHWX20::kHWXStatusFileSystemError);
+  EXPECT_EQ(stream.rdstate(), std::ios::failbit);
+}
+
 TEST(OpenOutputFileStream, ThrowsFileSystemErrorWithTheFailBitSet) {
   const TemporaryDirectory scratch;
   const std::string path = scratch / "absent/file";

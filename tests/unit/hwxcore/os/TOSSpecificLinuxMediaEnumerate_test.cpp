@@ -170,6 +170,17 @@ TEST_F(EnumerateRemovableMediaTest, TakesAnyMountAtItsPlaceForTheFirstFloppyDriv
   });
 }
 
+TEST_F(EnumerateRemovableMediaTest, MakesTheMountPointOfFloppyDrivesAlone) {
+  RunInScene([this] {
+    const FakeShell shell;
+    MakeUsbList("Product=Stick");
+    AddDrive("/dev/sda", "Stick");
+    EXPECT_THAT(Enumerate(), ElementsAre(Pair("/dev/sda", "Maker - Stick")));
+    EXPECT_TRUE(TOSSpecific::DirExists("/mnt/floppy"));
+    EXPECT_FALSE(TOSSpecific::DirExists("/mnt/key"));
+  });
+}
+
 TEST_F(EnumerateRemovableMediaTest, GoesOnWhereTheMountPointIsThereOrCannotBeMade) {
   RunInScene([this] {
     FakeShell shell;

@@ -202,6 +202,7 @@ TEST_F(LaunchTest, TheEditorShowsACopyInTheCurrentDirectory) {
 
 TEST_F(LaunchTest, TheEditorShowsWhateverBearsTheLast35Characters) {
   MakeFile("x" + kTail + "y", "");
+  MakeFile("z" + kTail.substr(1), "");  // bears one less
   MakeFile(fScratch / kTail, "");
   TOSSpecific::LaunchTextEditor(fScratch / kTail);
   EXPECT_EQ(Calls(), "vi 2 " + kTail + " x" + kTail + "y\n");
