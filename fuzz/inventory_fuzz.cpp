@@ -34,7 +34,7 @@ void CheckProcessors(std::string_view text) {
 }
 
 void CheckMounts(std::string_view text) {
-  const auto mounts = ParseMountInfo(text);
+  const auto mounts = hwxsys::ParseMountInfo(text);
   const auto selected = SelectFileSystems(mounts);
   Require(selected.size() <= mounts.size());
   for (const TMount& mount : selected)

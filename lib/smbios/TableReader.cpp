@@ -1,13 +1,13 @@
 #include "smbios/TableReader.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
 #include <system_error>
 #include <utility>
+
+#include "hwxsys/RegularFile.h"
 
 namespace smbios {
 
@@ -15,24 +15,6 @@ namespace {
 
 // Tables take some kilobytes. The limit keeps a mistaken path from filling the memory.
 constexpr std::size_t kSizeLimit = std::size_t{16} * 1024 * 1024;
-
-class TDescriptor {
- public:
-  // Not blocking, since the path may name a pipe that nobody writes to.
-  explicit TDescriptor(const std::string& path)
-      : fDescriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-  TDescriptor(const TDescriptor&) = delete;
-  TDescriptor& operator=(const TDescriptor&) = delete;
-  ~TDescriptor() {
-    if (fDescriptor >= 0) {
-      ::close(fDescriptor);
-    }
-  }
-  int Get() const { return fDescriptor; }
-
- private:
-  int fDescriptor;
-};
 
 // The tables that can't be had because of an error of the operating system on a path.
 TTables Refused(const std::string& path, int error) {
@@ -45,30 +27,12 @@ TTables Refused(const std::string& path, int error) {
   return TTables::None(kSmBiosReadFailed, path + ": " + std::generic_category().message(error));
 }
 
-// Appends the file's bytes. Returns 0 or an error of the operating system.
-int ReadFile(const std::string& path, std::vector<std::uint8_t>& bytes) {
-  const TDescriptor file(path);
-  struct stat status {};
-  if (file.Get() < 0 || ::fstat(file.Get(), &status) != 0) {
-    return errno;
-  }
-  if (!S_ISREG(status.st_mode)) {
-    return S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
-  }
-  std::uint8_t block[16 * 1024];
-  for (;;) {
-    const ssize_t count = ::read(file.Get(), block, sizeof block);
-    if (count < 0) {
-      return errno;
-    }
-    if (count == 0) {
-      return 0;
-    }
-    if (bytes.size() + static_cast<std::size_t>(count) > kSizeLimit) {
-      return EFBIG;
-    }
-    bytes.insert(bytes.end(), block, block + count);
-  }
+// Reads the file's bytes. Returns 0 or an error of the operating system.
+int ReadBytes(const std::string& path, std::vector<std::uint8_t>& bytes) {
+  std::string text;
+  const int error = hwxsys::ReadRegularFile(path, kSizeLimit, text);
+  bytes.assign(text.begin(), text.end());
+  return error;
 }
 
 TTables ReadDirectory(const std::string& directory) {
@@ -76,10 +40,10 @@ TTables ReadDirectory(const std::string& directory) {
   const std::string tableFile = directory + "/DMI";
   std::vector<std::uint8_t> entryPoint;
   std::vector<std::uint8_t> table;
-  if (const int error = ReadFile(entryPointFile, entryPoint)) {
+  if (const int error = ReadBytes(entryPointFile, entryPoint)) {
     return Refused(entryPointFile, error);
   }
-  if (const int error = ReadFile(tableFile, table)) {
+  if (const int error = ReadBytes(tableFile, table)) {
     return Refused(tableFile, error);
   }
   return TTables::FromKernelFiles(entryPoint, std::move(table), directory);
@@ -87,7 +51,7 @@ TTables ReadDirectory(const std::string& directory) {
 
 TTables ReadDump(const std::string& path) {
   std::vector<std::uint8_t> dump;
-  if (const int error = ReadFile(path, dump)) {
+  if (const int error = ReadBytes(path, dump)) {
     return Refused(path, error);
   }
   return TTables::FromDump(dump, path);

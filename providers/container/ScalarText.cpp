@@ -12,6 +12,7 @@
 #include "hwxcore/value/TCIMChar16.h"
 #include "hwxcore/value/TCIMDateTime.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxsys/Words.h"
 #include "providers/container/XMLText.h"
 
 namespace container {
@@ -31,11 +32,8 @@ using Bits = std::conditional_t<sizeof(Real) == 4, std::uint32_t, std::uint64_t>
   throw TMalformedText(Quoted(text) + " " + why);
 }
 
-std::string_view Trimmed(std::string_view text) {
-  const char kBlanks[] = " \t\r\n";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return std::string_view();
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+std::string_view WithoutBlanks(std::string_view text) {
+  return hwxsys::Trimmed(text, " \t\r\n");  // what is white space in XML
 }
 
 bool IsDigit(char c) {
@@ -59,7 +57,7 @@ Number ReadNumber(std::string_view text, const TCIMType& type, Format... format)
 
 template <typename Integer>
 TCIMValue ReadInteger(const std::string& text, const TCIMType& type) {
-  const std::string_view digits = Trimmed(text);
+  const std::string_view digits = WithoutBlanks(text);
   const bool isHexadecimal = digits.substr(0, 2) == "0x" || digits.substr(0, 2) == "0X";
   if (isHexadecimal && digits.size() > 2 && digits[2] != '-' && digits[2] != '+')
     return ReadNumber<Integer>(digits.substr(2), type, 16);
@@ -102,7 +100,7 @@ TScalarText RealText(Real value) {
 
 template <typename Real>
 TCIMValue ReadReal(EForm form, const std::string& text, const TCIMType& type) {
-  const std::string_view word = Trimmed(text);
+  const std::string_view word = WithoutBlanks(text);
   if (form == EForm::kBits) {
     const auto bits = ReadNumber<Bits<Real>>(word, type, 16);
     Real value;
@@ -227,7 +225,7 @@ class TFields {
 };
 
 TCIMDateTime ReadFields(const std::string& text, const TCIMType& type) {
-  std::vector<std::string_view> words = Words(Trimmed(text));
+  std::vector<std::string_view> words = Words(WithoutBlanks(text));
   const bool isPrecise = words.back() == "precise";
   if (isPrecise) words.pop_back();
   const bool isInterval = !words.empty() && words[0] == "interval" && words.size() == 6;
@@ -253,7 +251,7 @@ TCIMValue ReadDateTime(EForm form, const std::string& text, const TCIMType& type
   if (form == EForm::kCleared) return TCIMDateTime();
   try {
     if (form == EForm::kFields) return ReadFields(text, type);
-    return TCIMDateTime(std::string(Trimmed(text)));
+    return TCIMDateTime(std::string(WithoutBlanks(text)));
   } catch (const THWXException&) {
     Refuse(text, "is no datetime");
   }
@@ -271,7 +269,7 @@ bool IsWord(std::string_view text, std::string_view lowerCase) {
 }
 
 TCIMValue ReadBoolean(const std::string& text) {
-  const std::string_view word = Trimmed(text);
+  const std::string_view word = WithoutBlanks(text);
   if (!IsWord(word, "true") && !IsWord(word, "false")) Refuse(text, "is no boolean");
   return IsWord(word, "true");
 }

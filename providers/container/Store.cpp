@@ -25,7 +25,7 @@ boost::shared_ptr<NQORHWX20::TMemoryNamespace> LoadFile(const std::string& path)
 }
 
 void SaveFile(NQORHWX20::TMemoryNamespace& ns, const std::string& path) {
-  TAtomicFile file(path);
+  TNewFile file(path);
   if (IsCompressed(path)) {
     TGzipSink compressed(file);
     WriteContainer(ns, compressed, path);

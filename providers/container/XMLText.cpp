@@ -2,31 +2,14 @@
 
 #include <algorithm>
 
+#include "hwxsys/Utf8.h"
+
 namespace container {
 
 namespace {
 
 unsigned char Byte(std::string_view text, std::size_t index) {
   return static_cast<unsigned char>(text[index]);
-}
-
-// Whether `count` bytes that continue a character follow the first one.
-bool IsContinued(std::string_view text, std::size_t count) {
-  if (text.size() <= count) return false;
-  for (std::size_t i = 1; i <= count; ++i) {
-    if ((Byte(text, i) & 0xC0) != 0x80) return false;
-  }
-  return true;
-}
-
-std::size_t LongCharacterLength(std::string_view text) {
-  const unsigned char first = Byte(text, 0);
-  if (first >= 0xC2 && first <= 0xDF) return IsContinued(text, 1) ? 2 : 0;
-  const std::size_t length = (first & 0xF0) == 0xE0 ? 3 : 4;
-  if (first < 0xE0 || first > 0xF4 || !IsContinued(text, length - 1)) return 0;
-  const unsigned long codePoint = CodePoint(text.substr(0, length));
-  const bool isShortest = codePoint >= (length == 3 ? 0x800U : 0x10000U);
-  return isShortest && IsXMLCharacter(codePoint) ? length : 0;
 }
 
 int HexDigit(char c) {
@@ -95,10 +78,8 @@ bool IsXMLCharacter(unsigned long codePoint) {
 }
 
 std::size_t XMLCharacterLength(std::string_view text) {
-  if (text.empty()) return 0;
-  const unsigned char first = Byte(text, 0);
-  if (first < 0x80) return IsXMLCharacter(first) ? 1 : 0;
-  return LongCharacterLength(text);
+  const hwxsys::TCharacter character = hwxsys::FirstCharacter(text);
+  return IsXMLCharacter(character.fCode) ? character.fLength : 0;
 }
 
 // Most texts are plain ASCII throughout, so this is the loop that has to be quick.
@@ -120,12 +101,7 @@ bool IsXMLText(std::string_view text) {
 }
 
 unsigned long CodePoint(std::string_view character) {
-  const unsigned char first = Byte(character, 0);
-  if (character.size() == 1) return first;
-  unsigned long codePoint = first & (0x7FU >> character.size());
-  for (std::size_t i = 1; i < character.size(); ++i)
-    codePoint = codePoint << 6 | (Byte(character, i) & 0x3FU);
-  return codePoint;
+  return hwxsys::FirstCharacter(character).fCode;
 }
 
 std::string FromCodePoint(unsigned short codePoint) {

@@ -13,9 +13,9 @@ constexpr std::uint64_t kLastLowAddress = 0xFFFFF;  // a BIOS ends where the fir
 
 std::vector<TBios> ReadBiosCopy(const std::string& root) {
   TBios bios;
-  bios.fManufacturer = ReadKernelCopy(root, "bios_vendor");
-  bios.fVersion = ReadKernelCopy(root, "bios_version");
-  bios.fReleaseDate = ParseFirmwareDate(ReadKernelCopy(root, "bios_date").value_or(std::string()));
+  bios.fManufacturer = KernelCopy(root, "bios_vendor");
+  bios.fVersion = KernelCopy(root, "bios_version");
+  bios.fReleaseDate = ParseFirmwareDate(KernelCopy(root, "bios_date").value_or(std::string()));
   const bool isKnown = bios.fManufacturer || bios.fVersion || bios.fReleaseDate;
   return isKnown ? std::vector<TBios>{bios} : std::vector<TBios>();
 }

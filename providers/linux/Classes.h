@@ -11,7 +11,7 @@
 
 #include "hwxkit/TMemoryInstance.h"
 #include "hwxkit/TMemoryNamespace.h"
-#include "providers/linux/SystemRoot.h"
+#include "hwxsys/SystemRoot.h"
 
 namespace linux_machine {
 

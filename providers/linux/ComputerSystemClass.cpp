@@ -1,6 +1,7 @@
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 #include "hwxkit/TClassBuilder.h"
 #include "hwxkit/TInstanceList.h"
+#include "hwxsys/SystemRoot.h"
 #include "providers/linux/Classes.h"
 #include "providers/linux/OperatingSystem.h"
 #include "providers/linux/SystemInformation.h"
@@ -10,7 +11,7 @@ namespace linux_machine {
 namespace {
 
 void ReadComputerSystem(NQORHWX20::TInstanceList& instances) {
-  const std::string root = SystemRoot();
+  const std::string root = hwxsys::SystemRoot();
   const TSystemInformation information = ReadSystemInformation(root);
   NQORHWX20::TMemoryInstance& system = instances.Add();
   system.Set("Name", ReadHostName(root));

@@ -60,11 +60,11 @@ std::vector<Row> OneUnlessNothing(const Row& row, bool isSomething) {
 std::vector<TChassis> ReadChassisCopy(const std::string& root) {
   TChassis chassis;
   chassis.fTag = "Chassis 0";
-  chassis.fManufacturer = ReadKernelCopy(root, "chassis_vendor");
-  chassis.fVersion = ReadKernelCopy(root, "chassis_version");
-  chassis.fSerialNumber = ReadKernelCopy(root, "chassis_serial");
-  chassis.fAssetTag = ReadKernelCopy(root, "chassis_asset_tag");
-  const std::string type = ReadKernelCopy(root, "chassis_type").value_or(std::string());
+  chassis.fManufacturer = KernelCopy(root, "chassis_vendor");
+  chassis.fVersion = KernelCopy(root, "chassis_version");
+  chassis.fSerialNumber = KernelCopy(root, "chassis_serial");
+  chassis.fAssetTag = KernelCopy(root, "chassis_asset_tag");
+  const std::string type = KernelCopy(root, "chassis_type").value_or(std::string());
   SetType(chassis, Narrow<std::uint8_t>(ParseNumber(type)).value_or(0));
   return OneUnlessNothing(chassis, chassis.fManufacturer || chassis.fVersion ||
                                        chassis.fSerialNumber || chassis.fPackageType);
@@ -73,11 +73,11 @@ std::vector<TChassis> ReadChassisCopy(const std::string& root) {
 std::vector<TBoard> ReadBoardCopy(const std::string& root) {
   TBoard board;
   board.fTag = "Card 0";
-  board.fManufacturer = ReadKernelCopy(root, "board_vendor");
-  board.fModel = ReadKernelCopy(root, "board_name");
-  board.fVersion = ReadKernelCopy(root, "board_version");
-  board.fSerialNumber = ReadKernelCopy(root, "board_serial");
-  board.fAssetTag = ReadKernelCopy(root, "board_asset_tag");
+  board.fManufacturer = KernelCopy(root, "board_vendor");
+  board.fModel = KernelCopy(root, "board_name");
+  board.fVersion = KernelCopy(root, "board_version");
+  board.fSerialNumber = KernelCopy(root, "board_serial");
+  board.fAssetTag = KernelCopy(root, "board_asset_tag");
   return OneUnlessNothing(
       board, board.fManufacturer || board.fModel || board.fVersion || board.fSerialNumber);
 }

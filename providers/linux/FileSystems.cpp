@@ -53,55 +53,6 @@ bool IsOnTheWay(std::string_view directory, std::string_view path) {
          (path.size() == directory.size() || path[directory.size()] == '/');
 }
 
-std::vector<std::string_view> SplitAtBlanks(std::string_view line) {
-  std::vector<std::string_view> words;
-  while (!line.empty()) {
-    const std::string_view word = line.substr(0, line.find(' '));
-    words.push_back(word);
-    line.remove_prefix(std::min(word.size() + 1, line.size()));
-  }
-  return words;
-}
-
-bool IsOctalDigit(char c) {
-  return c >= '0' && c <= '7';
-}
-
-// Blanks, newlines and backslashes stand as a backslash with three octal digits.
-std::string Unescape(std::string_view text) {
-  std::string plain;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const std::string_view digits = text.substr(i + 1, 3);
-    const bool isEscape = text[i] == '\\' && digits.size() == 3 && digits[0] <= '3' &&
-                          std::all_of(digits.begin(), digits.end(), &IsOctalDigit);
-    if (isEscape) {
-      const int code = (digits[0] - '0') * 64 + (digits[1] - '0') * 8 + (digits[2] - '0');
-      plain += static_cast<char>(code);
-      i += 3;
-    } else {
-      plain += text[i];
-    }
-  }
-  return plain;
-}
-
-// Number, parent, device, root, mount point, options, any number of tags, "-", type, source and the
-// file system's options.
-std::optional<TMount> ParseMount(std::string_view line) {
-  const std::vector<std::string_view> words = SplitAtBlanks(line);
-  const auto separator = std::find(words.begin(), words.end(), "-");
-  if (separator - words.begin() < 6 || words.end() - separator < 3) {
-    return std::nullopt;
-  }
-  return TMount{ParseNumber(words[0]).value_or(0),
-                std::string(words[2]),
-                Unescape(words[3]),
-                Unescape(words[4]),
-                std::string(words[5]),
-                Unescape(separator[1]),
-                Unescape(separator[2])};
-}
-
 bool IsReadOnly(const TMount& mount) {
   return ("," + mount.fOptions + ",").find(",ro,") != std::string::npos;
 }
@@ -144,16 +95,6 @@ void AddSizes(const struct statvfs& status, TFileSystem& system) {
 
 }  // namespace
 
-std::vector<TMount> ParseMountInfo(std::string_view text) {
-  std::vector<TMount> mounts;
-  while (!text.empty()) {
-    if (auto mount = ParseMount(TakeLine(text))) {
-      mounts.push_back(std::move(*mount));
-    }
-  }
-  return mounts;
-}
-
 std::vector<TMount> SelectFileSystems(const std::vector<TMount>& mounts) {
   std::map<std::string_view, const TMount*> last;
   for (const TMount& mount : mounts) {
@@ -174,7 +115,8 @@ bool IsSafeToAsk(const TMount& mount, const std::vector<TMount>& mounts) {
 }
 
 std::vector<TFileSystem> ReadFileSystems(const std::string& root) {
-  const std::vector<TMount> mounts = ParseMountInfo(ReadList(root + "/proc/self/mountinfo"));
+  const std::vector<TMount> mounts =
+      hwxsys::ParseMountInfo(ReadList(root + "/proc/self/mountinfo"));
   std::vector<TMount> blocking;
   std::copy_if(mounts.begin(), mounts.end(), std::back_inserter(blocking), &MayBlock);
   std::vector<TFileSystem> systems;

@@ -9,21 +9,13 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "hwxsys/MountInfo.h"
 
 namespace linux_machine {
 
-/// A line of /proc/self/mountinfo.
-struct TMount {
-  std::uint64_t fNumber = 0;  ///< The kernel's number of the mount.
-  std::string fDevice;        ///< "8:1", the device's major and minor number.
-  std::string fRoot;          ///< What of the file system is mounted: "/" for all.
-  std::string fMountPoint;
-  std::string fOptions;  ///< "rw,relatime"
-  std::string fType;     ///< "ext4"
-  std::string fSource;   ///< "/dev/sda1"
-};
+using hwxsys::TMount;
 
 struct TFileSystem {
   std::string fName;  ///< The mount point.
@@ -40,9 +32,6 @@ struct TFileSystem {
   std::optional<std::uint64_t> fFiles;
   std::optional<std::uint32_t> fMaxNameLength;
 };
-
-/// Reads the text of /proc/self/mountinfo. Lines of another form are passed over.
-std::vector<TMount> ParseMountInfo(std::string_view text);
 
 /// Those mounts that hold files for people: the kernel's own interfaces, such as /proc, are left
 /// out, and of several at one place all but the last, which hides the others.

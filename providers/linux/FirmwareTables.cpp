@@ -1,9 +1,7 @@
 #include "providers/linux/FirmwareTables.h"
 
-#include <cstdlib>
-
-#include "providers/linux/SystemRoot.h"
-#include "providers/linux/TextFile.h"
+#include "hwxsys/KernelCopy.h"
+#include "hwxsys/SystemRoot.h"
 #include "smbios/TableReader.h"
 
 namespace linux_machine {
@@ -13,16 +11,16 @@ std::optional<std::string> FirmwareText(const smbios::TStructure& structure, std
   return text.empty() ? std::nullopt : std::optional(text);
 }
 
-std::optional<std::string> ReadKernelCopy(const std::string& root, const char* name) {
-  if (std::getenv("HWX_SMBIOS_TABLES") != nullptr) {
+std::optional<std::string> KernelCopy(const std::string& root, const char* name) {
+  if (hwxsys::IsOtherFirmware()) {
     return std::nullopt;
   }
-  std::optional<std::string> text = ReadAttribute(root + "/sys/class/dmi/id/" + name);
-  return text && text->empty() ? std::nullopt : text;
+  const hwxsys::TKernelCopy copy = hwxsys::ReadKernelCopy(root, name);
+  return copy.fText.empty() ? std::nullopt : std::optional(copy.fText);
 }
 
 smbios::TTables ReadFirmwareTables(const std::string& root) {
-  return smbios::ReadTables(FollowedInRoot(smbios::TablesLocation(root)));
+  return smbios::ReadTables(hwxsys::FollowedInRoot(smbios::TablesLocation(root)));
 }
 
 }  // namespace linux_machine

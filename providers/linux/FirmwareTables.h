@@ -34,7 +34,7 @@ std::optional<Number> KnownNumber(Number number, std::initializer_list<Number> u
 
 /// A text in /sys/class/dmi/id, where the kernel repeats some of the tables. None where
 /// `HWX_SMBIOS_TABLES` is set: those tables are another machine's.
-std::optional<std::string> ReadKernelCopy(const std::string& root, const char* name);
+std::optional<std::string> KernelCopy(const std::string& root, const char* name);
 
 /// The tables of the machine whose /sys lies below `root`, or of the one that `HWX_SMBIOS_TABLES`
 /// names.

@@ -24,6 +24,7 @@
 #include "hwxcore/value/TCIMValue.h"
 #include "hwxkit/TClassBuilder.h"
 #include "hwxkit/TInstanceList.h"
+#include "hwxsys/SystemRoot.h"
 #include "providers/linux/Classes.h"
 #include "providers/linux/Date.h"
 
@@ -132,7 +133,7 @@ class TLiveClass {
     fBuilder.Source(
         [reader = fReader, key = fKey, fillers = fFillers](NQORHWX20::TInstanceList& instances) {
           std::set<std::string> keys;
-          for (const Row& row : reader(SystemRoot())) {
+          for (const Row& row : reader(hwxsys::SystemRoot())) {
             if (!keys.insert(row.*key).second) {
               continue;
             }

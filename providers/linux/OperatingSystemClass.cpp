@@ -7,6 +7,7 @@
 #include "hwxcore/value/TCIMDateTime.h"
 #include "hwxkit/TClassBuilder.h"
 #include "hwxkit/TInstanceList.h"
+#include "hwxsys/SystemRoot.h"
 #include "providers/linux/Classes.h"
 #include "providers/linux/OperatingSystem.h"
 
@@ -48,7 +49,7 @@ std::optional<std::uint64_t> Sum(std::optional<std::uint64_t> left,
 }
 
 void ReadRunningSystem(NQORHWX20::TInstanceList& instances) {
-  const TOperatingSystem read = ReadOperatingSystem(SystemRoot());
+  const TOperatingSystem read = ReadOperatingSystem(hwxsys::SystemRoot());
   const TCIMDateTime now = NQORHWX20::TOSSpecific::GetLocalTime();
   const TMemory& memory = read.fMemory;
   NQORHWX20::TMemoryInstance& system = instances.Add();

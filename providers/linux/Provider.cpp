@@ -12,7 +12,7 @@ namespace {
 boost::shared_ptr<NQORHWX20::ICIMNamespace> BuildNamespace() {
   const boost::shared_ptr<NQORHWX20::TMemoryNamespace> ns = NQORHWX20::TMemoryNamespace::Create(
       "root/machine", NQORHWX20::TCIMSchemaHelper::kPluginNSPName);
-  SystemRoot();  // throws at once if HWX_SYSROOT names no directory
+  hwxsys::SystemRoot();  // throws at once if HWX_SYSROOT names no directory
   DefineComputerSystem(ns);
   DefineOperatingSystem(ns);
   DefineProduct(ns);

@@ -60,13 +60,13 @@ std::optional<std::string> ParseUUID(const smbios::TStructure& structure, bool s
 // it shows to root alone.
 TSystemInformation ReadKernelCopies(const std::string& root) {
   TSystemInformation information;
-  information.fManufacturer = ReadKernelCopy(root, "sys_vendor");
-  information.fProductName = ReadKernelCopy(root, "product_name");
-  information.fVersion = ReadKernelCopy(root, "product_version");
-  information.fSerialNumber = ReadKernelCopy(root, "product_serial");
-  information.fUUID = ReadKernelCopy(root, "product_uuid");
-  information.fSKUNumber = ReadKernelCopy(root, "product_sku");
-  information.fFamily = ReadKernelCopy(root, "product_family");
+  information.fManufacturer = KernelCopy(root, "sys_vendor");
+  information.fProductName = KernelCopy(root, "product_name");
+  information.fVersion = KernelCopy(root, "product_version");
+  information.fSerialNumber = KernelCopy(root, "product_serial");
+  information.fUUID = KernelCopy(root, "product_uuid");
+  information.fSKUNumber = KernelCopy(root, "product_sku");
+  information.fFamily = KernelCopy(root, "product_family");
   return information;
 }
 

@@ -1,66 +1,25 @@
 #include "providers/linux/TextFile.h"
 
 #include <dirent.h>
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <memory>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
-#include "providers/linux/SystemRoot.h"
+#include "hwxsys/RegularFile.h"
+#include "hwxsys/SystemRoot.h"
+#include "hwxsys/Words.h"
 
 namespace linux_machine {
 
 namespace {
 
 constexpr std::size_t kAttributeSizeLimit = 4096;  // the kernel's own, on the smallest pages
-
-class TDescriptor {
- public:
-  // Not blocking, since a pipe may stand in the file's place.
-  explicit TDescriptor(const std::string& path)
-      : fDescriptor(::open(FollowedInRoot(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-  TDescriptor(const TDescriptor&) = delete;
-  TDescriptor& operator=(const TDescriptor&) = delete;
-  ~TDescriptor() {
-    if (fDescriptor >= 0) {
-      ::close(fDescriptor);
-    }
-  }
-  int Get() const { return fDescriptor; }
-
- private:
-  int fDescriptor;
-};
-
-bool IsRegularFile(const TDescriptor& file) {
-  struct stat status {};
-  return file.Get() >= 0 && ::fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
-// The bytes of a regular file. Of a larger one, the first bytes: a few more than `limit`.
-std::optional<std::string> ReadUpTo(const std::string& path, std::size_t limit) {
-  const TDescriptor file(path);
-  if (!IsRegularFile(file)) {
-    return std::nullopt;
-  }
-  std::string bytes;
-  char block[4096];  // files of /proc and /sys don't tell their size beforehand
-  for (;;) {
-    const ssize_t count = ::read(file.Get(), block, sizeof block);
-    if (count < 0) {
-      return std::nullopt;
-    }
-    bytes.append(block, static_cast<std::size_t>(count));
-    if (count == 0 || bytes.size() > limit) {
-      return bytes;
-    }
-  }
-}
 
 std::optional<std::uint64_t> ParseDigits(std::string_view text, int base) {
   std::uint64_t number = 0;
@@ -72,16 +31,18 @@ std::optional<std::uint64_t> ParseDigits(std::string_view text, int base) {
 }  // namespace
 
 std::optional<std::string> ReadFile(const std::string& path, std::size_t limit) {
-  std::optional<std::string> bytes = ReadUpTo(path, limit);
-  return bytes && bytes->size() > limit ? std::nullopt : bytes;
+  std::string bytes;
+  const bool isRead = hwxsys::ReadRegularFile(hwxsys::FollowedInRoot(path), limit, bytes) == 0;
+  return isRead ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 std::string ReadList(const std::string& path, std::size_t limit) {
-  const std::optional<std::string> bytes = ReadUpTo(path, limit);
-  if (bytes && bytes->size() > limit) {
+  std::string bytes;
+  const int error = hwxsys::ReadRegularFile(hwxsys::FollowedInRoot(path), limit, bytes);
+  if (error == EFBIG) {
     throw std::runtime_error(path + " has more than " + std::to_string(limit) + " bytes");
   }
-  return bytes.value_or(std::string());
+  return error == 0 ? bytes : std::string();
 }
 
 std::optional<std::string> ReadAttribute(const std::string& path) {
@@ -103,8 +64,8 @@ std::optional<std::uint64_t> ReadNumber(const std::string& path) {
 
 std::vector<std::string> ListDirectory(const std::string& path) {
   std::vector<std::string> names;
-  const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(FollowedInRoot(path).c_str()),
-                                                      &::closedir);
+  const std::unique_ptr<DIR, int (*)(DIR*)> directory(
+      ::opendir(hwxsys::FollowedInRoot(path).c_str()), &::closedir);
   if (!directory) {
     return names;
   }
@@ -121,7 +82,7 @@ std::vector<std::string> ListDirectory(const std::string& path) {
 bool Exists(const std::string& path) {
   const std::size_t name = path.rfind('/') + 1;  // the last name is looked at, not followed
   struct stat status {};
-  return ::lstat((FollowedInRoot(path.substr(0, name)) + "/" + path.substr(name)).c_str(),
+  return ::lstat((hwxsys::FollowedInRoot(path.substr(0, name)) + "/" + path.substr(name)).c_str(),
                  &status) == 0;
 }
 
@@ -134,9 +95,9 @@ std::string WithoutTrailingBlanks(std::string_view text) {
 }
 
 std::optional<std::string> ReadTrimmed(const std::string& path) {
-  const std::string value = WithoutTrailingBlanks(ReadAttribute(path).value_or(std::string()));
-  const std::size_t begin = value.find_first_not_of(' ');
-  return begin == std::string::npos ? std::nullopt : std::optional(value.substr(begin));
+  const std::string value = ReadAttribute(path).value_or(std::string());
+  const std::string_view trimmed = hwxsys::Trimmed(value, " ");
+  return trimmed.empty() ? std::nullopt : std::optional(std::string(trimmed));
 }
 
 std::optional<std::uint64_t> ParseNumber(std::string_view text) {

@@ -20,6 +20,7 @@
 #include "hwxcore/os/TLoadException.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxsys/Descriptor.h"
 
 namespace hwx {
 
@@ -41,10 +42,8 @@ class TPageDirectory {
   }
 
   ~TPageDirectory() {
-    if (fBefore >= 0) {
-      if (::fchdir(fBefore) != 0) ReportError("the current directory is gone");
-      ::close(fBefore);
-    }
+    if (fBefore.IsOpen() && ::fchdir(fBefore.Get()) != 0)
+      ReportError("the current directory is gone");
     std::error_code ignored;
     std::filesystem::remove_all(fPath, ignored);
   }
@@ -58,7 +57,7 @@ class TPageDirectory {
   }
 
  private:
-  int fBefore;
+  const hwxsys::TDescriptor fBefore;
   std::string fPath;
 };
 

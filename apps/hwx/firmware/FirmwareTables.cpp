@@ -3,6 +3,8 @@
 #include <cstdlib>
 
 #include "hwx/text/Failure.h"
+#include "hwxsys/KernelCopy.h"
+#include "hwxsys/SystemRoot.h"
 #include "smbios/TableReader.h"
 
 namespace hwx {
@@ -13,24 +15,12 @@ const char kVariable[] = "HWX_SMBIOS_TABLES";
 
 }  // namespace
 
-std::string SystemRoot() {
-  const char* const value = std::getenv("HWX_SYSROOT");
-  std::string root = value ? value : "";
-  while (!root.empty() && root.back() == '/')
-    root.pop_back();
-  return root;
-}
-
-bool IsOtherFirmware() {
-  return std::getenv(kVariable) != nullptr;
-}
-
 std::string FirmwareLocation() {
-  return smbios::TablesLocation(SystemRoot());
+  return smbios::TablesLocation(hwxsys::SystemRoot());
 }
 
 smbios::TTables ReadFirmware() {
-  return smbios::ReadTables(FirmwareLocation());
+  return smbios::ReadTables(hwxsys::FollowedInRoot(FirmwareLocation()));
 }
 
 std::string WhyUnsound(const smbios::TTables& tables) {
@@ -44,7 +34,7 @@ smbios::TTables ReadSoundFirmware(const TGlobalOptions& options) {
   throw TFailure(given + WhyUnsound(tables));
 }
 
-TFirmwareForLibrary::TFirmwareForLibrary() : fIsNeeded(!IsOtherFirmware()) {
+TFirmwareForLibrary::TFirmwareForLibrary() : fIsNeeded(!hwxsys::IsOtherFirmware()) {
   if (fIsNeeded) ::setenv(kVariable, FirmwareLocation().c_str(), 1);
 }
 

@@ -13,12 +13,6 @@
 
 namespace hwx {
 
-/// What stands before /sys: the environment variable `HWX_SYSROOT`, for this machine nothing.
-std::string SystemRoot();
-
-/// Whether the tables are another machine's, of which this one's kernel knows nothing.
-bool IsOtherFirmware();
-
 /// The file or directory that holds the tables.
 std::string FirmwareLocation();
 

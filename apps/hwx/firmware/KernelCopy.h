@@ -1,6 +1,5 @@
-// What the kernel keeps of the firmware's tables in /sys/class/dmi/id, also where it doesn't hand
-// out the tables themselves. Thread-safety: reads the environment, which no thread may change
-// meanwhile.
+// What the kernel keeps of the firmware's tables, with the reason where it doesn't.
+// Thread-safety: reads the environment, which no thread may change meanwhile.
 
 #ifndef HWX_FIRMWARE_KERNELCOPY_H
 #define HWX_FIRMWARE_KERNELCOPY_H
@@ -13,7 +12,7 @@ namespace hwx {
 
 /// The text in one of its files, such as "product_name". Missing also if the firmware tables are
 /// another machine's.
-TAnswer<std::string> ReadKernelCopy(const std::string& name);
+TAnswer<std::string> KernelCopy(const std::string& name);
 
 }  // namespace hwx
 

@@ -102,7 +102,7 @@ TAnswer<std::string> BiosIDOf(const TAnswer<std::string>& version) {
 std::vector<TExplanation> Explain(const NamespacePtr& machine, const TIdentity& identity) {
   const TSystemIdentity system = AskSystem();
   const TBiosIdentity bios = AskBios();
-  const auto product = ReadKernelCopy("product_name");
+  const auto product = KernelCopy("product_name");
   const auto rawProduct =
       Raw(identity.fProductName, [&] { return TCIMSchemaHelper::GetSystemProductName(machine); });
   const auto rawSerial = Raw(identity.fSerialNumber, [&] {
@@ -123,10 +123,9 @@ std::vector<TExplanation> Explain(const NamespacePtr& machine, const TIdentity& 
               FilledIn(kSysfs, product)}),
       Judged("serialNumber", "Serial number",
              {FilledIn(kSchemaQuery, rawSerial), FilledIn(kType1, system.fSerialNumber),
-              FilledIn(kSysfs, ReadKernelCopy("product_serial"))}),
-      Judged(
-          "biosIdentifier", "BIOS identifier",
-          {Source(kType0, bios.fBiosID), Source(kSysfs, BiosIDOf(ReadKernelCopy("bios_version")))}),
+              FilledIn(kSysfs, KernelCopy("product_serial"))}),
+      Judged("biosIdentifier", "BIOS identifier",
+             {Source(kType0, bios.fBiosID), Source(kSysfs, BiosIDOf(KernelCopy("bios_version")))}),
       Judged("machineTypeByBios", "Machine type by BIOS",
              {Source(kType0Table, bios.fTypeByTable), Source(kType1, system.fMachineType)},
              takeableByBios),

@@ -35,20 +35,20 @@ const TQueriedProperty kSourceVersion = {kProduct, "Version", "data source versi
                                          kText,    false,     false};
 const TQueriedProperty kSourceBuild = {kProduct, "Build", "data source build", kText, false, false};
 
-std::string BlankReason(const TQueriedProperty& source) {
-  return std::string("the ") + source.fNoun + " is blank";
+std::string BlankReason(const TQueriedProperty& queried) {
+  return std::string("the ") + queried.fNoun + " is blank";
 }
 
 std::string ExplainByStatus(const THWXStatusCode& status) {
   return "the provider failed: " + InWords(status);
 }
 
-// Why a query failed. If its source can't be read, that is the reason; else `explain` finds one
+// Why a query failed. If its property can't be read, that is the reason; else `explain` finds one
 // from the status.
 template <typename Explain>
-std::string Why(const NamespacePtr& machine, const TQueriedProperty& source,
+std::string Why(const NamespacePtr& machine, const TQueriedProperty& queried,
                 const THWXStatusCode& status, Explain explain) {
-  const auto unreadable = WhyUnreadable(machine, source);
+  const auto unreadable = WhyUnreadable(machine, queried);
   if (unreadable) return *unreadable;
   try {
     return explain(status);
@@ -58,24 +58,24 @@ std::string Why(const NamespacePtr& machine, const TQueriedProperty& source,
 }
 
 template <typename Query, typename Explain>
-auto Ask(const NamespacePtr& machine, const TQueriedProperty& source, Query query, Explain explain)
+auto Ask(const NamespacePtr& machine, const TQueriedProperty& queried, Query query, Explain explain)
     -> TAnswer<decltype(query())> {
   typedef decltype(query()) T;
   try {
     return {query(), std::string()};
   } catch (const THWXException& failure) {
-    return Missing<T>(Why(machine, source, failure.GetStatus(), explain));
+    return Missing<T>(Why(machine, queried, failure.GetStatus(), explain));
   } catch (const std::exception& failure) {
     return Missing<T>(std::string("the provider failed: ") + failure.what());
   }
 }
 
-TAnswer<std::string> AskText(const NamespacePtr& machine, const TQueriedProperty& source,
+TAnswer<std::string> AskText(const NamespacePtr& machine, const TQueriedProperty& queried,
                              std::string (*query)(NamespacePtr)) {
   auto answer = Ask(
-      machine, source, [&] { return query(machine); }, &ExplainByStatus);
+      machine, queried, [&] { return query(machine); }, &ExplainByStatus);
   if (!answer.fValue || !IsBlank(*answer.fValue)) return answer;
-  return Missing<std::string>(WhyUnreadable(machine, source).value_or(BlankReason(source)));
+  return Missing<std::string>(WhyUnreadable(machine, queried).value_or(BlankReason(queried)));
 }
 
 TAnswer<std::string> AskMTM(const NamespacePtr& machine) {

@@ -50,12 +50,12 @@ auto Find(Step step, const std::string& whenAbsent)
   }
 }
 
-TFound<ICIMInstance> FindInstance(ICIMClass& cimClass, const TQueriedProperty& source) {
+TFound<ICIMInstance> FindInstance(ICIMClass& cimClass, const TQueriedProperty& queried) {
   std::vector<InstancePtr> instances;
   cimClass.EnumerateInstances(TAddToVectorCallback<ICIMInstance>(&instances), true, TCIMContext());
-  const std::string className = source.fClass;
+  const std::string className = queried.fClass;
   if (instances.empty()) return {{}, "the provider has no instance of the class " + className};
-  if (instances.size() > 1 && source.fNeedsOneInstance) {
+  if (instances.size() > 1 && queried.fNeedsOneInstance) {
     return {{},
             "the provider has " + std::to_string(instances.size()) + " instances of the class " +
                 className + ", not one"};
@@ -63,40 +63,40 @@ TFound<ICIMInstance> FindInstance(ICIMClass& cimClass, const TQueriedProperty& s
   return {instances.back(), std::string()};
 }
 
-TFound<ICIMProperty> FindProperty(const NamespacePtr& machine, const TQueriedProperty& source) {
-  const std::string className = source.fClass;
+TFound<ICIMProperty> FindProperty(const NamespacePtr& machine, const TQueriedProperty& queried) {
+  const std::string className = queried.fClass;
   const auto cimClass = Find([&] { return machine->GetClass(className, PluginContext()); },
                              "the provider lacks the class " + className);
   if (!cimClass.fObject) return {{}, cimClass.fReason};
-  const auto instance = FindInstance(*cimClass.fObject, source);
+  const auto instance = FindInstance(*cimClass.fObject, queried);
   if (!instance.fObject) return {{}, instance.fReason};
-  return Find([&] { return instance.fObject->GetProperty(source.fProperty, PluginContext()); },
-              "the class " + className + " has no property " + source.fProperty);
+  return Find([&] { return instance.fObject->GetProperty(queried.fProperty, PluginContext()); },
+              "the class " + className + " has no property " + queried.fProperty);
 }
 
-std::string WhyNull(const NamespacePtr& machine, const TQueriedProperty& source) {
-  const auto status = source.fIsOfFirmware ? FirmwareStatus(machine) : std::nullopt;
-  if (!status) return std::string("the provider gives no ") + source.fNoun;
-  return status->empty() ? std::string("the firmware tables hold no ") + source.fNoun : *status;
+std::string WhyNull(const NamespacePtr& machine, const TQueriedProperty& queried) {
+  const auto status = queried.fIsOfFirmware ? FirmwareStatus(machine) : std::nullopt;
+  if (!status) return std::string("the provider gives no ") + queried.fNoun;
+  return status->empty() ? std::string("the firmware tables hold no ") + queried.fNoun : *status;
 }
 
 std::optional<std::string> WhyUnreadableOrThrow(const NamespacePtr& machine,
-                                                const TQueriedProperty& source) {
-  const auto property = FindProperty(machine, source);
+                                                const TQueriedProperty& queried) {
+  const auto property = FindProperty(machine, queried);
   if (!property.fObject) return property.fReason;
   const TCIMValue value = property.fObject->GetValue(TCIMContext());
-  if (value.IsNull()) return WhyNull(machine, source);
-  if (value.GetType() == source.fType) return std::nullopt;
-  return std::string("the provider gives the ") + source.fNoun + " as " +
-         TypeName(value.GetType()) + ", not as " + TypeName(source.fType);
+  if (value.IsNull()) return WhyNull(machine, queried);
+  if (value.GetType() == queried.fType) return std::nullopt;
+  return std::string("the provider gives the ") + queried.fNoun + " as " +
+         TypeName(value.GetType()) + ", not as " + TypeName(queried.fType);
 }
 
 }  // namespace
 
 std::optional<std::string> WhyUnreadable(const NamespacePtr& machine,
-                                         const TQueriedProperty& source) {
+                                         const TQueriedProperty& queried) {
   try {
-    return WhyUnreadableOrThrow(machine, source);
+    return WhyUnreadableOrThrow(machine, queried);
   } catch (const THWXException& failure) {
     return "the provider failed: " + InWords(failure.GetStatus());
   } catch (const std::exception& failure) {

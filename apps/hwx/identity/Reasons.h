@@ -23,9 +23,9 @@ struct TQueriedProperty {
   bool fNeedsOneInstance;  ///< Whether the query refuses several instances.
 };
 
-/// Why `source` can't be read; missing if it can. Failures of the namespace are told as reasons.
+/// Why `queried` can't be read; missing if it can. Failures of the namespace are told as reasons.
 std::optional<std::string> WhyUnreadable(const NamespacePtr& machine,
-                                         const TQueriedProperty& source);
+                                         const TQueriedProperty& queried);
 
 /// Why the firmware's tables can't be read, as the provider tells it: empty if they were read well,
 /// missing if the provider doesn't tell.

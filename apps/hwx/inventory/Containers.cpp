@@ -13,17 +13,18 @@ using namespace NQORHWX20;
 
 namespace {
 
-boost::shared_ptr<IContainerSource> Source() {
-  auto source = boost::dynamic_pointer_cast<IContainerSource>(LoadProvider("container"));
-  if (!source) throw TFailure("the provider \"container\" doesn't keep files");
-  return source;
+boost::shared_ptr<IContainerSource> Containers() {
+  auto containers = boost::dynamic_pointer_cast<IContainerSource>(LoadProvider("container"));
+  if (!containers) throw TFailure("the provider \"container\" doesn't keep files");
+  return containers;
 }
 
+// Calls the provider, and tells in its words what it throws.
 template <typename Operation>
-auto InWordsOfTheSource(Operation operation) {
-  const auto source = Source();
+auto Asked(Operation operation) {
+  const auto containers = Containers();
   try {
-    return operation(*source);
+    return operation(*containers);
   } catch (const TContainerException& failure) {
     throw TFailure(failure.what());
   }
@@ -32,20 +33,19 @@ auto InWordsOfTheSource(Operation operation) {
 }  // namespace
 
 NamespacePtr NewContainer(const std::string& name) {
-  return InWordsOfTheSource([&](IContainerSource& source) { return source.NewContainer(name); });
+  return Asked([&](IContainerSource& containers) { return containers.NewContainer(name); });
 }
 
 NamespacePtr LoadContainer(const std::string& path) {
-  return InWordsOfTheSource([&](IContainerSource& source) { return source.LoadContainer(path); });
+  return Asked([&](IContainerSource& containers) { return containers.LoadContainer(path); });
 }
 
 void SaveContainer(const NamespacePtr& container, const std::string& path) {
-  InWordsOfTheSource([&](IContainerSource& source) { source.SaveContainer(container, path); });
+  Asked([&](IContainerSource& containers) { containers.SaveContainer(container, path); });
 }
 
 std::string ContainerText(const NamespacePtr& container) {
-  return InWordsOfTheSource(
-      [&](IContainerSource& source) { return source.ContainerText(container); });
+  return Asked([&](IContainerSource& containers) { return containers.ContainerText(container); });
 }
 
 }  // namespace hwx

@@ -73,7 +73,7 @@ void MakeMountPoint(const std::string& mountPoint) {
 
 // Throws if another device is mounted there, which the library would take for this one.
 void RequireFreeFor(const std::string& device, const std::string& mountPoint) {
-  const std::string source = SourceAt(mountPoint, ReadMounts());
+  const std::string source = SourceAt(mountPoint, hwxsys::ReadMountInfo());
   if (source.empty()) return;
   if (IsOfDevice(source, RealDevice(device)) || source == RealDevice(device + "1")) return;
   throw TFailure(mountPoint + " is in use: " + source + " is mounted there");
@@ -84,7 +84,7 @@ void RequireFreeFor(const std::string& device, const std::string& mountPoint) {
 TAnswer<std::vector<TMedium>> ListMedia(const NamespacePtr& machine) {
   try {
     const auto found = TOSSpecific::EnumerateRemovableMedia(machine);
-    const std::vector<TMount> mounts = ReadMounts();
+    const std::vector<TMount> mounts = hwxsys::ReadMountInfo();
     std::vector<TMedium> media;
     media.reserve(found.size());
     for (const auto& [device, description] : found)
@@ -114,7 +114,7 @@ std::string MountMedium(const std::string& device) {
 void UnmountMedium(const std::string& mountPoint) {
   RequirePlainPath(mountPoint);
   RequireAdmin();
-  if (SourceAt(mountPoint, ReadMounts()).empty()) {
+  if (SourceAt(mountPoint, hwxsys::ReadMountInfo()).empty()) {
     throw TFailure("nothing is mounted at " + mountPoint);
   }
   try {

@@ -1,4 +1,4 @@
-// What is mounted where, as the kernel tells it. Thread-safety: functions without state.
+// Questions to the table of mounts. Thread-safety: functions without state.
 
 #ifndef HWX_MEDIA_MOUNTTABLE_H
 #define HWX_MEDIA_MOUNTTABLE_H
@@ -6,20 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "hwxsys/MountInfo.h"
+
 namespace hwx {
 
-/// A mounted file system.
-struct TMount {
-  std::string fSource;  ///< A device's path, or any other text.
-  std::string fMountPoint;
-};
-
-/// Reads the kernel's table, in its order; a later mount covers an earlier one at the same place. A
-/// line of another form is passed over.
-std::vector<TMount> ParseMounts(const std::string& text);
-
-/// Those of this process. Throws what `TOSSpecific::CaptureFile` throws.
-std::vector<TMount> ReadMounts();
+using hwxsys::TMount;
 
 /// Whether `source` is `device` or one of its partitions: "/dev/sdb" and "/dev/sdb1", "/dev/loop0"
 /// and "/dev/loop0p1".

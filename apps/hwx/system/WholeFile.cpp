@@ -1,15 +1,9 @@
 #include "hwx/system/WholeFile.h"
 
-#include <fcntl.h>
-#include <stdio.h>
-#include <stdlib.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstring>
 
 #include "hwx/text/Failure.h"
+#include "hwxsys/AtomicFile.h"
 
 namespace hwx {
 
@@ -18,55 +12,6 @@ namespace {
 [[noreturn]] void Fail(const std::string& path, const std::string& reason) {
   throw TFailure(path + " can't be written: " + reason);
 }
-
-// The file under a name of its own, in the directory where it is to be; removed at the end unless
-// it got its name.
-class TUnnamedFile {
- public:
-  explicit TUnnamedFile(const std::string& path)
-      : fPath(path), fTemporary(path + ".XXXXXX"), fFile(::mkostemp(fTemporary.data(), O_CLOEXEC)) {
-    if (fFile < 0) Fail(fPath, std::strerror(errno));
-  }
-
-  ~TUnnamedFile() {
-    ::close(fFile);
-    if (!fIsNamed) ::unlink(fTemporary.c_str());
-  }
-
-  TUnnamedFile(const TUnnamedFile&) = delete;
-  TUnnamedFile& operator=(const TUnnamedFile&) = delete;
-
-  void Write(const std::string& bytes) {
-    for (std::size_t written = 0; written < bytes.size();) {
-      const ssize_t count = ::write(fFile, bytes.data() + written, bytes.size() - written);
-      if (count < 0 && errno != EINTR) Fail(fPath, std::strerror(errno));
-      if (count > 0) written += static_cast<std::size_t>(count);
-    }
-    if (::fsync(fFile) != 0) Fail(fPath, std::strerror(errno));
-  }
-
-  void GiveName(bool replaces) {
-    fIsNamed = replaces ? Replace() : Place();
-    if (!fIsNamed) Fail(fPath, std::strerror(errno));
-  }
-
- private:
-  bool Replace() { return ::rename(fTemporary.c_str(), fPath.c_str()) == 0; }
-
-  // Some file systems can't rename without replacing; those can link.
-  bool Place() {
-    const char* const from = fTemporary.c_str();
-    if (::renameat2(AT_FDCWD, from, AT_FDCWD, fPath.c_str(), RENAME_NOREPLACE) == 0) return true;
-    if (errno != EINVAL || ::link(from, fPath.c_str()) != 0) return false;
-    ::unlink(from);
-    return true;
-  }
-
-  const std::string fPath;
-  std::string fTemporary;
-  const int fFile;
-  bool fIsNamed = false;
-};
 
 // Checked beforehand to give a good reason. A file that is made later isn't replaced either.
 void RequirePlace(const std::string& path, bool replaces) {
@@ -80,9 +25,14 @@ void RequirePlace(const std::string& path, bool replaces) {
 
 void WriteWholeFile(const std::string& path, const std::string& bytes, bool replaces) {
   RequirePlace(path, replaces);
-  TUnnamedFile file(path);
-  file.Write(bytes);
-  file.GiveName(replaces);
+  using hwxsys::EFileKind;
+  try {
+    hwxsys::TAtomicFile file(path, replaces ? EFileKind::kPrivate : EFileKind::kPrivateAndNew);
+    file.Write(bytes);
+    file.Commit();
+  } catch (const hwxsys::TFileError& failure) {
+    throw TFailure(path + " " + failure.what());
+  }
 }
 
 }  // namespace hwx

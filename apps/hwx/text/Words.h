@@ -7,13 +7,15 @@
 #include <string>
 #include <string_view>
 
+#include "hwxsys/Words.h"
+
 namespace hwx {
 
 /// Whether there is nothing but white space.
 bool IsBlank(std::string_view text);
 
 /// The text without the white space at both ends.
-std::string_view Trimmed(std::string_view text);
+using hwxsys::Trimmed;
 
 /// The text in double quotes.
 std::string Quoted(std::string_view text);

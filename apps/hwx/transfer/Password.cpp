@@ -13,26 +13,11 @@
 #include "hwx/text/Failure.h"
 #include "hwx/text/Printable.h"
 #include "hwx/text/StatusWords.h"
+#include "hwxsys/Descriptor.h"
 
 namespace hwx {
 
 namespace {
-
-// A descriptor that is closed in the end.
-class TDescriptor {
- public:
-  explicit TDescriptor(int descriptor) : fDescriptor(descriptor) {}
-  ~TDescriptor() {
-    if (fDescriptor >= 0) ::close(fDescriptor);
-  }
-  TDescriptor(const TDescriptor&) = delete;
-  TDescriptor& operator=(const TDescriptor&) = delete;
-
-  operator int() const { return fDescriptor; }  // NOLINT(google-explicit-constructor)
-
- private:
-  int fDescriptor;
-};
 
 volatile std::sig_atomic_t gSignal = 0;
 
@@ -92,9 +77,9 @@ void Show(int terminal, const std::string& text) {
 }  // namespace
 
 std::string PasswordFromFile(const std::string& path) {
-  const TDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  const hwxsys::TDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status;
-  if (file < 0 || ::fstat(file, &status) != 0) {
+  if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0) {
     throw TFailure("the password can't be read from " + path + ": " + LastError());
   }
   const bool isOurs = status.st_uid == ::geteuid() || status.st_uid == 0;
@@ -102,22 +87,22 @@ std::string PasswordFromFile(const std::string& path) {
     throw TFailure("the password isn't read from " + path +
                    ": it must be a file of yours that nobody else may read (chmod 600)");
   }
-  const auto line = ReadLine(file);
+  const auto line = ReadLine(file.Get());
   if (!line) throw TFailure("the password can't be read from " + path + ": it is empty");
   return *line;
 }
 
 std::string AskForPassword(const std::string& whose) {
-  const TDescriptor terminal(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY));
-  if (terminal < 0) {
+  const hwxsys::TDescriptor terminal(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY));
+  if (!terminal.IsOpen()) {
     throw TFailure("there is no terminal to ask for the password on; use --password-file");
   }
   std::optional<std::string> line;
   {
-    const TSilentTerminal silent(terminal);
-    Show(terminal, "Password of " + Printable(whose) + ": ");
-    line = ReadLine(terminal);
-    Show(terminal, "\n");
+    const TSilentTerminal silent(terminal.Get());
+    Show(terminal.Get(), "Password of " + Printable(whose) + ": ");
+    line = ReadLine(terminal.Get());
+    Show(terminal.Get(), "\n");
   }
   if (!line) throw TFailure("no password was given");
   return *line;

@@ -19,6 +19,7 @@
 #include "hwxcore/os/TLoadException.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxsys/Descriptor.h"
 
 namespace hwx {
 
@@ -53,12 +54,11 @@ void Transfer(const TServerAddress& server, const std::function<void()>& call) {
 }
 
 void RequireReadableFile(const std::string& path) {
-  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (file < 0) throw TFailure(path + " can't be read: " + LastError());
+  const hwxsys::TDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!file.IsOpen()) throw TFailure(path + " can't be read: " + LastError());
   struct stat status;
-  const bool isFile = ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
-  ::close(file);
-  if (!isFile) throw TFailure(path + " is no file");
+  if (::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))
+    throw TFailure(path + " is no file");
 }
 
 // A directory beside the target, removed at the end with what is in it. The file is fetched to it,

@@ -1,4 +1,4 @@
-#include "providers/linux/SystemRoot.h"
+#include "hwxsys/SystemRoot.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,6 +15,8 @@ namespace linux_machine {
 
 namespace {
 
+using hwxsys::FollowedInRoot;
+using hwxsys::SystemRoot;
 using hwxtest::ScopedEnvironment;
 using hwxtest::TemporaryDirectory;
 using ::testing::ElementsAre;

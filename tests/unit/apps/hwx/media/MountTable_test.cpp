@@ -9,28 +9,8 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-TEST(ParseMounts, ReadsSourceAndPlaceOfEachLine) {
-  const auto mounts =
-      ParseMounts("/dev/sda1 / ext4 rw,relatime 0 0\ntmpfs /dev/shm tmpfs rw 0 0\n");
-  ASSERT_EQ(mounts.size(), 2u);
-  EXPECT_EQ(mounts[0].fSource, "/dev/sda1");
-  EXPECT_EQ(mounts[0].fMountPoint, "/");
-  EXPECT_EQ(mounts[1].fSource, "tmpfs");
-  EXPECT_EQ(mounts[1].fMountPoint, "/dev/shm");
-}
-
-TEST(ParseMounts, TurnsEscapesIntoTheirCharacters) {
-  const auto mounts = ParseMounts("a\\134b /my\\040key\\011 x\n/c\\0 \\999\\040 x\n");
-  ASSERT_EQ(mounts.size(), 2u);
-  EXPECT_EQ(mounts[0].fSource, "a\\b");
-  EXPECT_EQ(mounts[0].fMountPoint, "/my key\t");
-  EXPECT_EQ(mounts[1].fSource, "/c\\0");
-  EXPECT_EQ(mounts[1].fMountPoint, "\\999 ");
-}
-
-TEST(ParseMounts, PassesOverOtherLines) {
-  EXPECT_THAT(ParseMounts(""), IsEmpty());
-  EXPECT_THAT(ParseMounts("\n\nword\n"), IsEmpty());
+TMount Mount(const std::string& source, const std::string& mountPoint) {
+  return {1, "8:1", "/", mountPoint, "rw", "ext4", source};
 }
 
 TEST(IsOfDevice, KnowsTheDeviceAndItsPartitions) {
@@ -52,14 +32,14 @@ TEST(IsOfDevice, KnowsOtherDevices) {
 }
 
 TEST(MountPointsOf, AreThoseOfTheDeviceAndItsPartitions) {
-  const std::vector<TMount> mounts = {
-      {"/dev/sda1", "/"}, {"/dev/sdb2", "/b"}, {"/dev/sdb1", "/a"}, {"/dev/sdbb", "/c"}};
+  const std::vector<TMount> mounts = {Mount("/dev/sda1", "/"), Mount("/dev/sdb2", "/b"),
+                                      Mount("/dev/sdb1", "/a"), Mount("/dev/sdbb", "/c")};
   EXPECT_THAT(MountPointsOf("/dev/sdb", mounts), ElementsAre("/b", "/a"));
   EXPECT_THAT(MountPointsOf("/dev/sdc", mounts), IsEmpty());
 }
 
 TEST(SourceAt, IsTheLastOneMountedThere) {
-  const std::vector<TMount> mounts = {{"a", "/mnt"}, {"b", "/mnt"}, {"c", "/"}};
+  const std::vector<TMount> mounts = {Mount("a", "/mnt"), Mount("b", "/mnt"), Mount("c", "/")};
   EXPECT_EQ(SourceAt("/mnt", mounts), "b");
   EXPECT_EQ(SourceAt("/mnt/key", mounts), "");
 }

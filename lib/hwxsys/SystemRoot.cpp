@@ -1,4 +1,4 @@
-#include "providers/linux/SystemRoot.h"
+#include "hwxsys/SystemRoot.h"
 
 #include <limits.h>
 #include <sys/stat.h>
@@ -9,7 +9,7 @@
 #include <cstring>
 #include <stdexcept>
 
-namespace linux_machine {
+namespace hwxsys {
 
 namespace {
 
@@ -89,4 +89,4 @@ std::string FollowedInRoot(const std::string& path) {
   return followed;
 }
 
-}  // namespace linux_machine
+}  // namespace hwxsys

@@ -2,12 +2,12 @@
 // names, which holds a copy of another machine's.
 // Thread-safety: no state is kept. The environment is read, which no thread may change meanwhile.
 
-#ifndef PROVIDERS_LINUX_SYSTEMROOT_H
-#define PROVIDERS_LINUX_SYSTEMROOT_H
+#ifndef HWXSYS_SYSTEMROOT_H
+#define HWXSYS_SYSTEMROOT_H
 
 #include <string>
 
-namespace linux_machine {
+namespace hwxsys {
 
 /// What stands before /sys, /proc, /etc, /usr and /run: the environment variable `HWX_SYSROOT`
 /// without the "/" at its end, and so nothing for this machine. Throws `std::runtime_error`, which
@@ -19,6 +19,6 @@ std::string SystemRoot();
 /// returned as it is, and the empty text for links that lead in circles.
 std::string FollowedInRoot(const std::string& path);
 
-}  // namespace linux_machine
+}  // namespace hwxsys
 
-#endif  // PROVIDERS_LINUX_SYSTEMROOT_H
+#endif  // HWXSYS_SYSTEMROOT_H
