@@ -4,6 +4,8 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <map>
+#include <mutex>
 #include <system_error>
 #include <utility>
 
@@ -57,6 +59,27 @@ TTables ReadDump(const std::string& path) {
   return TTables::FromDump(dump, path);
 }
 
+TTables ReadAnew(const std::string& location) {
+  struct stat status {};
+  if (::stat(location.c_str(), &status) != 0) {
+    return Refused(location, errno);
+  }
+  return S_ISDIR(status.st_mode) ? ReadDirectory(location) : ReadDump(location);
+}
+
+// What was read while there are snapshots.
+struct TKeptTables {
+  std::mutex fMutex;
+  int fSnapshots = 0;
+  std::map<std::string, TTables> fTables;  // by location
+};
+
+// Never destroyed: providers may read until the very end.
+TKeptTables& Kept() {
+  static TKeptTables& kept = *new TKeptTables;
+  return kept;
+}
+
 }  // namespace
 
 std::string TablesLocation(const std::string& root) {
@@ -65,11 +88,29 @@ std::string TablesLocation(const std::string& root) {
 }
 
 TTables ReadTables(const std::string& location) {
-  struct stat status {};
-  if (::stat(location.c_str(), &status) != 0) {
-    return Refused(location, errno);
+  TKeptTables& kept = Kept();
+  std::unique_lock<std::mutex> lock(kept.fMutex);
+  if (kept.fSnapshots == 0) {
+    lock.unlock();
+    return ReadAnew(location);
   }
-  return S_ISDIR(status.st_mode) ? ReadDirectory(location) : ReadDump(location);
+  const auto found = kept.fTables.find(location);
+  if (found != kept.fTables.end()) {
+    return found->second;
+  }
+  return kept.fTables.emplace(location, ReadAnew(location)).first->second;
+}
+
+TSnapshot::TSnapshot() {
+  const std::lock_guard<std::mutex> lock(Kept().fMutex);
+  ++Kept().fSnapshots;
+}
+
+TSnapshot::~TSnapshot() {
+  const std::lock_guard<std::mutex> lock(Kept().fMutex);
+  if (--Kept().fSnapshots == 0) {
+    Kept().fTables.clear();
+  }
 }
 
 std::string WhyUnsound(const TTables& tables, const std::string& location) {

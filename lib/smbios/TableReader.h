@@ -26,7 +26,22 @@ std::string TablesLocation(const std::string& root = std::string());
 /// - `kSmBiosNoPermission`: "PATH needs root"
 /// - `kSmBiosReadFailed`: "PATH: " and what the operating system says
 /// - `kSmBiosMalformed`: "PATH: " and what is wrong with the bytes
+///
+/// While a `TSnapshot` lives, the answer is what was read first at `location`.
 TTables ReadTables(const std::string& location);
+
+/// One reading of the firmware's tables for many questions: while it lives, `ReadTables` reads each
+/// location once, whoever calls it, and answers from that, also with why there are no tables. So
+/// all answers agree, and who asks much reads little. Without one, each call reads anew.
+///
+/// Thread-safety: for the process; any number may live at once, on any threads.
+class TSnapshot {
+ public:
+  TSnapshot();
+  ~TSnapshot();
+  TSnapshot(const TSnapshot&) = delete;
+  TSnapshot& operator=(const TSnapshot&) = delete;
+};
 
 /// Why the tables read at `location` are absent or unsound, for people: "no firmware tables: ...",
 /// "needs root: ...", "malformed: ..." or "unreadable: ...". Empty when they are sound.

@@ -10,6 +10,7 @@
 #include "hwx/text/StatusWords.h"
 #include "hwxcore/diagnostics/TLogger.h"
 #include "hwxcore/value/THWXException.h"
+#include "smbios/TableReader.h"
 
 namespace hwx {
 
@@ -46,6 +47,8 @@ int RunCommand(const TRequest& request) {
   // Providers read the environment when they are asked, or when they are loaded.
   const auto& firmware = request.fOptions.fFirmware;
   if (firmware) ::setenv("HWX_SMBIOS_TABLES", firmware->c_str(), 1);
+  // Many classes and queries are of the firmware's tables. They are read once.
+  const smbios::TSnapshot firmwareTables;
   return request.fCommand->Run(request.fOptions);
 }
 

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <filesystem>
+
 #include "support/ChildProcess.h"
 #include "support/ScopedEnvironment.h"
 #include "support/SmbiosTables.h"
@@ -159,6 +161,49 @@ TEST(WhyUnsound, TellsEachStatusInWords) {
   EXPECT_EQ(why(kSmBiosNoPermission), "needs root: /x can't be read");
   EXPECT_EQ(why(kSmBiosMalformed), "malformed: /x is so");
   EXPECT_EQ(why(kSmBiosReadFailed), "unreadable: /x is so");
+}
+
+TEST_F(TableReader, ReadsAnewEachTimeWithoutASnapshot) {
+  const std::string path = fDirectory / "dump";
+  WriteBytes(path, SomeTables().Dump64());
+  ExpectBox(ReadTables(path));
+  std::filesystem::remove(path);
+  EXPECT_EQ(ReadTables(path).Status(), kSmBiosAbsent);
+}
+
+using Snapshot = TableReader;
+
+TEST_F(Snapshot, KeepsWhatWasReadWhileItLives) {
+  const std::string path = fDirectory / "dump";
+  WriteBytes(path, SomeTables().Dump64());
+  {
+    const smbios::TSnapshot snapshot;
+    ExpectBox(ReadTables(path));
+    std::filesystem::remove(path);
+    const smbios::TSnapshot another;
+    ExpectBox(ReadTables(path));
+  }
+  EXPECT_EQ(ReadTables(path).Status(), kSmBiosAbsent);
+}
+
+TEST_F(Snapshot, KeepsWhyThereAreNoTables) {
+  const std::string path = fDirectory / "dump";
+  const smbios::TSnapshot snapshot;
+  EXPECT_EQ(ReadTables(path).Status(), kSmBiosAbsent);
+  WriteBytes(path, SomeTables().Dump64());
+  EXPECT_EQ(ReadTables(path).Reason(), path + " is absent");
+}
+
+TEST_F(Snapshot, HoldsForTheLibrarysHandles) {
+  const std::string path = fDirectory / "dump";
+  const hwxtest::ScopedEnvironment tables("HWX_SMBIOS_TABLES", path);
+  WriteBytes(path, SomeTables().Dump64());
+  const smbios::TSnapshot snapshot;
+  ExpectBox(ReadTables(path));
+  std::filesystem::remove(path);
+  void* handle = nullptr;
+  EXPECT_EQ(smBiosLoad(nullptr, &handle).code, kSmBiosOK);
+  EXPECT_EQ(smBiosClose(&handle).code, kSmBiosOK);
 }
 
 }  // namespace
