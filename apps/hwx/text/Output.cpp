@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <mutex>
 
 #include "hwx/text/Failure.h"
 #include "hwx/text/Printable.h"
@@ -15,12 +16,15 @@ namespace hwx {
 namespace {
 
 const char* const kEmptyLine = "\r\033[K";
-bool fgShowsProgress = false;
+std::mutex gMutex;  // of the streams and of what follows
+bool gShowsProgress = false;
 
 void ClearProgress() {
-  if (fgShowsProgress) std::fputs(kEmptyLine, stderr);
-  fgShowsProgress = false;
+  if (gShowsProgress) std::fputs(kEmptyLine, stderr);
+  gShowsProgress = false;
 }
+
+using TStreamsLock = std::lock_guard<std::mutex>;
 
 [[noreturn]] void ThrowUnwritten(int error) {
   throw TFailure(std::string("the output can't be written: ") + std::strerror(error));
@@ -33,6 +37,7 @@ void RequireOpenOutput() {
 }
 
 void WriteOutput(const std::string& text) {
+  const TStreamsLock lock(gMutex);
   ClearProgress();
   errno = 0;
   const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
@@ -40,6 +45,7 @@ void WriteOutput(const std::string& text) {
 }
 
 void WriteErrorText(const std::string& text) {
+  const TStreamsLock lock(gMutex);
   ClearProgress();
   std::fputs(text.c_str(), stderr);
 }
@@ -50,8 +56,15 @@ void ReportError(const std::string& message) {
 
 void ShowProgress(const std::string& text) {
   if (::isatty(STDERR_FILENO) != 1) return;
-  WriteErrorText(Printable(text));
-  fgShowsProgress = true;
+  const TStreamsLock lock(gMutex);
+  ClearProgress();
+  std::fputs(Printable(text).c_str(), stderr);
+  gShowsProgress = true;
+}
+
+void EndProgress() {
+  const TStreamsLock lock(gMutex);
+  ClearProgress();
 }
 
 }  // namespace hwx

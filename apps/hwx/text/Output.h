@@ -1,4 +1,6 @@
-// The program's two streams, and the line of progress on them. Thread-safety: for the main thread.
+// The program's two streams, and the line of progress on them. All that the program writes goes
+// through here. Thread-safety: all of it may be called from any thread; what one call writes stays
+// together.
 
 #ifndef HWX_TEXT_OUTPUT_H
 #define HWX_TEXT_OUTPUT_H
@@ -23,6 +25,9 @@ void ReportError(const std::string& message);
 /// Tells on the standard error stream what is being done, if it is a terminal: in a line of its
 /// own, which gives way to the next one and to anything else that is written.
 void ShowProgress(const std::string& text);
+
+/// Takes the line of progress away, if there is one.
+void EndProgress();
 
 }  // namespace hwx
 

@@ -16,7 +16,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr std::chrono::milliseconds kInterval(200);
-const char kClearLine[] = "\r\x1b[K";
 
 }  // namespace
 
@@ -31,19 +30,16 @@ TTransferProgress::~TTransferProgress() {
     fHasEnded = true;
   }
   fEnd.notify_one();
-  if (fThread.joinable()) fThread.join();
+  if (!fThread.joinable()) return;
+  fThread.join();
+  EndProgress();
 }
 
 void TTransferProgress::Show() {
   std::unique_lock<std::mutex> lock(fMutex);
-  bool hasShown = false;
   while (!fEnd.wait_for(lock, kInterval, [this] { return fHasEnded; })) {
-    const auto position = fPosition();
-    if (!position) continue;
-    WriteErrorText(kClearLine + ProgressText(*position, fTotal));
-    hasShown = true;
+    if (const auto position = fPosition()) ShowProgress(ProgressText(*position, fTotal));
   }
-  if (hasShown) WriteErrorText(kClearLine);
 }
 
 std::string ProgressText(std::uintmax_t position, std::optional<std::uintmax_t> total) {
