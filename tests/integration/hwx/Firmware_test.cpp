@@ -30,7 +30,8 @@ class FirmwareTest : public HwxTest {
 TEST_F(FirmwareTest, DumpsWhatTheOptionReads) {
   fHwx.On(MakeRackServer(fMachine.Path()));
   EXPECT_EQ(Succeed({"firmware", "dump", fDump}).fOut, "");
-  fHwx.On("/nowhere");
+  const TemporaryDirectory elsewhere;
+  fHwx.On(elsewhere.Path());
   const json answers = Succeed({"identity", "--json", "--firmware", fDump}).Json();
   EXPECT_EQ(answers["serialNumber"]["value"], "KQ12345");
   EXPECT_EQ(answers["biosIdentifier"]["value"], "EX");
