@@ -17,7 +17,8 @@ const char* TBoostAssertException::what() const noexcept {
 
 namespace {
 
-// A part of the assertion text. One that is missing breaks the stream: what follows is left out.
+// A part of the assertion text. If one is missing, all that follows is left out.
+// Contract: missing-text-ends-assertion.
 struct TPart {
   const char* fText;
 };

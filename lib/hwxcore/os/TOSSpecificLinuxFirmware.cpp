@@ -115,7 +115,7 @@ bool ReadSystem(const std::string& type, Use use) {
   } else if (!UseSystemStrings(handle, buffer, use)) {
     LogDebug("Unable to read DMI structure type 1 from SMBIOS");
   } else {
-    LogDebug("Machine type detected: ", type);
+    LogDebug("Machine type detected: ", type);  // Contract: default-detected.
   }
   delete[] buffer;
   ::smBiosClose(&handle);
@@ -142,6 +142,7 @@ struct TMachineInfo {
   std::string fSerialNumber = kUnknown;
 };
 
+// Contract: eight-lines.
 void LogProduct(const std::string& productName, const TMachineInfo& info) {
   LogDebug("GetMachineInfo productDesc");
   LogDebug(productName);

@@ -33,6 +33,7 @@ bool Succeeds(const std::string& command) {
   return std::system(command.c_str()) == 0;
 }
 
+// Contract: mount-unquoted.
 bool Mounts(const std::string& device, const std::string& mountPoint) {
   return Succeeds("mount " + device + " " + mountPoint + " 2>/dev/null");
 }
@@ -97,6 +98,7 @@ void TOSSpecific::getiQBCVirtualDevices(int deviceClass, std::vector<std::string
   std::vector<std::string> arguments;
   if (!argument.empty()) arguments.push_back(argument);
   const std::string text = SpawnProcess("hwinfo", arguments, 300);
+  // Contract: devices-appended.
   detail::ReadVirtualDevices(text, deviceClass, useAlternateName, devices);
 }
 

@@ -55,6 +55,7 @@ std::string ServicePath(const std::string& name, const std::string& word) {
   return TOSSpecific::GetHWXRootPath() + "/lib" + name + "." + word + ".so";
 }
 
+// Contract: services-traced-alone.
 void TraceModulePath(const char* operation, const std::string& path) {
   if (QModule::Log::GetMinLogLevel() > 3) {
     QModule::Log(4, __FILE__, __LINE__).Stream() << operation << " modulePath: " << path;

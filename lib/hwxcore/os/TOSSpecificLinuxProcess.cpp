@@ -115,12 +115,12 @@ void DropHandlers() {
 [[noreturn]] void BecomeProgram(TProgram& program, const TPipe& ends, const sigset_t& mask) {
   ::close(STDOUT_FILENO);
   [[maybe_unused]] const int output = ::dup(ends.fWriteEnd);  // takes 1, the lowest that is free
-  ::dup2(STDOUT_FILENO, STDERR_FILENO);
+  ::dup2(STDOUT_FILENO, STDERR_FILENO);                       // Contract: errors-among-output.
   ::close(ends.fReadEnd);
   ::close(ends.fWriteEnd);
   DropHandlers();
   ::sigprocmask(SIG_SETMASK, &mask, nullptr);
-  ::_exit(program.Execute());
+  ::_exit(program.Execute());  // unlogged. Contract: missing-program-unlogged.
 }
 
 // Returns the child's identity, -1 if there is none. The child borrows this process's memory until
@@ -167,6 +167,7 @@ int Gather(int descriptor, int timeout, std::string& output) {
   while ((ready = WaitForInput(descriptor, timeout)) > 0) {
     const ssize_t size = ::read(descriptor, buffer.get(), kSize);
     if (size == 0) break;
+    // Contract: output-appended.
     if (size > 0) AppendChunks(output, buffer.get(), static_cast<std::size_t>(size));
   }
   return ready;

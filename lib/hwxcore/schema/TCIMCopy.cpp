@@ -17,6 +17,9 @@
 #include "hwxcore/schema/detail/Existing.h"
 #include "hwxcore/value/THWXException.h"
 
+// The calls of the schema come in a fixed order, each with an empty context.
+// Contract: copy-in-order, copy-without-context.
+
 using namespace NQORHWX20;
 using detail::Existing;
 using detail::Locked;

@@ -106,6 +106,7 @@ unsigned int TCIMDateTime::GetMicroSeconds() const {
 short TCIMDateTime::GetUTCOffset() const {
   return Read(fBody).GetUTCOffset();
 }
+// Contract: precision-without-effect.
 bool TCIMDateTime::GetPrecision() const {
   return Read(fBody).GetPrecision();
 }

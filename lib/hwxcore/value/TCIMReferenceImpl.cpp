@@ -224,6 +224,7 @@ void TCIMReferenceImpl::SetNamespace(boost::shared_ptr<ICIMNamespace> ns) {
   fNamespace = ns;
 }
 
+// Contract: namespace-held-weakly.
 boost::shared_ptr<ICIMNamespace> TCIMReferenceImpl::GetNamespace() const {
   return fNamespace.lock();
 }
