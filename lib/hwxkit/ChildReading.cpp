@@ -54,10 +54,11 @@ std::string FailureMessage() {
     throw;
   } catch (const TDetailedException& failure) {
     message.Number(static_cast<std::uint32_t>(failure.GetStatus()));
-    message.Text(failure.GetDetail().empty() ? failure.what() : failure.GetDetail());
-  } catch (const THWXException& failure) {
+    message.Text(failure.GetDetail());
+  } catch (const THWXException& failure) {  // whose words may be only its status
+    const std::string words = failure.what();
     message.Number(static_cast<std::uint32_t>(failure.GetStatus()));
-    message.Text(failure.what());
+    message.Text(words == failure.GetStatus().TranslateStatusCode() ? std::string() : words);
   } catch (const std::exception& failure) {
     message.Number(kHWXStatusFail);
     message.Text(failure.what());
@@ -123,6 +124,10 @@ void Serve(TParentLine& parent, const TNamespaceOpener& open) {
 
 // The parent's side.
 
+std::string WordsOf(const TDetailedException& failure) {
+  return failure.GetDetail().empty() ? failure.what() : failure.GetDetail();
+}
+
 // The failure that a message tells of.
 TDetailedException Told(const std::string& message) {
   detail::TWireReader reader(message, {});
@@ -185,7 +190,7 @@ void TSession::RequireChild() {
   try {
     TakeAnswer("the provider", [](const TMessage&) {});
   } catch (const TDetailedException& failure) {
-    fWhyNotOpen = failure.GetDetail();
+    fWhyNotOpen = WordsOf(failure);
     fChild.reset();
     throw;
   }
@@ -204,7 +209,8 @@ void TSession::Lose(TChild::TDeadline start, bool anythingCame) {
   const bool isOwn = TClock::now() - start >= fLimits.fClassTime;
   const std::string time = TimeText(fLimits.fClassTime);
   if (!isOwn) throw TChildLostException("the time for everything is over");
-  throw TChildLostException(anythingCame ? "it wasn't done after " + time : "it gave nothing for " + time);
+  throw TChildLostException(anythingCame ? "it wasn't done after " + time
+                                         : "it gave nothing for " + time);
 }
 
 void TSession::TakeAnswer(const std::string& what, const TTaker& take) {
@@ -251,7 +257,7 @@ boost::shared_ptr<TMemoryNamespace> TSession::ReadSchema() {
     if (message.fKind == kName) name = message.fText;
     if (message.fKind == kQualifierDecls) qualifiers = message.fText;
     if (message.fKind == kClass) classes.push_back(message.fText);
-    if (message.fKind == kSpoilt) Tell("a class can't be read: " + Told(message.fText).GetDetail());
+    if (message.fKind == kSpoilt) Tell("a class can't be read: " + WordsOf(Told(message.fText)));
   });
   auto ns = TMemoryNamespace::Create(name);
   detail::TakeQualifierDecls(qualifiers, *ns);
@@ -316,7 +322,8 @@ std::string CallInChild(const std::function<std::string()>& call, const TChildLi
     result = message->fText;
   }
   const std::string& why = child.WhyLost();
-  throw TChildLostException(why.empty() ? "it gave nothing for " + TimeText(limits.fClassTime) : why);
+  throw TChildLostException(why.empty() ? "it gave nothing for " + TimeText(limits.fClassTime)
+                                        : why);
 }
 
 }  // namespace NQORHWX20

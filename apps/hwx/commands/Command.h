@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "hwxkit/TChildLimits.h"
+
 namespace CLI {
 class App;
 }
@@ -27,6 +29,7 @@ struct TGlobalOptions {
   bool fVerbose = false;
   std::optional<std::string> fFirmware;
   std::optional<std::string> fLogDirectory;
+  NQORHWX20::TChildLimits fLimits;  ///< For the reading of providers.
 };
 
 /// One command, which keeps what the command line says to it.

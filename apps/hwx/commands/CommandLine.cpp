@@ -1,6 +1,9 @@
 #include "hwx/commands/CommandLine.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <functional>
 #include <sstream>
 #include <utility>
 
@@ -11,6 +14,27 @@ namespace hwx {
 
 namespace {
 
+// A time in seconds, as people write it.
+void AddSeconds(CLI::App& app, const char* name, const char* description,
+                std::function<void(std::chrono::milliseconds)> take) {
+  constexpr double kMostSeconds = 1e6;
+  const auto taken = [take](const double& seconds) {
+    take(std::chrono::milliseconds(std::llround(seconds * 1000)));
+  };
+  app.add_option_function<double>(name, taken, description)
+      ->check(CLI::Range(0.001, kMostSeconds))
+      ->type_name("SECONDS");
+}
+
+void AddLimits(CLI::App& app, NQORHWX20::TChildLimits& limits) {
+  limits.fDeadline = std::chrono::steady_clock::now() + std::chrono::minutes(10);
+  limits.fMemory = std::uint64_t{4} << 30;
+  AddSeconds(app, "--class-timeout", "Give a provider so long for each class; 30 by default",
+             [&limits](auto time) { limits.fClassTime = time; });
+  AddSeconds(app, "--deadline", "Give the provider so long for everything; 600 by default",
+             [&limits](auto time) { limits.fDeadline = std::chrono::steady_clock::now() + time; });
+}
+
 void AddGlobalOptions(CLI::App& app, TGlobalOptions& options) {
   AddText(app, "--firmware", options.fFirmware,
           "Read the firmware tables from there, not from this\n"
@@ -19,6 +43,7 @@ void AddGlobalOptions(CLI::App& app, TGlobalOptions& options) {
           "FILE-OR-DIRECTORY");
   AddText(app, "--log-dir", options.fLogDirectory, "Write the log to DIR/hwx.log", "DIR");
   app.add_flag("--verbose", options.fVerbose, "Write a log, with debug messages too");
+  AddLimits(app, options.fLimits);
 }
 
 std::vector<CLI::App*> AddCommands(CLI::App& app, const std::vector<CommandPtr>& commands) {

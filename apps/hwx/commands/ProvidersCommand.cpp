@@ -19,8 +19,8 @@ class TProvidersCommand : public ICommand {
     return app;
   }
 
-  int Run(const TGlobalOptions&) override {
-    const TPluginList list = ListPlugins(fPluginDirectory);
+  int Run(const TGlobalOptions& options) override {
+    const TPluginList list = ListPlugins(fPluginDirectory, options.fLimits);
     WriteOutput(fJson ? ProvidersJson(list) : ProvidersText(list));
     return kExitOK;
   }

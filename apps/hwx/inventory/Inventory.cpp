@@ -58,7 +58,7 @@ bool VisitInstances(ICIMClass& cimClass, const TInstanceVisitor& visit) {
     cimClass.EnumerateInstances(present, false, TCIMContext());
     return true;
   } catch (const THWXException& failure) {
-    ReportIncomplete(cimClass, InWords(failure.GetStatus()));
+    ReportIncomplete(cimClass, InWords(failure));
   } catch (const std::exception& failure) {
     ReportIncomplete(cimClass, failure.what());
   }

@@ -5,9 +5,12 @@
 #include "hwx/identity/Reasons.h"
 #include "hwx/plugins/ProviderLoading.h"
 #include "hwx/text/Failure.h"
+#include "hwx/text/Output.h"
 #include "hwx/text/StatusWords.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
-#include "hwxcore/value/THWXException.h"
+#include "hwxcore/value/TDetailedException.h"
+#include "hwxkit/ChildReading.h"
+#include "hwxkit/TChildLostException.h"
 
 namespace hwx {
 
@@ -21,7 +24,7 @@ NamespacePtr OpenedNamespace(INamespaceSource& source) {
   try {
     if (auto machine = source.OpenNamespace(context)) return machine;
   } catch (const THWXException& failure) {
-    throw TFailure("the provider can't open its namespace: " + InWords(failure.GetStatus()));
+    throw TFailure("the provider can't open its namespace: " + InWords(failure));
   } catch (const std::exception& failure) {
     throw TFailure(std::string("the provider can't open its namespace: ") + failure.what());
   }
@@ -30,12 +33,19 @@ NamespacePtr OpenedNamespace(INamespaceSource& source) {
 
 }  // namespace
 
-NamespacePtr OpenMachine() {
-  return OpenedNamespace(*LoadProvider(TCIMSchemaHelper::kPluginNSPName));
+NamespacePtr OpenMachine(const TChildLimits& limits) {
+  const auto open = [] { return OpenedNamespace(*LoadProvider(TCIMSchemaHelper::kPluginNSPName)); };
+  try {
+    return OpenInChild(open, limits, &ReportError);
+  } catch (const TChildLostException& lost) {
+    throw TFailure("the provider can't be loaded: " + lost.GetDetail());
+  } catch (const TDetailedException& failure) {  // in the words of those above
+    throw TFailure(InWords(failure));
+  }
 }
 
 NamespacePtr OpenMachine(const TGlobalOptions& options) {
-  const NamespacePtr machine = OpenMachine();
+  const NamespacePtr machine = OpenMachine(options.fLimits);
   if (!options.fFirmware) return machine;
   const auto status = FirmwareStatus(machine);
   if (status && !status->empty()) {

@@ -9,9 +9,10 @@
 
 namespace hwx {
 
-/// The namespace of the provider "plugin". Throws `TFailure`, which says at which step the road
+/// The namespace of the provider "plugin", which is read in a child of this process: what breaks
+/// it costs the class that it breaks in. Throws `TFailure`, which says at which step the road
 /// ended.
-NamespacePtr OpenMachine();
+NamespacePtr OpenMachine(const NQORHWX20::TChildLimits& limits = NQORHWX20::TChildLimits());
 
 /// The same for a command. If the user named firmware tables, they must be sound, or `TFailure`
 /// says what is wrong with them. The machine's own tables needn't be sound.

@@ -4,9 +4,7 @@
 #include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
 #include <filesystem>
-#include <iostream>
 #include <set>
-#include <sstream>
 
 #include "hwx/text/Failure.h"
 #include "hwx/text/StatusWords.h"
@@ -15,6 +13,7 @@
 #include "hwxcore/schema/INamespaceProviderManager.h"
 #include "hwxcore/schema/TRootObject.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxkit/ChildReading.h"
 
 namespace hwx {
 
@@ -22,33 +21,32 @@ using namespace NQORHWX20;
 
 namespace {
 
-// Keeps what is written to std::cout out of the program's own output.
-class TSilencedCout {
- public:
-  TSilencedCout() : fBefore(std::cout.rdbuf(fSink.rdbuf())) {}
-  ~TSilencedCout() { std::cout.rdbuf(fBefore); }
-  TSilencedCout(const TSilencedCout&) = delete;
-  TSilencedCout& operator=(const TSilencedCout&) = delete;
+std::set<std::string> RegisteredNames() {
+  std::set<std::string> names;
+  boost::function<bool(boost::shared_ptr<INamespaceProvider>)> add =
+      [&names](boost::shared_ptr<INamespaceProvider> provider) {
+        names.insert(provider->GetName(TCIMContext()));
+        return true;
+      };
+  TRootObject::GetNamespaceProviderManager()->EnumerateNamespaceProviders(add);
+  return names;
+}
 
- private:
-  std::ostringstream fSink;
-  std::streambuf* fBefore;
-};
-
+// Loads a plug-in in a child of its own, so that it can do no harm, and asks there whether it is
+// registered.
 template <typename Load>
-TPlugin Loaded(const std::string& name, Load load) {
+TPlugin Loaded(const std::string& name, Load load, const TChildLimits& limits) {
   TPlugin plugin;
   plugin.fName = name;
-  const TSilencedCout silence;
-  try {
+  const auto call = [&] {
     load(name);
+    return std::string(RegisteredNames().count(name) != 0 ? "registered" : "");
+  };
+  try {
+    plugin.fIsRegistered = !CallInChild(call, limits).empty();
     plugin.fLoads = true;
   } catch (const THWXException& failure) {
     plugin.fReason = InWords(failure);
-  } catch (const std::exception& failure) {
-    plugin.fReason = failure.what();
-  } catch (...) {
-    plugin.fReason = "its own code failed";
   }
   return plugin;
 }
@@ -63,47 +61,30 @@ void ExplainLooseMatch(TPlugin& plugin, const std::string& path) {
 
 template <typename Load>
 std::vector<TPlugin> LoadServices(std::vector<std::string> names, const std::string& word,
-                                  Load load) {
+                                  Load load, const TChildLimits& limits) {
   std::sort(names.begin(), names.end());
   const std::string front = TOSSpecific::GetHWXRootPath() + "/lib";
   const std::string ending = "." + word + ".so";
   std::vector<TPlugin> plugins;
   for (const std::string& name : names) {
-    plugins.push_back(Loaded(name, load));
+    plugins.push_back(Loaded(name, load, limits));
     ExplainLooseMatch(plugins.back(), std::string(front).append(name).append(ending));
   }
   return plugins;
 }
 
-std::set<std::string> RegisteredNames() {
-  std::set<std::string> names;
-  boost::function<bool(boost::shared_ptr<INamespaceProvider>)> add =
-      [&names](boost::shared_ptr<INamespaceProvider> provider) {
-        names.insert(provider->GetName(TCIMContext()));
-        return true;
-      };
-  TRootObject::GetNamespaceProviderManager()->EnumerateNamespaceProviders(add);
-  return names;
+std::vector<TPlugin> ListProviders(const TChildLimits& limits) {
+  return LoadServices(TOSSpecific::FindNSPs(), "nsp", &TOSSpecific::LoadNSPLibrary, limits);
 }
 
-std::vector<TPlugin> ListProviders() {
-  auto providers = LoadServices(TOSSpecific::FindNSPs(), "nsp", &TOSSpecific::LoadNSPLibrary);
-  const std::set<std::string> registered = RegisteredNames();
-  for (TPlugin& provider : providers)
-    provider.fIsRegistered = provider.fLoads && registered.count(provider.fName) != 0;
-  return providers;
+std::vector<TPlugin> ListConsumers(const TChildLimits& limits) {
+  return LoadServices(TOSSpecific::FindNSCs(), "nsc", &TOSSpecific::LoadNSCLibrary, limits);
 }
 
-std::vector<TPlugin> ListConsumers() {
-  // The consumer objects are not deleted: only the plug-in knows their type.
-  return LoadServices(TOSSpecific::FindNSCs(), "nsc", &TOSSpecific::LoadNSCLibrary);
-}
-
-std::vector<TPlugin> ListPlainPlugins(const std::string& directory) {
+std::vector<TPlugin> ListPlainPlugins(const std::string& directory, const TChildLimits& limits) {
   std::vector<TPlugin> plugins;
-  for (const std::string& path : TOSSpecific::FindPlugins(directory)) {
-    plugins.push_back(Loaded(path, &TOSSpecific::LoadPluginLibrary));
-  }
+  for (const std::string& path : TOSSpecific::FindPlugins(directory))
+    plugins.push_back(Loaded(path, &TOSSpecific::LoadPluginLibrary, limits));
   return plugins;
 }
 
@@ -120,16 +101,17 @@ auto Searched(const std::string& directory, Step step) {
 
 }  // namespace
 
-TPluginList ListPlugins(const std::optional<std::string>& pluginDirectory) {
+TPluginList ListPlugins(const std::optional<std::string>& pluginDirectory,
+                        const TChildLimits& limits) {
   TPluginList list;
   list.fLibraryDirectory = TOSSpecific::GetHWXRootPath();
   list.fPluginDirectory = pluginDirectory.value_or(list.fLibraryDirectory + "/hwx");
   list.fHasPluginDirectory = pluginDirectory || TOSSpecific::DirExists(list.fPluginDirectory);
-  list.fProviders = Searched(list.fLibraryDirectory, &ListProviders);
-  list.fConsumers = Searched(list.fLibraryDirectory, &ListConsumers);
+  list.fProviders = Searched(list.fLibraryDirectory, [&] { return ListProviders(limits); });
+  list.fConsumers = Searched(list.fLibraryDirectory, [&] { return ListConsumers(limits); });
   if (list.fHasPluginDirectory) {
-    list.fPlainPlugins =
-        Searched(list.fPluginDirectory, [&] { return ListPlainPlugins(list.fPluginDirectory); });
+    list.fPlainPlugins = Searched(list.fPluginDirectory,
+                                  [&] { return ListPlainPlugins(list.fPluginDirectory, limits); });
   }
   return list;
 }

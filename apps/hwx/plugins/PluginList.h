@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "hwxkit/TChildLimits.h"
+
 namespace hwx {
 
 /// One plug-in.
@@ -28,10 +30,11 @@ struct TPluginList {
   std::vector<TPlugin> fPlainPlugins;
 };
 
-/// Finds the plug-ins and loads each, so their own code runs. Plain plug-ins are looked for in
-/// `pluginDirectory`; without one, in the directory "hwx" beside the library, if there is one.
-/// Throws `TFailure` if a directory can't be searched.
-TPluginList ListPlugins(const std::optional<std::string>& pluginDirectory);
+/// Finds the plug-ins and loads each, in a child of this process, so their own code runs. Plain
+/// plug-ins are looked for in `pluginDirectory`; without one, in the directory "hwx" beside the
+/// library, if there is one. Throws `TFailure` if a directory can't be searched.
+TPluginList ListPlugins(const std::optional<std::string>& pluginDirectory,
+                        const NQORHWX20::TChildLimits& limits);
 
 }  // namespace hwx
 

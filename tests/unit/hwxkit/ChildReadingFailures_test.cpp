@@ -103,7 +103,7 @@ TEST_F(BrokenProvider, ThatThrowsSaysWhyAndKeepsWhatItGave) {
 TEST_F(BrokenProvider, ThatThrowsAStatusPassesItOn) {
   const auto ns = Open([] { throw THWXException(kHWXStatusAccessDenied); });
   EXPECT_EQ(StatusOf([&] { Instances(*ns->GetClass("EX_Broken", {})); }), kHWXStatusAccessDenied);
-  EXPECT_EQ(WhyBroken(*ns), "kHWXStatusAccessDenied");
+  EXPECT_EQ(WhyBroken(*ns), "");
 }
 
 TEST_F(BrokenProvider, ThatThrowsANumberCostsItsClassAlone) {
