@@ -74,7 +74,7 @@ class TOSSpecific {
 
   // Files and paths. Nothing is tried twice, and what a failed operation has made stays.
 
-  /// Whether `path` is anything but a directory, or a link to such.
+  /// Whether there is something at `path` that isn't a directory. Links are followed.
   static bool FileExists(std::string path);
 
   /// The size in bytes of a file, or of what a link leads to. Throws `kHWXStatusFileNotFound`, also
@@ -93,7 +93,7 @@ class TOSSpecific {
   /// line, if the file can't be opened.
   static bool createFile(std::string path, std::string content);
 
-  /// Removes a file, whether it is there or not, and returns true, whether it could or not.
+  /// Removes a file. Always returns true, also if there is none or it can't be removed.
   ///
   /// The path is handed to a shell as it is, in the command `rm -f`. The shell splits it at blanks,
   /// expands wildcards and variables, and obeys ";", "|", "$(...)" and the like; a text that begins
@@ -314,33 +314,33 @@ class TOSSpecific {
   // it does is logged at debug level. None of them throws `THWXException`: where the firmware can't
   // be read, a default stands in.
 
-  /// The four characters of the machine type in the product name, behind its first "-" and the
-  /// bracket there, or in front of the model where the name is the two alone. Fewer if the name
-  /// ends there. "0000" if there is none or the tables can't be read.
+  /// The machine type in the product name: the four characters that begin two behind its first "-",
+  /// which steps over a bracket; fewer if the name ends there. Of a name of seven characters
+  /// without a "-", the first four. "0000" if there is none or the tables can't be read.
   ///
   /// Throws `std::out_of_range` if the name ends in its first "-". The handle and the buffer of the
   /// read then stay unreleased.
   static std::string GetMachineType();
 
-  /// The machine type that a table gives for the BIOS's build, so that it doesn't hang on the
-  /// product name; that of `GetMachineType`, with its exceptions, if the table has none or the BIOS
-  /// version can't be read.
+  /// The machine type that a table has for the BIOS build. If the table has none, or the BIOS
+  /// version can't be read, that of `GetMachineType`. Throws what `GetMachineType` throws.
   static std::string GetMachineTypeFromID();
 
-  /// The first two characters of the BIOS's build, as the firmware writes them; "00" if the BIOS
-  /// version can't be read or is shorter. Throws `std::out_of_range` if the version is longer and
-  /// the build in it is shorter than that.
+  /// The first two characters of the BIOS build, as the firmware writes them. "00" if the BIOS
+  /// version can't be read or has fewer than two characters. Throws `std::out_of_range` if the
+  /// version has enough and the build in it doesn't.
   static std::string GetBiosID();
 
   /// What the firmware says of the machine: `field` is "type", "name" (the product name up to its
   /// first "-"), "model" (three characters) or "SN" (the serial number as it stands there, fillers
   /// too). Any other gives "error param of GetMachineInfo".
   ///
-  /// The type is "0000" and the others "Unknown" where there is none; all are "0000" if the tables
-  /// can't be opened. Without a product name, there is none of them. Throws `std::out_of_range` if
-  /// the product name ends less than six characters behind the start of its first "-", or if the
-  /// firmware has no serial number of the number that it tells, and leaves then what
-  /// `GetMachineType` leaves.
+  /// The type is "0000" and the others "Unknown" where there is none. Without a product name all
+  /// four are so, the serial number too. If the tables can't be opened, all four are "0000".
+  ///
+  /// Throws `std::out_of_range` if the product name ends less than six characters behind its first
+  /// "-", or if the structure numbers a string for the serial number that isn't there. The handle
+  /// and the buffer of the read then stay unreleased.
   static std::string GetMachineInfo(std::string field);
   static std::string GetMachineSN();     ///< `GetMachineInfo("SN")`.
   static std::string GetMachineModel();  ///< `GetMachineInfo("model")`.
@@ -400,10 +400,10 @@ class TOSSpecific {
   /// the last bytes of a block don't fit on the local disk, that may pass unnoticed.
   ///
   /// A local file that is there, and can be read, starts a dialogue on the standard output and
-  /// input, which blocks the caller: "y" or "Y" removes the file and goes on, "n" or "N" ends the
-  /// transfer, anything else asks again, the end of the input too, and that for ever. If the file
+  /// input, which blocks the caller: "y" or "Y" removes the file and goes on, and "n" or "N" ends
+  /// the transfer. Anything else asks again; at the end of the input it asks for ever. If the file
   /// can't be removed, "Permission denied." is printed and the transfer ends. A transfer that ends
-  /// so fetches nothing and returns as one that succeeds.
+  /// so fetches nothing, and returns as one that succeeds.
   static void CurlTransferFile(std::string url, std::string localFile, bool download);
 
   /// Sends the local file to "ftp://" `host` "/" `remoteFile`. If the environment variable
@@ -414,8 +414,9 @@ class TOSSpecific {
   /// "~/" from the user's directory.
   static int sFTPFile(std::string host, std::string localFile, std::string remoteFile);
 
-  /// Sends the local file to "ftp://" `host` "/" `remoteFile` ".xml.gz", uncompressed for all its
-  /// name, and returns 1. First prints "Remote file name = " and the URL, credentials and all.
+  /// Sends the local file to "ftp://" `host` "/" `remoteFile` ".xml.gz" and returns 1. The file is
+  /// sent as it is, not compressed. First prints "Remote file name = " and the URL, with the
+  /// credentials in it.
   static int UserFTPFile(std::string host, std::string localFile, std::string remoteFile);
 
   /// Fetches "ftp://" `host` "/" `remoteFile`, and returns 1, also if the user declined.

@@ -49,8 +49,7 @@ class TCIMReference {
   /// `kHWXStatusUnknownClass` for a class without keys that isn't there;
   /// `kHWXStatusInvalidReference`, after a log entry, for everything that is wrong in a path with
   /// keys; `kHWXStatusTypeMismatch`, after a log entry, for a key whose type can't be read from
-  /// text
-  /// (`char16`). A path that fails leaves the class and the keys in front of the fault.
+  /// text, a `char16`. A path that fails leaves the class and the keys in front of the fault.
   void SetPath(const std::string& path);
 
   /// The path, with the keys in the order of their names. Throws `kHWXStatusInvalidReference`
