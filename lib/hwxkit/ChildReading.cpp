@@ -34,12 +34,12 @@ enum EMessageKind : std::uint8_t {
   kQualifierDecls,
   kClass,
   kInstance,
-  kSpoilt,  // an item that can't be told, with the reason
+  kSpoilt,  // in the place of an item that can't be sent: the reason
   kDone,
   kFailed
 };
 
-// Longer times are told in whole seconds.
+// Whole seconds as such, other times in milliseconds.
 std::string TimeText(std::chrono::milliseconds time) {
   const auto count = time.count();
   return count % 1000 == 0 ? std::to_string(count / 1000) + " s" : std::to_string(count) + " ms";
@@ -55,7 +55,7 @@ std::string FailureMessage() {
   } catch (const TDetailedException& failure) {
     message.Number(static_cast<std::uint32_t>(failure.GetStatus()));
     message.Text(failure.GetDetail());
-  } catch (const THWXException& failure) {  // whose words may be only its status
+  } catch (const THWXException& failure) {  // mostly its text is only the name of the status
     const std::string words = failure.what();
     message.Number(static_cast<std::uint32_t>(failure.GetStatus()));
     message.Text(words == failure.GetStatus().TranslateStatusCode() ? std::string() : words);
@@ -69,7 +69,7 @@ std::string FailureMessage() {
   return message.Bytes();
 }
 
-// Does a piece of work, and tells how it ended.
+// Does a piece of work, and sends how it ended.
 template <typename Work>
 void Answer(TParentLine& parent, Work work) {
   try {
@@ -80,7 +80,7 @@ void Answer(TParentLine& parent, Work work) {
   }
 }
 
-// Sends an item; one that can't be told costs itself alone.
+// Sends an item. If it can't be made, the reason is sent in its place, and the others follow.
 template <typename Compose>
 void SendItem(TParentLine& parent, std::uint8_t kind, Compose compose) {
   std::string message;
@@ -136,7 +136,7 @@ TDetailedException Told(const std::string& message) {
   return {status, reader.Text()};
 }
 
-// The conversation with a child, and with the next one where one is lost.
+// Talks with a child, and starts another if that one is lost.
 class TSession {
  public:
   TSession(TNamespaceOpener open, const TChildLimits& limits, TChildNotice notice)
@@ -228,7 +228,8 @@ void TSession::TakeAnswer(const std::string& what, const TTaker& take) {
   }
 }
 
-// A class may refer to one that comes later: what can't be taken yet waits for another round.
+// A class may refer to one that comes later. What fails in one round is tried again in the next, as
+// long as a round takes any.
 void TSession::DefineClasses(std::vector<std::string> messages,
                              const boost::shared_ptr<TMemoryNamespace>& ns) {
   std::string why;
@@ -278,7 +279,7 @@ void TSession::FillInstances(TInstanceList& instances) {
     }
     try {
       detail::TakeInstance(message.fText, ns, instances);
-    } catch (...) {  // costs itself alone
+    } catch (...) {  // the other instances are taken
       spoilt = FailureMessage();
     }
   };

@@ -21,7 +21,7 @@ namespace NQORHWX20 {
 /// Loads a provider and opens its namespace. Run in the child, again for each new one.
 using TNamespaceOpener = std::function<boost::shared_ptr<ICIMNamespace>()>;
 
-/// Is told what isn't a failure but should be known, in words for people: that a class printed
+/// Called with what a user should know though it is no failure, such as that a class printed
 /// something. May be empty.
 using TChildNotice = std::function<void(const std::string& notice)>;
 
@@ -29,19 +29,19 @@ using TChildNotice = std::function<void(const std::string& notice)>;
 /// asked for anew at each enumeration, as those of any live class. The caller owns it, and the
 /// child lives until it is gone.
 ///
-/// If the child is lost while it reads a class, the enumeration presents what came before, and
-/// then throws `TChildLostException`. So it does from then on for this class, without a new try;
-/// for the others a new child is started. What the provider throws itself ends an enumeration
-/// likewise, as `TDetailedException` with its own status where it has one.
+/// If the child is lost while it reads a class, the enumeration presents what came before and then
+/// throws `TChildLostException`. Later enumerations of this class throw it at once; other classes
+/// are read by a new child. If the provider throws, the enumeration presents what came before and
+/// then throws `TDetailedException`, with the provider's status if it had one.
 ///
-/// Throws `TDetailedException` if the namespace can't be opened: with the status of what `open`
-/// throws, and its words as the detail; `TChildLostException` if the child is lost. A class that the kit doesn't take is left out, with a
+/// Throws `TDetailedException` if `open` throws, with its status, and its words as the detail;
+/// `TChildLostException` if the child is lost. A class that the kit refuses is left out, with a
 /// notice.
 boost::shared_ptr<ICIMNamespace> OpenInChild(const TNamespaceOpener& open,
                                              const TChildLimits& limits,
                                              const TChildNotice& notice = TChildNotice());
 
-/// What `call` returns, which runs in a child. Throws `TDetailedException` if it throws, and
+/// Runs `call` in a child and returns its result. Throws `TDetailedException` if it throws, and
 /// `TChildLostException` if the child is lost.
 std::string CallInChild(const std::function<std::string()>& call, const TChildLimits& limits);
 

@@ -31,7 +31,7 @@ auto Retry(Call call) {
   return result;
 }
 
-// Where a chain of symbolic links ends, be there a file or not.
+// The path at the end of a chain of symbolic links, whether or not there is a file.
 std::string FollowLinks(const std::string& path) {
   constexpr int kMostLinks = 40;  // as the kernel has it
   std::filesystem::path target = path;
@@ -90,7 +90,7 @@ TAtomicFile::~TAtomicFile() {
   if (!fTemporary.empty()) ::unlink(fTemporary.c_str());
 }
 
-// Renaming would replace a device or a file that is protected against writing as well.
+// Refuses what renaming would replace all the same: a device, or a file that may not be written to.
 void TAtomicFile::CheckTarget() const {
   struct stat there {};
   if (::stat(fTarget.c_str(), &there) != 0) {
@@ -126,7 +126,7 @@ void TAtomicFile::Write(std::string_view bytes) {
 void TAtomicFile::TakePermissions() const {
   struct stat there {};
   if (::stat(fTarget.c_str(), &there) != 0) return;
-  // Who may not give files away keeps them.
+  // A user who may not give files away keeps the new one.
   if (::fchown(fFile.Get(), there.st_uid, there.st_gid) != 0) errno = 0;
   if (::fchmod(fFile.Get(), there.st_mode & 0777U) != 0) Fail("can't be given its permissions");
 }

@@ -9,16 +9,16 @@ namespace smbios {
 
 namespace {
 
-// Types that the format hasn't given a meaning: from the first behind its last one.
+// The types that the format keeps for its future versions.
 constexpr int kFirstReserved = 47;
 constexpr int kLastReserved = 125;
 
-// A structure of type 0 is the first that is read of a table. More than its own fields and some of
-// the maker's it never has.
+// The size of a structure of type 0: the fields of the oldest version, up to those of the latest
+// with some of the maker's own.
 constexpr std::size_t kLeastBiosSize = 0x12;
 constexpr std::size_t kMostBiosSize = 0x30;
 
-// From which length on a structure is of which version.
+// A structure of this type and at least this length is of at least this version.
 struct TLength {
   int fType;
   std::size_t fSize;

@@ -27,16 +27,15 @@ struct TLogicalProcessor {
 };
 
 struct TCpuInfo {
-  /// One for each number that the text gives a processor, be they several in one paragraph. Where
-  /// nothing is said of packages all are of one, and where nothing is said of cores each is its
-  /// own.
+  /// One for each processor that has a number, also where one paragraph has several. If the text
+  /// names no packages, all belong to one; if it names no cores, each is one.
   std::vector<TLogicalProcessor> fProcessors;
   /// What the text says of all processors, also where it numbers none.
   TLogicalProcessor fShared;
 };
 
-/// Paragraphs that say nothing of a processor by its number are of all: such as the last one on
-/// older ARM machines, and the only one on some SPARC machines.
+/// A paragraph that has no processor's number tells of all processors: the last one on older ARM
+/// machines, and the only one on some SPARC machines.
 TCpuInfo ParseCpuInfo(std::string_view text);
 
 }  // namespace linux_machine

@@ -27,8 +27,8 @@ std::string DirectoryOf(const std::string& root, const TLogicalProcessor& logica
   return root + kProcessors + "/cpu" + std::to_string(logical.fNumber);
 }
 
-// What /sys tells, there the same for all architectures: the sets of processors in one package and
-// in one core. A package's number may be -1, which stands for any.
+// Names package and core by the sets of processors in them, which /sys has for all architectures. A
+// package's number wouldn't do: it may be -1 on all of them.
 void AddTopology(const std::string& directory, TLogicalProcessor& logical) {
   const auto setIn = [&](std::initializer_list<const char*> files) -> std::optional<std::string> {
     for (const char* file : files) {
@@ -52,8 +52,8 @@ std::optional<std::uint32_t> ReadMegaHertz(const std::string& path) {
   return kiloHertz ? Narrow<std::uint32_t>(*kiloHertz / 1000) : std::nullopt;
 }
 
-// The speed of now only of one processor in each package, since the kernel may take its time to
-// measure.
+// The current speed is read of one processor in each package, since the kernel may have to measure
+// it, which takes time.
 void AddSpeeds(const std::string& directory, bool isFirst, TLogicalProcessor& logical) {
   if (const auto highest = ReadMegaHertz(directory + "/cpufreq/cpuinfo_max_freq")) {
     logical.fMaxMegaHertz = highest;
@@ -157,7 +157,8 @@ std::vector<TProcessor> GroupProcessors(const std::vector<TLogicalProcessor>& lo
     }
     TProcessor& package = packages[place->second];
     ++*package.fThreads;
-    package.fMaxClockSpeed = std::max(package.fMaxClockSpeed, one.fMaxMegaHertz);  // of none last
+    // A speed that is missing is less than any.
+    package.fMaxClockSpeed = std::max(package.fMaxClockSpeed, one.fMaxMegaHertz);
     cores[place->second].insert(one.fCore);
   }
   for (std::size_t i = 0; i < packages.size(); ++i) {

@@ -44,15 +44,16 @@ std::vector<TProcessor> GroupProcessors(const std::vector<TLogicalProcessor>& lo
 /// empty socket, and for one that isn't a central processor.
 std::optional<TProcessor> ParseProcessor(const smbios::TStructure& structure, std::size_t number);
 
-/// The packages with what the firmware knows beyond the kernel. Which is which is only clear where
-/// both count as many: the kernel and the firmware number them in the same order.
+/// The packages with what the firmware knows beyond the kernel. Kernel and firmware number them in
+/// the same order, so if both have the same number of them, it is clear which is which. Otherwise
+/// nothing is added.
 std::vector<TProcessor> MergeProcessors(std::vector<TProcessor> packages,
                                         const std::vector<TProcessor>& sockets);
 
 /// The logical processors that run, of the machine whose /proc and /sys lie below `root`, in the
-/// order of their numbers: those of /proc/cpuinfo, and where that numbers none those of /sys. /sys
-/// tells what belongs together. Throws `std::runtime_error` for a /proc/cpuinfo of a size that no
-/// machine's has.
+/// order of their numbers: those of /proc/cpuinfo, or if that numbers none, those of /sys. /sys
+/// tells which of them share a package or a core. Throws `std::runtime_error` if /proc/cpuinfo is
+/// larger than any machine's.
 std::vector<TLogicalProcessor> ReadLogicalProcessors(const std::string& root);
 
 /// The processors of the machine whose /proc and /sys lie below `root`. Where `HWX_SMBIOS_TABLES`

@@ -28,12 +28,13 @@ using TClock = std::chrono::steady_clock;
 constexpr std::size_t kHeadSize = sizeof(std::uint32_t) + 1;
 constexpr std::uint32_t kLargestMessage = 256 * 1024 * 1024;
 constexpr std::size_t kOutputKept = 4096;
-constexpr std::size_t kMostTaken = 1024 * 1024;  // of the buffer, before it is moved up
+constexpr std::size_t kMostTaken = 1024 * 1024;  // bytes that may be left in front of the buffer
 
-// A child of the child may hold the connection open, so the end of the child is looked for too.
+// How often to ask whether the child has ended. The connection doesn't always tell: a child of the
+// child may hold it open.
 constexpr milliseconds kLookInterval(50);
 
-// How long a killed process may take to go: one that the kernel holds fast doesn't.
+// How long to wait for a process that was killed. One that waits within the kernel may never end.
 constexpr milliseconds kDyingTime(1000);
 
 std::string Head(std::uint8_t kind, std::size_t size) {
@@ -78,7 +79,7 @@ std::string HowEnded(int status) {
   return "it exited with status " + std::to_string(WEXITSTATUS(status));
 }
 
-// The sanitizers map terabytes that they never touch.
+// Under the sanitizers there is no limit of memory: they map terabytes that they never touch.
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
 constexpr bool kIsSanitized = true;
@@ -101,7 +102,7 @@ void LimitMemory(std::uint64_t bytes) {
 void BecomeChild(pid_t parent, int output, std::uint64_t memory) {
   ::setpgid(0, 0);
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-  if (::getppid() != parent) ::_exit(0);  // it went before the line above
+  if (::getppid() != parent) ::_exit(0);  // the parent ended before the signal was asked for
   const int nothing = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
   if (nothing >= 0) ::dup2(nothing, STDIN_FILENO);
   ::dup2(output, STDOUT_FILENO);
@@ -184,7 +185,7 @@ void TChild::Send(std::uint8_t kind, std::string_view text) {
 std::optional<TMessage> TChild::Receive(TDeadline deadline) {
   while (true) {
     if (auto message = Buffered()) return message;
-    const bool hasEnded = HasEnded();  // asked first: its last words are read behind it
+    const bool hasEnded = HasEnded();  // asked before reading, so that nothing it sent is missed
     const EArrival arrival = ReadMessages();
     ReadOutput();
     if (arrival == kSome) continue;
@@ -195,7 +196,7 @@ std::optional<TMessage> TChild::Receive(TDeadline deadline) {
     }
     if (arrival == kNoneYet)
       Wait(deadline);
-    else  // who closed the connection is about to end
+    else  // the connection is closed, so the child is about to end
       std::this_thread::sleep_for(milliseconds(1));
   }
 }
@@ -210,7 +211,8 @@ TChild::EArrival TChild::ReadMessages() {
   return count < 0 && (errno == EAGAIN || errno == EINTR) ? kNoneYet : kNoMore;
 }
 
-// Read to the end, or the child would wait for room; only the beginning is kept.
+// Reads all that there is, so that the child doesn't wait for room in the pipe. Keeps the
+// beginning.
 void TChild::ReadOutput() {
   char bytes[4096];
   ssize_t count = 0;
@@ -218,7 +220,7 @@ void TChild::ReadOutput() {
     const std::size_t room = kOutputKept - std::min(kOutputKept, fPrinted.size());
     fPrinted.append(bytes, std::min(room, static_cast<std::size_t>(count)));
   }
-  if (fOutput >= 0 && count == 0) {  // closed: a closed pipe would end each wait at once
+  if (fOutput >= 0 && count == 0) {  // at its end the pipe would end each wait at once
     ::close(fOutput);
     fOutput = -1;
   }
@@ -259,7 +261,7 @@ bool TChild::HasEnded() {
   const int flags = WEXITED | WNOHANG | WNOWAIT;
   if (::waitid(P_PID, static_cast<id_t>(fProcess), &ended, flags) == 0 && ended.si_pid == 0)
     return false;
-  ::kill(-fProcess, SIGKILL);  // its own children; the group is its own as long as it isn't reaped
+  ::kill(-fProcess, SIGKILL);  // the rest of its group, whose number is safe until it is reaped
   int status = 0;
   ::waitpid(fProcess, &status, 0);
   fProcess = -1;

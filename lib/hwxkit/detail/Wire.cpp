@@ -19,7 +19,7 @@ using TType = TCIMValue::TCIMType;
 // What stands in front of a date-time's fields.
 enum EDateTimeForm : std::uint8_t { kNoDateTime = 0, kTimestamp = 1, kInterval = 2 };
 
-// References in references and arrays in arrays: as deep as the paths of references may nest.
+// How deeply references and arrays may nest: as deeply as references in a path.
 constexpr unsigned kMostNesting = 200;
 
 [[noreturn]] void Refuse() {
@@ -54,7 +54,7 @@ void TWireWriter::Text(std::string_view text) {
   fBytes.append(text);
 }
 
-// The tag, whether it is null, and what belongs to the type; behind that the content.
+// The tag, whether the value is null, what belongs to the type, and the content.
 void TWireWriter::Value(const TCIMValue& value) {
   Byte(static_cast<std::uint8_t>(value.GetType()));
   Byte(value.IsNull());
@@ -106,7 +106,7 @@ void TWireWriter::Scalar(const TCIMValue& value) {
   }
 }
 
-// A character only prints, as its number; one that is null doesn't do that either.
+// The number of a character, read from its text. Empty for a null one, which has no text.
 void TWireWriter::Character(const TCIMValue& value) {
   std::string number;
   try {
@@ -210,7 +210,7 @@ TCIMValue TWireReader::ValueAt(unsigned depth) {
 TCIMValue TWireReader::Array(TType type, std::uint32_t maxSize, unsigned depth) {
   const std::uint32_t size = Number();
   std::vector<TCIMValue> elements;
-  for (std::uint32_t i = 0; i < size; ++i)  // each takes bytes, so a lie about the size ends soon
+  for (std::uint32_t i = 0; i < size; ++i)  // ends with the bytes, even if `size` is wrong
     elements.push_back(ValueAt(depth + 1));
   const auto elementType =
       static_cast<TType::ECIMType>(type & ~static_cast<int>(TType::kCIMTypeArrayFlag));
@@ -284,7 +284,7 @@ TCIMValue TWireReader::DateTime() {
   return TCIMValue(moment);
 }
 
-// Empty for none.
+// Empty if the message names no class.
 boost::shared_ptr<ICIMClass> TWireReader::Class() {
   const std::string name = Text();
   if (name.empty()) return {};

@@ -22,7 +22,7 @@ namespace NQORHWX20::detail {
 
 namespace {
 
-// What an operation answers that a provider may leave out.
+// The answer of an operation, or `otherwise` if the provider doesn't implement it.
 template <typename Question>
 auto AnswerOr(Question question, decltype(question()) otherwise) -> decltype(question()) {
   try {
@@ -70,8 +70,8 @@ void WriteQualifiers(TWireWriter& message, ICIMQualifiedElement& bearer) {
   });
 }
 
-// Those that the class itself declares: by what the declaration says of its class; where it says
-// nothing, all are taken.
+// The declarations that are the class's own, by the class that each names. One that names none
+// counts as the class's own.
 template <typename TDecl>
 std::vector<boost::shared_ptr<TDecl>> OwnOf(ICIMClass& cimClass,
                                             const std::vector<boost::shared_ptr<TDecl>>& all) {
