@@ -27,7 +27,9 @@ class TFirmwareDumpCommand : public ICommand {
   }
 
   int Run(const TGlobalOptions& options) override {
-    const auto dump = smbios::MakeDump(ReadSoundFirmware(options));
+    const smbios::TTables tables = RequireFirmware(options);
+    WarnOfFirmware(tables, options);
+    const auto dump = smbios::MakeDump(tables);
     WriteWholeFile(*fFile, std::string(dump.begin(), dump.end()), fForces);
     return kExitOK;
   }

@@ -18,7 +18,8 @@ class TFirmwareShowCommand : public ICommand {
   }
 
   int Run(const TGlobalOptions& options) override {
-    const smbios::TTables tables = ReadSoundFirmware(options);
+    const smbios::TTables tables = RequireFirmware(options);
+    WarnOfFirmware(tables, options);
     WriteOutput(fJson ? FirmwareJson(FirmwareLocation(), tables)
                       : FirmwareText(FirmwareLocation(), tables));
     return kExitOK;

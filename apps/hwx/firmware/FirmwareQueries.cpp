@@ -24,6 +24,7 @@ constexpr std::size_t kSerialNumberField = 7;
 TAnswer<std::string> StringAt(const smbios::TTables& tables, int type, std::size_t field,
                               const std::string& noun) {
   const auto structure = tables.FindFirst(type);
+  if (!structure && !tables.IsSound()) return Missing<std::string>(WhyUnsound(tables));
   if (!structure) {
     return Missing<std::string>("the firmware tables have no structure of type " +
                                 std::to_string(type));
@@ -76,9 +77,9 @@ TSystemIdentity NoSystem(const TAnswer<std::string>& reason) {
 }  // namespace
 
 TBiosIdentity AskBios() {
-  const TFirmwareForLibrary firmware;
   const smbios::TTables tables = ReadFirmware();
-  if (!tables.IsSound()) return NoBios(Missing<std::string>(WhyUnsound(tables)));
+  if (!tables.IsReadable()) return NoBios(Missing<std::string>(WhyUnsound(tables)));
+  const TFirmwareForLibrary firmware(tables);
   const auto version =
       StringAt(tables, smbios::kTypeBiosInformation, kBiosVersionField, "BIOS version");
   TBiosIdentity identity;
@@ -89,9 +90,9 @@ TBiosIdentity AskBios() {
 }
 
 TSystemIdentity AskSystem() {
-  const TFirmwareForLibrary firmware;
   const smbios::TTables tables = ReadFirmware();
-  if (!tables.IsSound()) return NoSystem(Missing<std::string>(WhyUnsound(tables)));
+  if (!tables.IsReadable()) return NoSystem(Missing<std::string>(WhyUnsound(tables)));
+  const TFirmwareForLibrary firmware(tables);
   const auto text = [&](std::size_t field, const std::string& noun) {
     return StringAt(tables, smbios::kTypeSystemInformation, field, noun);
   };

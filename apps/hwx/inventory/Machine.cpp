@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "hwx/identity/Reasons.h"
+#include "hwx/firmware/FirmwareTables.h"
 #include "hwx/plugins/ProviderLoading.h"
 #include "hwx/text/Failure.h"
 #include "hwx/text/Output.h"
@@ -45,12 +45,9 @@ NamespacePtr OpenMachine(const TChildLimits& limits) {
 }
 
 NamespacePtr OpenMachine(const TGlobalOptions& options) {
+  ReadFirmware();  // so that the child needn't
   const NamespacePtr machine = OpenMachine(options.fLimits);
-  if (!options.fFirmware) return machine;
-  const auto status = FirmwareStatus(machine);
-  if (status && !status->empty()) {
-    throw TFailure("--firmware " + *options.fFirmware + ": " + *status);
-  }
+  WarnOfFirmware(options.fFirmware ? RequireFirmware(options) : ReadFirmware(), options);
   return machine;
 }
 

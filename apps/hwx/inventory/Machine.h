@@ -14,8 +14,8 @@ namespace hwx {
 /// ended.
 NamespacePtr OpenMachine(const NQORHWX20::TChildLimits& limits = NQORHWX20::TChildLimits());
 
-/// The same for a command. If the user named firmware tables, they must be sound, or `TFailure`
-/// says what is wrong with them. The machine's own tables needn't be sound.
+/// The same for a command. If the user named firmware tables, they must be readable, or `TFailure`
+/// says what is wrong with them. The machine's own tables needn't be. Warns of a damage.
 NamespacePtr OpenMachine(const TGlobalOptions& options);
 
 }  // namespace hwx
