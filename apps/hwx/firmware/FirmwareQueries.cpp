@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "hwx/firmware/FirmwareTables.h"
+#include "hwx/identity/TypeForms.h"
 #include "hwx/text/Words.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/os/detail/BiosBuilds.h"
@@ -34,6 +35,10 @@ TAnswer<std::string> StringAt(const smbios::TTables& tables, int type, std::size
   return {text, {}};
 }
 
+TAnswer<std::string> ProductName(const smbios::TTables& tables) {
+  return StringAt(tables, smbios::kTypeSystemInformation, kProductNameField, "product name");
+}
+
 // The library's answer, which it takes from `text`; or why it gives its default.
 template <typename Query>
 TAnswer<std::string> Ask(const TAnswer<std::string>& text, const std::string& whenAbsent,
@@ -49,21 +54,31 @@ TAnswer<std::string> Ask(const TAnswer<std::string>& text, const std::string& wh
   }
 }
 
-TAnswer<std::string> TypeByTable(const TAnswer<std::string>& biosID) {
+TAnswer<std::string> TypeByTable(const TAnswer<std::string>& biosID,
+                                 const TAnswer<std::string>& version) {
   if (!biosID.fValue) return biosID;
   const auto type = detail::MachineTypeOfBuild(Lower(*biosID.fValue));
-  if (type) return {type, {}};
+  if (type) return TypeOfVersion(*type, *version.fValue);
   return Missing<std::string>("no machine type is known for \"" + *biosID.fValue + "\"");
 }
 
-TAnswer<std::string> AskMachineTypeFromID() {
+TAnswer<std::string> AskMachineTypeFromID(const TAnswer<std::string>& typeByTable,
+                                          const TAnswer<std::string>& productName) {
   try {
     const std::string type = TOSSpecific::GetMachineTypeFromID();
-    if (type != "0000") return {type, {}};
+    if (typeByTable.fValue == type) return typeByTable;
+    if (type != "0000") return TypeBehindDash(type, productName.fValue.value_or(""));
     return Missing<std::string>("neither the BIOS identifier nor the product name tells one");
   } catch (const std::out_of_range&) {
     return Missing<std::string>("the product name breaks off behind its dash");
   }
+}
+
+// What the library read, judged by the text that it was read out of.
+TAnswer<std::string> JudgedBy(TAnswer<std::string> answer, const TAnswer<std::string>& text,
+                              TAnswer<std::string> (*judge)(const std::string&,
+                                                            const std::string&)) {
+  return answer.fValue ? judge(*answer.fValue, *text.fValue) : answer;
 }
 
 TBiosIdentity NoBios(const TAnswer<std::string>& reason) {
@@ -84,8 +99,9 @@ TBiosIdentity AskBios() {
       StringAt(tables, smbios::kTypeBiosInformation, kBiosVersionField, "BIOS version");
   TBiosIdentity identity;
   identity.fBiosID = Ask(version, "no BIOS identifier", "00", &TOSSpecific::GetBiosID);
-  identity.fTypeByTable = TypeByTable(identity.fBiosID);
-  identity.fMachineTypeFromID = AskMachineTypeFromID();
+  identity.fTypeByTable = TypeByTable(identity.fBiosID, version);
+  const auto productName = ProductName(tables);
+  identity.fMachineTypeFromID = AskMachineTypeFromID(identity.fTypeByTable, productName);
   return identity;
 }
 
@@ -93,16 +109,14 @@ TSystemIdentity AskSystem() {
   const smbios::TTables tables = ReadFirmware();
   if (!tables.IsReadable()) return NoSystem(Missing<std::string>(WhyUnsound(tables)));
   const TFirmwareForLibrary firmware(tables);
-  const auto text = [&](std::size_t field, const std::string& noun) {
-    return StringAt(tables, smbios::kTypeSystemInformation, field, noun);
-  };
   TSystemIdentity identity;
-  identity.fProductName = text(kProductNameField, "product name");
-  identity.fSerialNumber = text(kSerialNumberField, "serial number");
-  identity.fMachineType =
-      Ask(identity.fProductName, "no machine type", "0000", &TOSSpecific::GetMachineType);
-  identity.fModel =
-      Ask(identity.fProductName, "no model", "Unknown", &TOSSpecific::GetMachineModel);
+  const auto& name = identity.fProductName = ProductName(tables);
+  identity.fSerialNumber =
+      StringAt(tables, smbios::kTypeSystemInformation, kSerialNumberField, "serial number");
+  const auto type = Ask(name, "no machine type", "0000", &TOSSpecific::GetMachineType);
+  identity.fMachineType = JudgedBy(type, name, &TypeBehindDash);
+  const auto model = Ask(name, "no model", "Unknown", &TOSSpecific::GetMachineModel);
+  identity.fModel = JudgedBy(model, name, &ModelBehindDash);
   return identity;
 }
 

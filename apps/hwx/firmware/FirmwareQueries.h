@@ -17,7 +17,8 @@ struct TBiosIdentity {
   TAnswer<std::string> fMachineTypeFromID;  ///< The same, else what the product name tells.
 };
 
-/// What the type 1 structure tells, as it stands there: nothing of it is judged.
+/// What the type 1 structure tells. Texts are as they stand there, filler too; machine type and
+/// model are judged by the form in which they stand in the product name.
 struct TSystemIdentity {
   TAnswer<std::string> fMachineType;
   TAnswer<std::string> fModel;

@@ -6,13 +6,16 @@
 
 namespace hwx {
 
-/// A value, or why there is none.
+/// A value, or why there is none. Some values are read out of texts that were made for people: then
+/// it is told how, and whether that is more than a guess.
 ///
 /// Thread-safety: a plain value.
 template <typename T>
 struct TAnswer {
   std::optional<T> fValue;
   std::string fReason;  ///< For people; any bytes. Empty if there is a value.
+  bool fIsGuess = false;
+  std::string fForm = {};  ///< For people: how the text holds the value. Empty if it is a field's.
 };
 
 template <typename T>

@@ -6,6 +6,7 @@
 
 #include "hwx/firmware/FirmwareQueries.h"
 #include "hwx/firmware/KernelCopy.h"
+#include "hwx/identity/TypeForms.h"
 #include "hwx/text/Words.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
@@ -82,7 +83,7 @@ TAnswer<std::string> PartOfName(const TAnswer<std::string>& productName, std::si
   if (!productName.fValue) return productName;
   const auto typeAndModel = detail::ParseMachineTypeModel(*productName.fValue);
   const std::string part = typeAndModel ? typeAndModel->substr(start, size) : std::string();
-  if (!IsBlank(part) && part != "xxx") return {part, {}};
+  if (!IsBlank(part) && part != "xxx") return AnswerInName(part, *productName.fValue);
   return Missing<std::string>(std::string("no ") + noun + " in \"" + *productName.fValue + "\"");
 }
 

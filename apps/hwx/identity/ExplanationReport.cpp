@@ -25,12 +25,14 @@ const char* Word(EVerdict verdict) {
 }
 
 std::string Shown(const TAnswer<std::string>& answer) {
-  return answer.fValue ? *answer.fValue : "(" + answer.fReason + ")";
+  if (!answer.fValue) return "(" + answer.fReason + ")";
+  return answer.fIsGuess ? *answer.fValue + " (a guess: " + answer.fForm + ")" : *answer.fValue;
 }
 
 TJson SourceObject(const TSourceAnswer& source) {
   TJson json = {{"source", source.fSource}, {"verdict", Word(source.fVerdict)}};
   json.update(Json(source.fAnswer));
+  if (!source.fAnswer.fForm.empty()) json["form"] = source.fAnswer.fForm;
   return json;
 }
 

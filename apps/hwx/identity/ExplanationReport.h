@@ -12,11 +12,12 @@
 
 namespace hwx {
 
-/// A heading for each fact, and below it a line for each source.
+/// A heading for each fact, and below it a line for each source. Behind a guess stands the form in
+/// which it was found.
 std::string ExplanationText(const std::vector<TExplanation>& explanations);
 
 /// An object for each fact, by its key: {"disagree": ..., "sources": [{"source": "...", "verdict":
-/// "...", and the answer as in the identity}, ...]}.
+/// "...", and the answer as in the identity}, ...]}. What was read out of a text has a "form" too.
 TJson ExplanationObject(const std::vector<TExplanation>& explanations);
 
 }  // namespace hwx

@@ -1,6 +1,7 @@
 #include "hwx/identity/Identity.h"
 
 #include "hwx/firmware/FirmwareQueries.h"
+#include "hwx/identity/TypeForms.h"
 #include "hwx/text/StatusWords.h"
 #include "hwx/text/Words.h"
 #include "hwxcore/os/TOSSpecific.h"
@@ -78,31 +79,39 @@ TAnswer<std::string> AskText(const NamespacePtr& machine, const TQueriedProperty
   return Missing<std::string>(WhyUnreadable(machine, queried).value_or(BlankReason(queried)));
 }
 
-TAnswer<std::string> AskMTM(const NamespacePtr& machine) {
+// Machine type and model, and the product name that holds them.
+struct TTypeAndModel {
+  std::string fSeven;
+  std::string fProductName;
+};
+
+TAnswer<TTypeAndModel> AskMTM(const NamespacePtr& machine) {
   const auto explain = [&](const THWXStatusCode& status) {
     if (status != kHWXStatusInvalidFormat) return ExplainByStatus(status);
     const std::string name = TCIMSchemaHelper::GetRawMTMString(machine);
     if (IsBlank(name)) return BlankReason(kProductName);
     return "product name " + Quoted(name) + " holds no machine type";
   };
-  return Ask(
-      machine, kProductName, [&] { return TCIMSchemaHelper::GetMTM(machine); }, explain);
+  const auto query = [&] {
+    return TTypeAndModel{TCIMSchemaHelper::GetMTM(machine),
+                         TCIMSchemaHelper::GetRawMTMString(machine)};
+  };
+  return Ask(machine, kProductName, query, explain);
 }
 
-// One query finds both in the product name.
 void AskTypeAndModel(const NamespacePtr& machine, TIdentity& identity) {
-  const TAnswer<std::string> mtm = AskMTM(machine);
+  const TAnswer<TTypeAndModel> mtm = AskMTM(machine);
   if (!mtm.fValue) {
-    identity.fMachineType = identity.fModel = mtm;
+    identity.fMachineType = identity.fModel = Missing<std::string>(mtm.fReason);
     return;
   }
-  identity.fMachineType.fValue = mtm.fValue->substr(0, 4);
-  const std::string model = mtm.fValue->substr(4, 3);
-  if (model == "xxx" || IsBlank(model)) {
-    identity.fModel.fReason = "the product name holds a machine type, but no model";
-  } else {
-    identity.fModel.fValue = model;
-  }
+  const std::string& name = mtm.fValue->fProductName;
+  identity.fMachineType = AnswerInName(mtm.fValue->fSeven.substr(0, 4), name);
+  const std::string model = mtm.fValue->fSeven.substr(4, 3);
+  identity.fModel =
+      model == "xxx" || IsBlank(model)
+          ? Missing<std::string>("the product name holds a machine type, but no model")
+          : AnswerInName(model, name);
 }
 
 // Refuses filler by the rule for serial numbers: makers use the same words for both.

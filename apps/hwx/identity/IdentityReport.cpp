@@ -7,7 +7,8 @@ namespace hwx {
 namespace {
 
 std::string Text(const TAnswer<std::string>& answer) {
-  return answer.fValue ? *answer.fValue : "(" + answer.fReason + ")";
+  if (!answer.fValue) return "(" + answer.fReason + ")";
+  return answer.fIsGuess ? *answer.fValue + " (a guess)" : *answer.fValue;
 }
 
 std::string TypeText(const TIdentity& identity) {

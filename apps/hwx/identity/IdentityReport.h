@@ -12,11 +12,12 @@
 
 namespace hwx {
 
-/// A line for each value; a reason stands in parentheses.
+/// A line for each value; a reason stands in parentheses, and behind a guess that it is one.
 std::string IdentityText(const TIdentity& identity);
 
-/// An object for each value: {"value": ...}, or {"value": null, "reason": "..."}. Bytes that aren't
-/// UTF-8 are replaced by U+FFFD; characters outside ASCII are escaped.
+/// An object for each value: {"value": ...}, with "guess": true for a guess, or {"value": null,
+/// "reason": "..."}. Bytes that aren't UTF-8 are replaced by U+FFFD; characters outside ASCII are
+/// escaped.
 std::string IdentityJson(const TIdentity& identity);
 
 /// The same, to add more to it.

@@ -20,12 +20,13 @@ inline std::string JsonText(const TJson& json) {
   return json.dump(kIndent, ' ', true, TJson::error_handler_t::replace) + "\n";
 }
 
-/// {"value": ...}, or {"value": null, "reason": "..."}.
+/// {"value": ...}, {"value": ..., "guess": true}, or {"value": null, "reason": "..."}.
 template <typename T>
 TJson Json(const TAnswer<T>& answer) {
   TJson json;
   if (answer.fValue) {
     json["value"] = *answer.fValue;
+    if (answer.fIsGuess) json["guess"] = true;
   } else {
     json["value"] = nullptr;
     json["reason"] = answer.fReason;

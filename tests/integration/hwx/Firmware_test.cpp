@@ -74,6 +74,103 @@ TEST_F(FirmwareTest, DumpsNothingOfDamagedTables) {
   EXPECT_FALSE(std::filesystem::exists(fDump));
 }
 
+// Sound structures, then an entry without a length.
+SmbiosTables DamagedTables() {
+  return SmbiosTables()
+      .AddBios("Maker", "-[A3E105A-1.05]-", "01/02/2020")
+      .AddSystem({"Maker", "Box -[7915AC1]-", "v1", "KQ12345"})
+      .AddRaw(Bytes(6, 0))
+      .Add(3, Bytes(9), {});
+}
+
+TEST_F(FirmwareTest, ReadsWhatStandsInFrontOfADamage) {
+  DamagedTables().WriteDump(fDump);
+  const std::string warning = "hwx: warning: " + fDump +
+                              ": structure 2 at byte 120 is shorter than its header; 2 structures "
+                              "in front of it can be read\n";
+  for (const std::vector<std::string>& command :
+       {std::vector<std::string>{"firmware", "show", "--json"},
+        {"identity", "--json"},
+        {"show", "--format", "json"},
+        {"collect", "-o", fScratch / "machine.xml"},
+        {"firmware", "dump", fScratch / "copy"}}) {
+    SCOPED_TRACE(command[0]);
+    fHwx.On(MakeContainer(fMachine.Path()));
+    std::vector<std::string> arguments = {"--firmware", fDump};
+    arguments.insert(arguments.end(), command.begin(), command.end());
+    const HwxResult result = fHwx.Run(arguments);
+    EXPECT_EQ(result.fStatus, 0);
+    EXPECT_EQ(result.fErr, warning);
+    if (command[0] == "identity") {
+      EXPECT_EQ(result.Json()["serialNumber"]["value"], "KQ12345");
+      EXPECT_EQ(result.Json()["biosIdentifier"]["value"], "A3");
+      EXPECT_EQ(result.Json()["machineTypeByBios"]["value"], "7141");
+    }
+  }
+  EXPECT_EQ(FileText(fScratch / "copy"), FileText(fDump));
+}
+
+TEST_F(FirmwareTest, ReadsFewerBytesThanAnnouncedUpToTheEndOfAStructure) {
+  const Bytes dump = DamagedTables().Dump32();
+  WriteBytes(fDump, Bytes(dump.begin(), dump.begin() + 32 + 120));
+  const HwxResult plain = fHwx.Run({"firmware", "show", "--firmware", fDump});
+  EXPECT_EQ(plain.fStatus, 0);
+  EXPECT_EQ(plain.fErr, "");
+  const HwxResult verbose = fHwx.Run(
+      {"--verbose", "--log-dir", fScratch / "log", "firmware", "show", "--firmware", fDump});
+  EXPECT_EQ(verbose.fStatus, 0);
+  EXPECT_THAT(verbose.fErr, StartsWith("hwx: note: " + fDump + ": 120 of "));
+  EXPECT_EQ(verbose.fOut, plain.fOut);
+}
+
+TEST_F(FirmwareTest, ReadsABareTableWithAWarning) {
+  WriteBytes(fDump, SmbiosTables()
+                        .AddBios("Maker", "1.05", "01/02/2020")
+                        .AddSystem({"Maker", "Box 5", "v1", "KQ12345"})
+                        .Table());
+  fHwx.On(MakeContainer(fMachine.Path()));
+  const HwxResult result = fHwx.Run({"identity", "--json", "--firmware", fDump});
+  EXPECT_EQ(result.fStatus, 0);
+  EXPECT_THAT(result.fErr, StartsWith("hwx: warning: " + fDump + ": there is no entry point, "));
+  EXPECT_EQ(result.Json()["serialNumber"]["value"], "KQ12345");
+}
+
+TEST_F(FirmwareTest, ReadsTheEntryPointOfBeforeVersion21) {
+  WriteBytes(fDump, SmbiosTables().AddSystem({"Maker", "Box 5", "v1", "KQ12345"}).LegacyDump());
+  fHwx.On(MakeContainer(fMachine.Path()));
+  EXPECT_EQ(Succeed({"--firmware", fDump, "identity", "--json"}).Json()["serialNumber"]["value"],
+            "KQ12345");
+}
+
+TEST_F(FirmwareTest, ReadsSoundTablesThatDoNotDescribeTheSystem) {
+  SmbiosTables().AddBios("Maker", "-[A3E105A-1.05]-", "01/02/2020").AddEnd().WriteDump(fDump);
+  fHwx.On(MakeContainer(fMachine.Path()));
+  const json answers = Succeed({"--firmware", fDump, "identity", "--json"}).Json();
+  EXPECT_EQ(answers["biosIdentifier"]["value"], "A3");
+  EXPECT_THAT(answers["serialNumber"]["reason"], StartsWith("no system information: "));
+  EXPECT_THAT(Succeed({"--firmware", fDump, "show", "--class", "CIM_BIOSElement"}).fOut,
+              HasSubstr("[A3E105A-1.05]"));
+  Succeed({"--firmware", fDump, "collect", "-o", fScratch / "machine.xml"});
+}
+
+TEST_F(FirmwareTest, ShowsAsAGuessWhatANameOnlySeemsToHold) {
+  fHwx.On(MakeContainer(fMachine.Path()));
+  SmbiosTables().AddSystem({"Maker", "AB305CD", "v1", "KQ12345"}).AddEnd().WriteDump(fDump);
+  const json guess = Succeed({"--firmware", fDump, "identity", "--json", "--explain"}).Json();
+  EXPECT_EQ(guess["machineType"], json({{"value", "AB30"}, {"guess", true}}));
+  EXPECT_EQ(guess["model"], json({{"value", "5CD"}, {"guess", true}}));
+  EXPECT_EQ(guess["machineTypeByBios"], json({{"value", "AB30"}, {"guess", true}}));
+  EXPECT_EQ(guess["explanations"]["machineType"]["sources"][0]["form"],
+            "a product name of seven characters");
+  EXPECT_THAT(Succeed({"--firmware", fDump, "identity", "--explain"}).fOut,
+              HasSubstr("AB30 (a guess: a product name of seven characters)\n"));
+  SmbiosTables().AddSystem({"Maker", "XX-7816", "v1", "KQ12345"}).AddEnd().WriteDump(fDump);
+  const json none = Succeed({"--firmware", fDump, "identity", "--json"}).Json();
+  EXPECT_EQ(none["machineTypeByBios"]["value"], nullptr);
+  EXPECT_EQ(none["machineTypeByBios"]["reason"],
+            "\"816\" in \"XX-7816\" is no machine type: not four letters or digits");
+}
+
 TEST_F(FirmwareTest, NamesTheOptionWhoseTablesAreBad) {
   EXPECT_EQ(FailureOf({"firmware", "show", "--firmware", "/nowhere"}),
             "hwx: --firmware /nowhere: no firmware tables: /nowhere is absent\n");

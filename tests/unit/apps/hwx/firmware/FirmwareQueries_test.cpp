@@ -1,6 +1,8 @@
 #include "hwx/firmware/FirmwareQueries.h"
 
 #include <cstdlib>
+#include <utility>
+#include <vector>
 
 #include "support/FirmwareFixture.h"
 #include "support/Machines.h"
@@ -8,6 +10,7 @@
 namespace hwx {
 namespace {
 
+using hwxtest::Bytes;
 using hwxtest::SmbiosTables;
 
 std::string ReasonOf(const TAnswer<std::string>& answer) {
@@ -81,6 +84,48 @@ TEST_F(FirmwareQueries, TellAProductNameWithoutATypeAndAModel) {
   UseProduct("Box 5", "");
   EXPECT_EQ(ReasonOf(AskSystem().fMachineType), "no machine type in \"Box 5\"");
   EXPECT_EQ(ReasonOf(AskSystem().fSerialNumber), "the firmware tables hold no serial number");
+}
+
+TEST_F(FirmwareQueries, TellAGuessFromAFact) {
+  UseProduct("XX-A7816");
+  EXPECT_EQ(AskSystem().fMachineType.fValue, "7816");
+  EXPECT_TRUE(AskSystem().fMachineType.fIsGuess);
+  EXPECT_TRUE(AskBios().fMachineTypeFromID.fIsGuess);
+  UseProduct("Box -[7915AC1]-");
+  EXPECT_FALSE(AskSystem().fMachineType.fIsGuess);
+  EXPECT_FALSE(AskSystem().fModel.fIsGuess);
+  EXPECT_FALSE(AskBios().fMachineTypeFromID.fIsGuess);
+  UseBios("[A3E105A-1.05]");
+  EXPECT_FALSE(AskBios().fTypeByTable.fIsGuess);
+  UseBios("A3E105A");
+  EXPECT_TRUE(AskBios().fTypeByTable.fIsGuess);
+  EXPECT_EQ(AskBios().fMachineTypeFromID.fValue, "7141");
+  EXPECT_TRUE(AskBios().fMachineTypeFromID.fIsGuess);
+}
+
+TEST_F(FirmwareQueries, TellWhatIsNoMachineTypeByBios) {
+  for (const auto& [name, text] : std::vector<std::pair<std::string, std::string>>{
+           {"XX-7816", "816"}, {"Q9AB-3F/Q9AB-iF", "F/Q9"}, {"Box-5", ""}}) {
+    UseProduct(name);
+    EXPECT_EQ(
+        ReasonOf(AskBios().fMachineTypeFromID),
+        "\"" + text + "\" in \"" + name + "\" is no machine type: not four letters or digits");
+  }
+}
+
+// Where the library alone would refuse the tables.
+TEST_F(FirmwareQueries, TellWhatStandsInFrontOfADamage) {
+  const Bytes damage(6, 0);
+  Use(SmbiosTables().AddBios("Maker", "[A3E105A-1.05]", "").AddRaw(damage).AddSystem({"Maker"}));
+  EXPECT_EQ(AskBios().fBiosID.fValue, "A3");
+  EXPECT_EQ(AskBios().fMachineTypeFromID.fValue, "7141");
+  EXPECT_EQ(ReasonOf(AskSystem().fProductName).rfind("malformed: " + fDump + ": structure 1 ", 0),
+            0u);
+  Use(SmbiosTables().AddSystem({"Maker", "Box -[7915AC1]-", "", "SN1"}).AddRaw(damage));
+  EXPECT_EQ(AskSystem().fMachineType.fValue, "7915");
+  EXPECT_EQ(AskSystem().fSerialNumber.fValue, "SN1");
+  EXPECT_EQ(ReasonOf(AskBios().fBiosID).rfind("malformed: ", 0), 0u);
+  EXPECT_EQ(std::getenv("HWX_SMBIOS_TABLES"), fDump);
 }
 
 TEST_F(FirmwareQueries, TellWhyThereAreNoTables) {

@@ -32,6 +32,26 @@ TEST(ExplanationText, HasAParagraphForEachFact) {
             "  sysfs         agrees     AC1\n");
 }
 
+TEST(ExplanationText, TellsTheFormOfAGuess) {
+  const std::vector<TExplanation> guess = {
+      {"model", "Model", {{"type 1", {"AB3", "", true, "a short name"}, kTaken}}, false}};
+  EXPECT_EQ(ExplanationText(guess), "\nModel\n  type 1  taken  AB3 (a guess: a short name)\n");
+  const TJson expected = {{"source", "type 1"},
+                          {"verdict", "taken"},
+                          {"value", "AB3"},
+                          {"guess", true},
+                          {"form", "a short name"}};
+  EXPECT_EQ(ExplanationObject(guess)["model"]["sources"][0], expected);
+}
+
+TEST(ExplanationText, TellsNoFormOfAFact) {
+  const std::vector<TExplanation> fact = {
+      {"model", "Model", {{"type 1", {"AC1", "", false, "in brackets"}, kTaken}}, false}};
+  EXPECT_EQ(ExplanationText(fact), "\nModel\n  type 1  taken  AC1\n");
+  EXPECT_EQ(ExplanationObject(fact)["model"]["sources"][0]["form"], "in brackets");
+  EXPECT_FALSE(ExplanationObject(fact)["model"]["sources"][0].contains("guess"));
+}
+
 TEST(ExplanationText, NeverSteersTheTerminal) {
   EXPECT_EQ(ExplanationText({{"k", "Fact", {{"type 1", {"\x1b[2J", ""}, kTaken}}, false}}),
             "\nFact\n  type 1  taken  \\x1b[2J\n");

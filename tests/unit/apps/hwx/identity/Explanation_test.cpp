@@ -128,6 +128,18 @@ TEST_F(Explanation, TakesTheProductNameForATypeThatTheTableLacks) {
                    "type 1: taken: 7915"}));
 }
 
+TEST_F(Explanation, TakesAGuessAndSaysSo) {
+  UseBoth("1.05", "AB305CD", "KQ12345");
+  MadeMachine machine;
+  machine.Product("AB305CD");
+  const TExplanation fact = Of("machineType", machine);
+  EXPECT_EQ(Rows(fact)[0], "schema query: taken: AB30");
+  EXPECT_EQ(Rows(fact)[1], "type 1: agrees: AB30");
+  EXPECT_TRUE(fact.fSources[0].fAnswer.fIsGuess);
+  EXPECT_TRUE(fact.fSources[1].fAnswer.fIsGuess);
+  EXPECT_EQ(Rows(Of("machineTypeByBios", machine))[1], "type 1: taken: AB30");
+}
+
 TEST_F(Explanation, ReadsTheKernelsCopyOfThisMachine) {
   UseKernelCopy({{"product_name", "Rack Server -[7915AC2]-"},
                  {"product_serial", "0000000"},

@@ -54,6 +54,12 @@ TEST(IdentityText, PutsAReasonInThePlaceOfAValue) {
   EXPECT_THAT(IdentityText(identity), HasSubstr("Operating system type     (no such class)\n"));
 }
 
+TEST(IdentityText, SaysThatAGuessIsOne) {
+  TIdentity identity = WholeIdentity();
+  identity.fMachineType = {"AB30", "", true, "a name"};
+  EXPECT_THAT(IdentityText(identity), HasSubstr("Machine type              AB30 (a guess)\n"));
+}
+
 TEST(IdentityText, ShowsATypeWithoutAName) {
   TIdentity identity = WholeIdentity();
   identity.fOperatingSystemType = {static_cast<unsigned short>(999), ""};
@@ -94,6 +100,13 @@ TEST(IdentityJson, HasNullWithAReason) {
   identity.fModel = Missing<std::string>("no \"model\"");
   const json expected = {{"value", nullptr}, {"reason", "no \"model\""}};
   EXPECT_EQ(json::parse(IdentityJson(identity))["model"], expected);
+}
+
+TEST(IdentityJson, MarksAGuess) {
+  TIdentity identity = WholeIdentity();
+  identity.fMachineType = {"AB30", "", true, "a name"};
+  const json expected = {{"value", "AB30"}, {"guess", true}};
+  EXPECT_EQ(json::parse(IdentityJson(identity))["machineType"], expected);
 }
 
 TEST(IdentityJson, ReplacesBytesThatAreNoUtf8) {

@@ -48,6 +48,17 @@ TEST(Identity, QuotesAProductNameThatHoldsNoMachineType) {
   EXPECT_EQ(identity.fProductName.fValue, "Box 5");
 }
 
+TEST(Identity, TellsAGuessFromAFact) {
+  const TIdentity fact = AskIdentity(MadeMachine().Open());
+  EXPECT_FALSE(fact.fMachineType.fIsGuess);
+  EXPECT_FALSE(fact.fModel.fIsGuess);
+  const TIdentity guess = AskIdentity(MadeMachine().Product("AB305CD").Open());
+  EXPECT_EQ(guess.fMachineType.fValue, "AB30");
+  EXPECT_TRUE(guess.fMachineType.fIsGuess);
+  EXPECT_EQ(guess.fModel.fValue, "5CD");
+  EXPECT_TRUE(guess.fModel.fIsGuess);
+}
+
 TEST(Identity, TellsThatTheModelIsUnknown) {
   const TIdentity identity = AskIdentity(MadeMachine().Product("Box -[7915]-").Open());
   EXPECT_EQ(identity.fMachineType.fValue, "7915");
