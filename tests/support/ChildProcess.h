@@ -19,8 +19,9 @@ namespace hwxtest {
 constexpr int kSceneNotAllowed = 77;
 
 /// Runs `body` in a forked child, where it may give up rights, mount, or leave the process in any
-/// state. Expectations in it are printed as ever. Returns what `body` returned; 1 if that was 0 but
-/// an expectation failed, or if it threw; 128 and the signal if the child was killed.
+/// state. Expectations in it are printed as ever. Returns what `body` returned; 1 if that was 0 or
+/// `kSceneNotAllowed` but an expectation failed, or if it threw; 128 and the signal if the child
+/// was killed.
 inline int RunInChild(const std::function<int()>& body) {
   std::fflush(stdout);
   const pid_t child = ::fork();
@@ -32,7 +33,8 @@ inline int RunInChild(const std::function<int()>& body) {
       ADD_FAILURE() << "the child threw: " << failure.what();
     }
     std::fflush(stdout);
-    ::_exit(code == 0 && ::testing::Test::HasFailure() ? 1 : code);
+    const bool hidesFailures = code == 0 || code == kSceneNotAllowed;
+    ::_exit(hidesFailures && ::testing::Test::HasFailure() ? 1 : code);
   }
   int status = 0;
   if (child < 0 || ::waitpid(child, &status, 0) != child) return -1;
