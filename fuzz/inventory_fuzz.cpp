@@ -24,7 +24,7 @@ using namespace linux_machine;
 using Bytes = std::vector<std::uint8_t>;
 
 void CheckProcessors(std::string_view text) {
-  const auto logical = ParseCpuInfo(text);
+  const auto logical = ParseCpuInfo(text).fProcessors;
   const auto packages = GroupProcessors(logical);
   std::size_t threads = 0;
   for (const TProcessor& package : packages)

@@ -23,8 +23,8 @@ using Bytes = std::vector<std::uint8_t>;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-// A fuzzer may offer well-formed inputs for the generator to damage.
-[[gnu::weak]] std::vector<Bytes> FuzzSeeds();
+// Well-formed inputs, for the generator to damage.
+std::vector<Bytes> FuzzSeeds();
 
 // There under the sanitizers only.
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the sanitizers' own name
@@ -142,7 +142,7 @@ bool Replay(const std::string& path) {
 }
 
 void Run(const Options& options) {
-  Generator generator(options.seed, FuzzSeeds != nullptr ? FuzzSeeds() : std::vector<Bytes>());
+  Generator generator(options.seed, FuzzSeeds());
   for (std::uint64_t run = 0; run < options.runs; ++run) {
     gInput = generator.Next();
     std::snprintf(gCrashFile, sizeof gCrashFile, "crash-%ju-%ju",

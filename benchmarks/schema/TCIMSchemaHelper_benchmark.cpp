@@ -14,11 +14,11 @@ namespace {
 using NQORHWX20::TCIMSchemaHelper;
 using NQORHWX20::TMemoryNamespace;
 
-typedef boost::shared_ptr<TMemoryNamespace> NamespacePtr;
+typedef boost::shared_ptr<TMemoryNamespace> MemoryNamespacePtr;
 
 // One computer system, in a namespace of the size that a provider publishes.
-NamespacePtr MakeNamespace(const std::string& productName) {
-  const NamespacePtr ns = TMemoryNamespace::Create("root/cimv2", "plugin");
+MemoryNamespacePtr MakeNamespace(const std::string& productName) {
+  const MemoryNamespacePtr ns = TMemoryNamespace::Create("root/cimv2", "plugin");
   const auto computerSystem = NQORHWX20::TClassBuilder(ns, "QORSG_ComputerSystem")
                                   .Key("Name", "string")
                                   .Property("ProductName", "string")
@@ -40,7 +40,7 @@ NamespacePtr MakeNamespace(const std::string& productName) {
 }
 
 void MTM(benchmark::State& state, const std::string& productName) {
-  const NamespacePtr ns = MakeNamespace(productName);
+  const MemoryNamespacePtr ns = MakeNamespace(productName);
   for (auto _ : state)
     benchmark::DoNotOptimize(TCIMSchemaHelper::GetMTM(ns));
 }
@@ -49,21 +49,21 @@ BENCHMARK_CAPTURE(MTM, bracketed_form, "Rack server -[7870A1B]-");
 BENCHMARK_CAPTURE(MTM, bare_form, "7870A1B");
 
 void SystemName(benchmark::State& state) {
-  const NamespacePtr ns = MakeNamespace("7870A1B");
+  const MemoryNamespacePtr ns = MakeNamespace("7870A1B");
   for (auto _ : state)
     benchmark::DoNotOptimize(TCIMSchemaHelper::GetSystemName(ns));
 }
 BENCHMARK(SystemName);
 
 void SerialNumber(benchmark::State& state) {
-  const NamespacePtr ns = MakeNamespace("7870A1B");
+  const MemoryNamespacePtr ns = MakeNamespace("7870A1B");
   for (auto _ : state)
     benchmark::DoNotOptimize(TCIMSchemaHelper::GetSerialNumber(ns, {}));
 }
 BENCHMARK(SerialNumber);
 
 void DataSourceVersion(benchmark::State& state) {
-  const NamespacePtr ns = MakeNamespace("7870A1B");
+  const MemoryNamespacePtr ns = MakeNamespace("7870A1B");
   for (auto _ : state)
     benchmark::DoNotOptimize(TCIMSchemaHelper::GetDataSourceVersion(ns, {}));
 }

@@ -56,7 +56,7 @@ void ParseManyDays(benchmark::State& state, const char* zone) {
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(texts.size()));
 }
 
-void Print(benchmark::State& state, const char* zone) {
+void PrintDateTime(benchmark::State& state, const char* zone) {
   SetZone(zone);
   const TCIMDateTime dateTime(2007, 1, 2, 3, 4, 5, 6, 60);
   for (auto _ : state)
@@ -95,7 +95,7 @@ void Add(benchmark::State& state, const char* zone) {
 
 HWX_IN_ALL_ZONES(Parse);
 HWX_IN_ALL_ZONES(ParseManyDays);
-HWX_IN_ALL_ZONES(Print);
+HWX_IN_ALL_ZONES(PrintDateTime);
 HWX_IN_ALL_ZONES(CompareTwoMoments);
 HWX_IN_ALL_ZONES(CompareOneMoment);
 HWX_IN_ALL_ZONES(Add);

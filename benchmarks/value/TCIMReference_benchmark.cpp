@@ -190,13 +190,13 @@ void Equal(benchmark::State& state) {
 }
 BENCHMARK(Equal)->Arg(1)->Arg(5)->Arg(50);
 
-void Copy(benchmark::State& state) {
+void CopyReference(benchmark::State& state) {
   const auto keys = static_cast<std::size_t>(state.range(0));
   const NamespacePtr ns = MakeNamespace(keys);
   const TCIMReference reference(ns, MakePath(keys, "a value of middling length"), TCIMContext());
   for (auto _ : state)
     benchmark::DoNotOptimize(TCIMReference(reference));
 }
-BENCHMARK(Copy)->Arg(1)->Arg(5)->Arg(50);
+BENCHMARK(CopyReference)->Arg(1)->Arg(5)->Arg(50);
 
 }  // namespace

@@ -10,16 +10,16 @@ namespace hwxtest {
 
 namespace {
 
-thread_local FakeClock* tCurrent = nullptr;
+thread_local FakeClock* tClock = nullptr;
 
 }  // namespace
 
 FakeClock::FakeClock(std::vector<timespec> times) : fTimes(std::move(times)) {
-  tCurrent = this;
+  tClock = this;
 }
 
 FakeClock::~FakeClock() {
-  tCurrent = nullptr;
+  tClock = nullptr;
 }
 
 timespec FakeClock::At(int year, int month, int day, int hour, int minute, int second,
@@ -41,9 +41,9 @@ timespec FakeClock::Read() {
 }  // namespace hwxtest
 
 extern "C" int clock_gettime(clockid_t clock, timespec* time) noexcept {
-  if (clock != CLOCK_REALTIME || !hwxtest::tCurrent) {
+  if (clock != CLOCK_REALTIME || !hwxtest::tClock) {
     return static_cast<int>(::syscall(SYS_clock_gettime, clock, time));
   }
-  *time = hwxtest::tCurrent->Read();
+  *time = hwxtest::tClock->Read();
   return 0;
 }

@@ -13,16 +13,16 @@ namespace hwxtest {
 
 namespace {
 
-FakeScsiFiles* gCurrent = nullptr;
+FakeScsiFiles* gScsiFiles = nullptr;
 
 }  // namespace
 
 FakeScsiFiles::FakeScsiFiles() {
-  gCurrent = this;
+  gScsiFiles = this;
 }
 
 FakeScsiFiles::~FakeScsiFiles() {
-  gCurrent = nullptr;
+  gScsiFiles = nullptr;
 }
 
 void FakeScsiFiles::Answer(const std::string& path, unsigned long request,
@@ -51,7 +51,7 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...) noexcept {
   void* const buffer = va_arg(arguments, void*);
   va_end(arguments);
   int result = 0;
-  if (hwxtest::gCurrent && hwxtest::gCurrent->Answers(descriptor, request, buffer, result)) {
+  if (hwxtest::gScsiFiles && hwxtest::gScsiFiles->Answers(descriptor, request, buffer, result)) {
     return result;
   }
   return static_cast<int>(::syscall(SYS_ioctl, descriptor, request, buffer));

@@ -8,16 +8,16 @@ namespace hwxtest {
 
 namespace {
 
-thread_local FakeShell* tCurrent = nullptr;
+thread_local FakeShell* tShell = nullptr;
 
 }  // namespace
 
 FakeShell::FakeShell() {
-  tCurrent = this;
+  tShell = this;
 }
 
 FakeShell::~FakeShell() {
-  tCurrent = nullptr;
+  tShell = nullptr;
 }
 
 int FakeShell::Run(const std::string& command) {
@@ -30,7 +30,7 @@ int FakeShell::Run(const std::string& command) {
 }  // namespace hwxtest
 
 extern "C" int system(const char* command) {
-  if (hwxtest::tCurrent) return hwxtest::tCurrent->Run(command);
+  if (hwxtest::tShell) return hwxtest::tShell->Run(command);
   using TSystem = int (*)(const char*);
   static const auto next = reinterpret_cast<TSystem>(::dlsym(RTLD_NEXT, "system"));
   return next(command);

@@ -12,7 +12,7 @@ namespace hwxtest {
 
 namespace {
 
-FakeSmBios* gCurrent = nullptr;
+FakeSmBios* gSmBios = nullptr;
 
 // The library's own operation.
 template <typename Operation>
@@ -28,11 +28,11 @@ void Log(const std::string& call) {
 }  // namespace
 
 FakeSmBios::FakeSmBios() {
-  gCurrent = this;
+  gSmBios = this;
 }
 
 FakeSmBios::~FakeSmBios() {
-  gCurrent = nullptr;
+  gSmBios = nullptr;
 }
 
 FakeSmBios& FakeSmBios::Answer(int type, int code, const Bytes& bytes, int length) {
@@ -79,16 +79,16 @@ TSmBiosStatus FakeSmBios::Close(void** handle) {
 }  // namespace hwxtest
 
 extern "C" TSmBiosStatus smBiosLoad(TPluginManagerProvider* provider, void** handle) {
-  if (hwxtest::gCurrent && !provider) return hwxtest::gCurrent->Load(handle);
+  if (hwxtest::gSmBios && !provider) return hwxtest::gSmBios->Load(handle);
   return hwxtest::Real<decltype(smBiosLoad)>("smBiosLoad")(provider, handle);
 }
 
 extern "C" TSmBiosStatus smBiosGetFirst(void* handle, int type, void* buffer, int* length) {
-  if (hwxtest::gCurrent) return hwxtest::gCurrent->GetFirst(handle, type, buffer, length);
+  if (hwxtest::gSmBios) return hwxtest::gSmBios->GetFirst(handle, type, buffer, length);
   return hwxtest::Real<decltype(smBiosGetFirst)>("smBiosGetFirst")(handle, type, buffer, length);
 }
 
 extern "C" TSmBiosStatus smBiosClose(void** handle) {
-  if (hwxtest::gCurrent) return hwxtest::gCurrent->Close(handle);
+  if (hwxtest::gSmBios) return hwxtest::gSmBios->Close(handle);
   return hwxtest::Real<decltype(smBiosClose)>("smBiosClose")(handle);
 }

@@ -19,9 +19,9 @@ struct MadeClass {
   unsigned fDepth;
 };
 
-class Maker {
+class SchemaMaker {
  public:
-  Maker(const boost::shared_ptr<TMemoryNamespace>& ns, const MadeSchemaPlan& plan)
+  SchemaMaker(const boost::shared_ptr<TMemoryNamespace>& ns, const MadeSchemaPlan& plan)
       : fNamespace(ns), fPlan(plan), fRandom(plan.fSeed) {}
 
   void Make() {
@@ -128,7 +128,7 @@ class Maker {
 }  // namespace
 
 void MakeSchema(const boost::shared_ptr<TMemoryNamespace>& ns, const MadeSchemaPlan& plan) {
-  Maker(ns, plan).Make();
+  SchemaMaker(ns, plan).Make();
 }
 
 }  // namespace hwxtest

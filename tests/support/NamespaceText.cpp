@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "hwxcore/hwxcore.h"
+#include "support/Ptr.h"
 
 namespace hwxtest {
 
@@ -14,8 +15,6 @@ namespace {
 
 using namespace NQORHWX20;
 using Type = TCIMValue::TCIMType;
-template <typename T>
-using Ptr = boost::shared_ptr<T>;
 using Lines = std::vector<std::string>;
 
 std::string Printable(const std::string& text) {
@@ -55,7 +54,7 @@ std::string ClassName(const Ptr<ICIMClass>& named) {
 
 std::string ExactText(const TCIMValue& value);
 
-std::string ReferenceText(const TCIMReference& reference) {
+std::string ExactReferenceText(const TCIMReference& reference) {
   std::string text = "(no class)";
   try {
     text = reference.GetClassName();
@@ -93,7 +92,7 @@ std::string BodyText(const TCIMValue& value) {
     case Type::kCIMTypeDateTime:
       return MomentText(value);
     case Type::kCIMTypeReference:
-      return ReferenceText(value);
+      return ExactReferenceText(value);
     case Type::kCIMTypeChar16:
       return CharacterText(value);
     case Type::kCIMTypeString:

@@ -5,6 +5,7 @@
 
 #include "hwxcore/hwxcore.h"
 #include "hwxkit/hwxkit.h"
+#include "support/Ptr.h"
 #include "support/RandomValues.h"
 
 namespace hwxtest {
@@ -12,18 +13,15 @@ namespace hwxtest {
 namespace {
 
 using namespace NQORHWX20;
-using Type = RandomValues::Type;
+using Tag = RandomValues::Type;
 
-template <typename T>
-using Ptr = boost::shared_ptr<T>;
-
-bool IsArray(Type type) {
+bool IsArray(Tag type) {
   return (type & TCIMValue::TCIMType::kCIMTypeArrayFlag) != 0;
 }
 
-class Maker {
+class NamespaceMaker {
  public:
-  explicit Maker(std::uint64_t seed) : fRandom(seed) {}
+  explicit NamespaceMaker(std::uint64_t seed) : fRandom(seed) {}
 
   Ptr<TMemoryNamespace> Make() {
     fNamespace =
@@ -118,7 +116,7 @@ class Maker {
 
   void AddProperty(TMemoryClass& to, const std::string& name, bool isKey) {
     const auto inherited = to.FindPropertyDecl(name);
-    Type type = fRandom.AnyType();
+    Tag type = fRandom.AnyType();
     if (inherited) type = inherited->GetType({});
     if (isKey && fRandom.Below(4) == 0) type = TCIMValue::TCIMType::kCIMTypeReference;
     if (isKey && IsArray(type)) type = TCIMValue::TCIMType::kCIMTypeString;
@@ -131,7 +129,7 @@ class Maker {
   }
 
   void AddMethod(TMemoryClass& to, const std::string& name) {
-    const Type type = fRandom.Below(4) == 0 ? TCIMValue::TCIMType::kCIMTypeNone : fRandom.AnyType();
+    const Tag type = fRandom.Below(4) == 0 ? TCIMValue::TCIMType::kCIMTypeNone : fRandom.AnyType();
     Try([&] {
       const auto method = to.CreateMethodDecl(name, type, {});
       Qualify(*method);
@@ -161,7 +159,7 @@ class Maker {
   }
 
   void SetValue(TMemoryInstance& instance, ICIMPropertyDecl& decl) {
-    const Type type = decl.GetType({});
+    const Tag type = decl.GetType({});
     const bool isKey = decl.HasQualifier("Key", {});
     if (!isKey && fRandom.Below(4) == 0) return;
     Try([&] { instance.Set(decl.GetName({}), isKey ? fRandom.Key(type) : fRandom.Any(type)); });
@@ -201,7 +199,7 @@ class Maker {
 }  // namespace
 
 boost::shared_ptr<NQORHWX20::TMemoryNamespace> RandomNamespace(std::uint64_t seed) {
-  return Maker(seed).Make();
+  return NamespaceMaker(seed).Make();
 }
 
 }  // namespace hwxtest

@@ -12,6 +12,7 @@
 #include "hwxcore/schema/ICIMPropertyDecl.h"
 #include "hwxcore/schema/ICIMQualifier.h"
 #include "hwxcore/schema/ICIMQualifierDecl.h"
+#include "support/Ptr.h"
 
 namespace hwxtest {
 
@@ -22,8 +23,6 @@ namespace hwxtest {
   throw std::logic_error("unexpected call of a schema object");
 }
 
-template <typename T>
-using Ptr = boost::shared_ptr<T>;
 template <typename T>
 using Callback = boost::function<bool(boost::shared_ptr<T>)>;
 using Context = NQORHWX20::TCIMContext;

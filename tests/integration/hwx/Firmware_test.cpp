@@ -14,7 +14,7 @@ using nlohmann::json;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-const std::string kSample = HWX_TEST_SAMPLE_DUMP;
+const std::string kSampleDump = HWX_TEST_SAMPLE_DUMP;
 
 class FirmwareTest : public HwxTest {
  protected:
@@ -46,17 +46,17 @@ TEST_F(FirmwareTest, DumpsWhatDmidecodeReads) {
 }
 
 TEST_F(FirmwareTest, DumpsADumpToTheByte) {
-  Succeed({"--firmware", kSample, "firmware", "dump", fDump});
-  EXPECT_EQ(FileText(fDump), FileText(kSample));
+  Succeed({"--firmware", kSampleDump, "firmware", "dump", fDump});
+  EXPECT_EQ(FileText(fDump), FileText(kSampleDump));
 }
 
 TEST_F(FirmwareTest, DumpsOverAFileOnlyWhenForced) {
   MakeFile(fDump, "old");
-  EXPECT_EQ(FailureOf({"--firmware", kSample, "firmware", "dump", fDump}),
+  EXPECT_EQ(FailureOf({"--firmware", kSampleDump, "firmware", "dump", fDump}),
             "hwx: " + fDump + " can't be written: it is there already; --force replaces it\n");
   EXPECT_EQ(FileText(fDump), "old");
-  Succeed({"--firmware", kSample, "firmware", "dump", "--force", fDump});
-  EXPECT_EQ(FileText(fDump), FileText(kSample));
+  Succeed({"--firmware", kSampleDump, "firmware", "dump", "--force", fDump});
+  EXPECT_EQ(FileText(fDump), FileText(kSampleDump));
 }
 
 TEST_F(FirmwareTest, DumpsNothingOfAMachineWithoutTables) {
@@ -198,7 +198,8 @@ TEST_F(FirmwareTest, NeedsNoProvider) {
   const HwxTree tree;
   tree.Remove("libplugin.nsp.so");
   tree.Use(fHwx);
-  EXPECT_THAT(Succeed({"--firmware", kSample, "firmware", "show"}).fOut, StartsWith(kSample));
+  EXPECT_THAT(Succeed({"--firmware", kSampleDump, "firmware", "show"}).fOut,
+              StartsWith(kSampleDump));
 }
 
 TEST_F(FirmwareTest, ExplainsAnIdentityByItsSources) {

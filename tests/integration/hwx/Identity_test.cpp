@@ -14,7 +14,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-const std::string kSample = HWX_TEST_SAMPLE_DUMP;
+const std::string kSampleMachine = HWX_TEST_SAMPLE_DUMP;
 
 json Value(const json& value) {
   return {{"value", value}};
@@ -151,7 +151,7 @@ TEST_F(IdentityTest, NeedsRootForLockedTables) {
 
 TEST_F(IdentityTest, ReadsTheSampleDumpInPlaceOfTheMachine) {
   fHwx.On(MakeContainer(fMachine.Path()));
-  const json answers = Ask({"--firmware", kSample});
+  const json answers = Ask({"--firmware", kSampleMachine});
   EXPECT_EQ(answers["machineType"], Value("7915"));
   EXPECT_EQ(answers["model"], Value("AC1"));
   EXPECT_EQ(answers["serialNumber"], Value("KQ12345"));
@@ -169,7 +169,7 @@ TEST_F(IdentityTest, ReadsADirectoryOfTables) {
 
 TEST_F(IdentityTest, TakesTheOptionBeforeTheVariable) {
   fHwx.On(MakeContainer(fMachine.Path())).Set("HWX_SMBIOS_TABLES", "/nowhere");
-  EXPECT_EQ(Ask({"--firmware", kSample})["machineType"], Value("7915"));
+  EXPECT_EQ(Ask({"--firmware", kSampleMachine})["machineType"], Value("7915"));
 }
 
 TEST_F(IdentityTest, TellsBadTablesOfTheVariableAsReasons) {
@@ -189,7 +189,7 @@ TEST_F(IdentityTest, FailsForFirmwareThatIsAbsent) {
 
 TEST_F(IdentityTest, FailsForFirmwareThatIsMalformed) {
   const std::string cut = fMachine / "cut.bin";
-  std::filesystem::copy_file(kSample, cut);
+  std::filesystem::copy_file(kSampleMachine, cut);
   std::filesystem::resize_file(cut, 100);
   const HwxResult result = fHwx.Run({"identity", "--json", "--firmware", cut});
   EXPECT_EQ(result.fStatus, 1);

@@ -11,15 +11,13 @@
 
 #include "hwxcore/hwxcore.h"
 #include "hwxkit/hwxkit.h"
+#include "support/Ptr.h"
 #include "support/StatusOf.h"
 
 namespace hwxtest {
 
 using Type = NQORHWX20::TCIMValue::TCIMType;
 using Strings = std::vector<std::string>;
-
-template <typename T>
-using Ptr = boost::shared_ptr<T>;
 
 constexpr Type::ECIMType kStringArray =
     static_cast<Type::ECIMType>(Type::kCIMTypeString | Type::kCIMTypeArrayFlag);

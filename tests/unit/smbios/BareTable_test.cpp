@@ -14,7 +14,7 @@ using hwxtest::SmbiosTables;
 using smbios::EEntryPointForm;
 using smbios::TTables;
 
-SmbiosTables SomeTables() {
+SmbiosTables BareTables() {
   return SmbiosTables().AddBios("Maker", "V1", "").AddSystem({"Maker", "Box"});
 }
 
@@ -29,7 +29,7 @@ std::string VersionOf(SmbiosTables tables) {
 }
 
 TEST(BareTable, IsReadWithAWarning) {
-  const Bytes bytes = SomeTables().AddEnd().Table();
+  const Bytes bytes = BareTables().AddEnd().Table();
   const TTables tables = TTables::FromDump(bytes, "here");
   EXPECT_TRUE(tables.IsSound());
   EXPECT_EQ(tables.FindFirst(1)->String(2), "Box");
@@ -42,12 +42,12 @@ TEST(BareTable, IsReadWithAWarning) {
 }
 
 TEST(BareTable, EndsWithTheMarkerOrWithItsBytes) {
-  EXPECT_TRUE(IsBareTable(SomeTables().Table()));
-  EXPECT_TRUE(IsBareTable(SomeTables().AddEnd().AddRaw(Bytes(100, 0)).Table()));
+  EXPECT_TRUE(IsBareTable(BareTables().Table()));
+  EXPECT_TRUE(IsBareTable(BareTables().AddEnd().AddRaw(Bytes(100, 0)).Table()));
 }
 
 TEST(BareTable, IsRefusedAtEveryCutWithinAStructure) {
-  const Bytes whole = SomeTables().Table();
+  const Bytes whole = BareTables().Table();
   for (std::size_t size = 0; size < whole.size(); ++size) {
     const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
     EXPECT_FALSE(IsBareTable(cut)) << size;
@@ -62,15 +62,15 @@ TEST(BareTable, HasABiosAndASystem) {
 }
 
 TEST(BareTable, HasNoTypeThatTheFormatKeepsForItsFuture) {
-  EXPECT_FALSE(IsBareTable(SomeTables().Add(47, {}).Table()));
-  EXPECT_FALSE(IsBareTable(SomeTables().Add(125, {}).Table()));
-  EXPECT_TRUE(IsBareTable(SomeTables().Add(46, {}).Add(126, {}).Add(128, {}).Table()));
+  EXPECT_FALSE(IsBareTable(BareTables().Add(47, {}).Table()));
+  EXPECT_FALSE(IsBareTable(BareTables().Add(125, {}).Table()));
+  EXPECT_TRUE(IsBareTable(BareTables().Add(46, {}).Add(126, {}).Add(128, {}).Table()));
 }
 
 // The bytes of a damaged entry point are no structure, wherever they happen to lead.
 TEST(BareTable, IsNotSeenInADumpWhoseAnchorIsDamaged) {
-  for (const Bytes& dump : {SomeTables().AddEnd().LegacyDump(), SomeTables().AddEnd().Dump32(),
-                            SomeTables().AddEnd().Dump64()}) {
+  for (const Bytes& dump : {BareTables().AddEnd().LegacyDump(), BareTables().AddEnd().Dump32(),
+                            BareTables().AddEnd().Dump64()}) {
     for (std::size_t place = 0; place < 5; ++place) {
       for (int value = 0; value < 256; ++value) {
         Bytes damaged = dump;

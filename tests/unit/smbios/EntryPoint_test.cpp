@@ -25,49 +25,49 @@ std::string Problem(const Bytes& bytes) {
   return Parse(bytes, entryPoint);
 }
 
-SmbiosTables SomeTables() {
+SmbiosTables SmallTables() {
   return SmbiosTables().Add(200, {1, 2}, {"text"}).AddEnd();
 }
 
 TEST(EntryPoint, Reads32BitForm) {
   TEntryPoint entryPoint;
-  ASSERT_EQ(Parse(SomeTables().EntryPoint32(0xFEDCBA98), entryPoint), "");
+  ASSERT_EQ(Parse(SmallTables().EntryPoint32(0xFEDCBA98), entryPoint), "");
   EXPECT_EQ(entryPoint.fSize, 31u);
   EXPECT_EQ(entryPoint.fMajor, 2);
   EXPECT_EQ(entryPoint.fMinor, 8);
   EXPECT_EQ(entryPoint.fForm, EEntryPointForm::k32Bit);
   EXPECT_EQ(entryPoint.fTableAddress, 0xFEDCBA98u);
-  EXPECT_EQ(entryPoint.fTableSize, SomeTables().Table().size());
+  EXPECT_EQ(entryPoint.fTableSize, SmallTables().Table().size());
   EXPECT_EQ(entryPoint.fStructureCount, 2u);
 }
 
 TEST(EntryPoint, Reads64BitForm) {
   TEntryPoint entryPoint;
-  ASSERT_EQ(Parse(SomeTables().EntryPoint64(0xFEDCBA9876543210), entryPoint), "");
+  ASSERT_EQ(Parse(SmallTables().EntryPoint64(0xFEDCBA9876543210), entryPoint), "");
   EXPECT_EQ(entryPoint.fSize, 24u);
   EXPECT_EQ(entryPoint.fMajor, 3);
   EXPECT_EQ(entryPoint.fMinor, 2);
   EXPECT_EQ(entryPoint.fForm, EEntryPointForm::k64Bit);
   EXPECT_EQ(entryPoint.fTableAddress, 0xFEDCBA9876543210u);
-  EXPECT_EQ(entryPoint.fTableSize, SomeTables().Table().size());
+  EXPECT_EQ(entryPoint.fTableSize, SmallTables().Table().size());
   EXPECT_EQ(entryPoint.fStructureCount, 0u);
 }
 
 TEST(EntryPoint, ReadsTheFormOfBeforeVersion21) {
   TEntryPoint entryPoint;
-  ASSERT_EQ(Parse(SomeTables().LegacyEntryPoint(0xFEDCBA98), entryPoint), "");
+  ASSERT_EQ(Parse(SmallTables().LegacyEntryPoint(0xFEDCBA98), entryPoint), "");
   EXPECT_EQ(entryPoint.fSize, 15u);
   EXPECT_EQ(entryPoint.fMajor, 2);
   EXPECT_EQ(entryPoint.fMinor, 0);
   EXPECT_EQ(entryPoint.fForm, EEntryPointForm::kLegacy);
   EXPECT_EQ(entryPoint.fTableAddress, 0xFEDCBA98u);
-  EXPECT_EQ(entryPoint.fTableSize, SomeTables().Table().size());
+  EXPECT_EQ(entryPoint.fTableSize, SmallTables().Table().size());
   EXPECT_EQ(entryPoint.fStructureCount, 2u);
 }
 
 TEST(EntryPoint, HasTheMinorVersionThatAMakerMeant) {
   const auto minor = [](std::uint8_t major, std::uint8_t told) {
-    Bytes bytes = SomeTables().EntryPoint32();
+    Bytes bytes = SmallTables().EntryPoint32();
     bytes[6] = major;
     bytes[7] = told;
     hwxtest::FixChecksums32(bytes);
@@ -83,8 +83,8 @@ TEST(EntryPoint, HasTheMinorVersionThatAMakerMeant) {
 }
 
 TEST(EntryPoint, BytesBehindItDontMatter) {
-  Bytes bytes32 = SomeTables().EntryPoint32();
-  Bytes bytes64 = SomeTables().EntryPoint64();
+  Bytes bytes32 = SmallTables().EntryPoint32();
+  Bytes bytes64 = SmallTables().EntryPoint64();
   bytes32.insert(bytes32.end(), 100, 0xAA);
   bytes64.insert(bytes64.end(), 100, 0xAA);
   EXPECT_EQ(Problem(bytes32), "");
@@ -92,8 +92,8 @@ TEST(EntryPoint, BytesBehindItDontMatter) {
 }
 
 TEST(EntryPoint, TruncatedAtEveryLengthIsRefused) {
-  for (const Bytes& whole : {SomeTables().LegacyEntryPoint(), SomeTables().EntryPoint32(),
-                             SomeTables().EntryPoint64()}) {
+  for (const Bytes& whole : {SmallTables().LegacyEntryPoint(), SmallTables().EntryPoint32(),
+                             SmallTables().EntryPoint64()}) {
     for (std::size_t size = 0; size < whole.size(); ++size) {
       EXPECT_NE(Problem(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size))),
                 "")
@@ -104,8 +104,8 @@ TEST(EntryPoint, TruncatedAtEveryLengthIsRefused) {
 
 // Each byte counts in a sum, the anchors besides: no single change goes unnoticed.
 TEST(EntryPoint, AnyChangedByteIsRefused) {
-  for (const Bytes& whole : {SomeTables().LegacyEntryPoint(), SomeTables().EntryPoint32(),
-                             SomeTables().EntryPoint64()}) {
+  for (const Bytes& whole : {SmallTables().LegacyEntryPoint(), SmallTables().EntryPoint32(),
+                             SmallTables().EntryPoint64()}) {
     for (std::size_t i = 0; i < whole.size(); ++i) {
       Bytes bytes = whole;
       ++bytes[i];
@@ -117,14 +117,14 @@ TEST(EntryPoint, AnyChangedByteIsRefused) {
 TEST(EntryPoint, RefusalLeavesTheResultAlone) {
   TEntryPoint entryPoint;
   entryPoint.fMajor = 42;
-  Bytes bytes = SomeTables().EntryPoint32();
+  Bytes bytes = SmallTables().EntryPoint32();
   ++bytes[7];
   EXPECT_EQ(Parse(bytes, entryPoint), "the entry point's checksum is wrong");
   EXPECT_EQ(entryPoint.fMajor, 42);
 }
 
 TEST(EntryPoint, TellsWhatIsWrongWith32BitForm) {
-  const Bytes sound = SomeTables().EntryPoint32();
+  const Bytes sound = SmallTables().EntryPoint32();
   EXPECT_EQ(Problem(Bytes(sound.begin(), sound.end() - 1)), "the entry point is truncated");
   Bytes bytes = sound;
   bytes[5] = 0x1D;
@@ -145,7 +145,7 @@ TEST(EntryPoint, TellsWhatIsWrongWith32BitForm) {
 }
 
 TEST(EntryPoint, TellsWhatIsWrongWith64BitForm) {
-  const Bytes sound = SomeTables().EntryPoint64();
+  const Bytes sound = SmallTables().EntryPoint64();
   EXPECT_EQ(Problem(Bytes(sound.begin(), sound.end() - 1)), "the entry point is truncated");
   Bytes bytes = sound;
   bytes[6] = 23;
@@ -158,7 +158,7 @@ TEST(EntryPoint, TellsWhatIsWrongWith64BitForm) {
 }
 
 TEST(EntryPoint, TellsWhatIsWrongWithTheFormOfBeforeVersion21) {
-  const Bytes sound = SomeTables().LegacyEntryPoint();
+  const Bytes sound = SmallTables().LegacyEntryPoint();
   EXPECT_EQ(Problem(Bytes(sound.begin(), sound.end() - 1)), "the entry point is truncated");
   Bytes bytes = sound;
   ++bytes[5];
@@ -173,14 +173,14 @@ TEST(EntryPoint, UnknownBytesAreRefused) {
 
 // Makers followed version 2.1 of the format, which tells one byte too few.
 TEST(EntryPoint, LengthOf30IsTakenAs31) {
-  Bytes bytes = SomeTables().EntryPoint32();
+  Bytes bytes = SmallTables().EntryPoint32();
   bytes[5] = 30;
   hwxtest::FixChecksums32(bytes);
   EXPECT_EQ(Problem(bytes), "");
 }
 
 TEST(EntryPoint, LongerEntryPointsOfLaterVersionsAreRead) {
-  Bytes bytes = SomeTables().EntryPoint64();
+  Bytes bytes = SmallTables().EntryPoint64();
   bytes.resize(40, 0x11);
   bytes[6] = 40;
   hwxtest::FixChecksums64(bytes);

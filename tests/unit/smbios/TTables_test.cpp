@@ -14,7 +14,7 @@ using smbios::TTables;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-SmbiosTables SomeTables() {
+SmbiosTables BiosAndSystem() {
   return SmbiosTables().AddBios("Maker", "V1", "").AddSystem({"Maker", "Box"}).AddEnd();
 }
 
@@ -33,7 +33,7 @@ Bytes Cut(Bytes bytes, std::size_t fewer) {
 }
 
 TEST(TTables, SoundInEveryForm) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   for (const TTables& tables :
        {TTables::FromKernelFiles(made.EntryPoint32(), made.Table()),
         TTables::FromKernelFiles(made.EntryPoint64(), made.Table()),
@@ -63,14 +63,14 @@ TEST(TTables, FindsTheFirstStructureOfAType) {
 }
 
 TEST(TTables, StructuresOutliveAMove) {
-  TTables tables = TTables::FromDump(SomeTables().Dump64());
+  TTables tables = TTables::FromDump(BiosAndSystem().Dump64());
   const TStructure system = *tables.FindFirst(smbios::kTypeSystemInformation);
   const TTables moved = std::move(tables);
   EXPECT_EQ(system.String(2), "Box");
 }
 
 TEST(TTables, CountOf32BitFormLimitsTheTable) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   Bytes entryPoint = made.EntryPoint32();
   hwxtest::PutNumber(entryPoint, 0x1C, 2, 1);
   hwxtest::FixChecksums32(entryPoint);
@@ -80,7 +80,7 @@ TEST(TTables, CountOf32BitFormLimitsTheTable) {
 }
 
 TEST(TTables, CountOfZeroIsNoLimit) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   Bytes entryPoint = made.EntryPoint32();
   hwxtest::PutNumber(entryPoint, 0x1C, 2, 0);
   hwxtest::FixChecksums32(entryPoint);
@@ -112,7 +112,7 @@ TEST(TTables, SizeToldByTheEntryPointLimitsTheTable) {
 }
 
 TEST(TTables, SizeThatEndsWithinAStructureIsMalformed) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   Bytes entryPoint = made.EntryPoint64();
   hwxtest::PutNumber(entryPoint, 0x0C, 4, made.Table().size() - 1);
   hwxtest::FixChecksums64(entryPoint);
@@ -123,7 +123,7 @@ TEST(TTables, SizeThatEndsWithinAStructureIsMalformed) {
 
 // The 64-bit form tells only the most that there can be, and the kernel cuts its copy.
 TEST(TTables, FewerBytesThanToldAreSoundUpToTheEndMarker) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   Bytes entryPoint = made.EntryPoint64();
   hwxtest::PutNumber(entryPoint, 0x0C, 4, 0xFFFFFFFF);
   hwxtest::FixChecksums64(entryPoint);
@@ -138,14 +138,14 @@ TEST(TTables, FewerBytesThanToldAreSoundUpToTheCount) {
   EXPECT_TRUE(TTables::FromKernelFiles(entryPoint, made.Table()).IsSound());
 }
 
-// Where the structures of SomeTables end.
+// Where the structures of BiosAndSystem end.
 bool EndsWithAStructure(std::size_t size) {
   const Bytes bios = SmbiosTables().AddBios("Maker", "V1", "").Table();
-  return size == bios.size() || size == SomeTables().Table().size() - 6;
+  return size == bios.size() || size == BiosAndSystem().Table().size() - 6;
 }
 
 TEST(TTables, TableCutWithinAStructureIsMalformed) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   for (std::size_t fewer = 1; fewer <= made.Table().size(); ++fewer) {
     SCOPED_TRACE(fewer);
     if (EndsWithAStructure(made.Table().size() - fewer)) continue;
@@ -162,7 +162,7 @@ TEST(TTables, TableCutWithinAStructureIsMalformed) {
 
 // As programs write it that know where the last structure ends.
 TEST(TTables, FewerBytesThanToldAreSoundUpToTheEndOfAStructure) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   for (const TTables& tables :
        {TTables::FromKernelFiles(made.EntryPoint32(), Cut(made.Table(), 6), "here"),
         TTables::FromKernelFiles(made.EntryPoint64(), Cut(made.Table(), 6), "here"),
@@ -175,13 +175,13 @@ TEST(TTables, FewerBytesThanToldAreSoundUpToTheEndOfAStructure) {
 }
 
 TEST(TTables, NoByteOfATableThatIsToldHasManyIsMalformed) {
-  const TTables tables = TTables::FromKernelFiles(SomeTables().EntryPoint64(), {}, "here");
+  const TTables tables = TTables::FromKernelFiles(BiosAndSystem().EntryPoint64(), {}, "here");
   EXPECT_EQ(tables.Reason(), "here: the table is truncated: 0 of 78 bytes");
   EXPECT_FALSE(tables.IsReadable());
 }
 
 TEST(TTables, TellsHowMuchOfADamagedTableIsThere) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   EXPECT_EQ(TTables::FromKernelFiles(made.EntryPoint64(), Cut(made.Table(), 7), "here").Reason(),
             "here: structure 1 at byte 34 has strings without an end, where 71 of 78 bytes are "
             "there");
@@ -209,7 +209,7 @@ TEST(TTables, TableDamagedFromItsBeginningIsNotReadable) {
 }
 
 TEST(TTables, SoundPartEndsInFrontOfTheDamage) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   const TTables damaged = TTables::FromDump(Cut(made.Dump32(), 1));
   const TTables part = damaged.SoundPart();
   EXPECT_TRUE(part.IsSound());
@@ -219,7 +219,7 @@ TEST(TTables, SoundPartEndsInFrontOfTheDamage) {
 }
 
 TEST(TTables, SoundPartOfSoundTablesIsAllOfThem) {
-  const SmbiosTables made = SomeTables().Add(200, {1});
+  const SmbiosTables made = BiosAndSystem().Add(200, {1});
   const TTables part = TTables::FromDump(made.Dump64()).SoundPart();
   EXPECT_EQ(part.TableBytes(), made.Table());
 }
@@ -231,7 +231,7 @@ TEST(TTables, TableWithoutAnyStructureIsSound) {
 }
 
 TEST(TTables, WrongChecksumIsMalformedAndLeavesNoStructures) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   Bytes dump = made.Dump32();
   ++dump[4];
   const TTables tables = TTables::FromDump(dump, "here");
@@ -241,7 +241,7 @@ TEST(TTables, WrongChecksumIsMalformedAndLeavesNoStructures) {
 }
 
 TEST(TTables, DumpWhoseTableLiesOutsideItIsMalformed) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   const std::uint64_t behind = made.Dump64().size() + 1;
   for (const std::uint64_t offset : {std::uint64_t{0}, std::uint64_t{23}, behind, UINT64_MAX}) {
     Bytes dump = made.Dump64();
@@ -252,7 +252,7 @@ TEST(TTables, DumpWhoseTableLiesOutsideItIsMalformed) {
 }
 
 TEST(TTables, DumpsTableMayLieAnywhereBehindTheEntryPoint) {
-  const SmbiosTables made = SomeTables();
+  const SmbiosTables made = BiosAndSystem();
   Bytes dump = made.EntryPoint64(100);
   dump.resize(100);
   dump.insert(dump.end(), made.Table().begin(), made.Table().end());

@@ -18,7 +18,7 @@ using hwxtest::WriteBytes;
 using smbios::ReadTables;
 using smbios::TTables;
 
-SmbiosTables SomeTables() {
+SmbiosTables OnlySystem() {
   return SmbiosTables().AddSystem({"Maker", "Box"}).AddEnd();
 }
 
@@ -44,17 +44,17 @@ void ExpectBox(const TTables& tables) {
 }
 
 TEST_F(TableReader, ReadsTheKernelsDirectory) {
-  WriteFiles(SomeTables().EntryPoint32(), SomeTables().Table());
+  WriteFiles(OnlySystem().EntryPoint32(), OnlySystem().Table());
   ExpectBox(ReadTables(fDirectory.Path()));
-  WriteFiles(SomeTables().EntryPoint64(), SomeTables().Table());
+  WriteFiles(OnlySystem().EntryPoint64(), OnlySystem().Table());
   ExpectBox(ReadTables(fDirectory.Path()));
   ExpectBox(ReadTables(fDirectory.Path() + "/"));
 }
 
 TEST_F(TableReader, ReadsADump) {
-  WriteBytes(fDirectory / "dump", SomeTables().Dump32());
+  WriteBytes(fDirectory / "dump", OnlySystem().Dump32());
   ExpectBox(ReadTables(fDirectory / "dump"));
-  WriteBytes(fDirectory / "dump", SomeTables().Dump64());
+  WriteBytes(fDirectory / "dump", OnlySystem().Dump64());
   ExpectBox(ReadTables(fDirectory / "dump"));
 }
 
@@ -71,7 +71,7 @@ TEST_F(TableReader, AbsentPlacesAreNamed) {
   ExpectRefused("", kSmBiosAbsent, "the empty path is absent");
   ExpectRefused(fDirectory.Path(), kSmBiosAbsent,
                 (fDirectory / "smbios_entry_point") + " is absent");
-  WriteBytes(fDirectory / "smbios_entry_point", SomeTables().EntryPoint64());
+  WriteBytes(fDirectory / "smbios_entry_point", OnlySystem().EntryPoint64());
   ExpectRefused(fDirectory.Path(), kSmBiosAbsent, (fDirectory / "DMI") + " is absent");
   const std::string below = fDirectory / "DMI/below";
   WriteBytes(fDirectory / "DMI", {});
@@ -82,16 +82,16 @@ TEST_F(TableReader, EmptyFilesAreMalformed) {
   WriteFiles({}, {});
   ExpectRefused(fDirectory.Path(), kSmBiosMalformed,
                 fDirectory.Path() + ": the entry point is empty");
-  WriteFiles(SomeTables().EntryPoint64(), {});
+  WriteFiles(OnlySystem().EntryPoint64(), {});
   ExpectRefused(fDirectory.Path(), kSmBiosMalformed,
                 fDirectory.Path() + ": the table is truncated: 0 of " +
-                    std::to_string(SomeTables().Table().size()) + " bytes");
+                    std::to_string(OnlySystem().Table().size()) + " bytes");
   ExpectRefused(fDirectory / "DMI", kSmBiosMalformed,
                 (fDirectory / "DMI") + ": the entry point is empty");
 }
 
 TEST_F(TableReader, DamagedDumpIsMalformed) {
-  Bytes dump = SomeTables().Dump64();
+  Bytes dump = OnlySystem().Dump64();
   dump.pop_back();
   WriteBytes(fDirectory / "dump", dump);
   const TTables tables = ReadTables(fDirectory / "dump");
@@ -111,7 +111,7 @@ TEST_F(TableReader, OtherKindsOfFilesAreRefusedWithoutWaiting) {
 }
 
 TEST_F(TableReader, HugeFilesAreRefused) {
-  WriteBytes(fDirectory / "dump", SomeTables().Dump64());
+  WriteBytes(fDirectory / "dump", OnlySystem().Dump64());
   ASSERT_EQ(::truncate((fDirectory / "dump").c_str(), 16 * 1024 * 1024), 0);
   ExpectBox(ReadTables(fDirectory / "dump"));
   ASSERT_EQ(::truncate((fDirectory / "dump").c_str(), 16 * 1024 * 1024 + 1), 0);
@@ -119,7 +119,7 @@ TEST_F(TableReader, HugeFilesAreRefused) {
 }
 
 TEST_F(TableReader, RefusedPermissionNeedsRoot) {
-  WriteFiles(SomeTables().EntryPoint64(), SomeTables().Table());
+  WriteFiles(OnlySystem().EntryPoint64(), OnlySystem().Table());
   const std::string hidden = fDirectory / "hidden";
   ASSERT_EQ(::mkdir(hidden.c_str(), 0), 0);
   ASSERT_EQ(::chmod(fDirectory.Path().c_str(), 0755), 0);
@@ -150,7 +150,7 @@ TEST(TablesLocation, IsWhatTheEnvironmentSaysEvenIfNothing) {
 }
 
 TEST(WhyUnsound, IsEmptyForSoundTables) {
-  EXPECT_EQ(smbios::WhyUnsound(TTables::FromDump(SomeTables().Dump64()), "/x"), "");
+  EXPECT_EQ(smbios::WhyUnsound(TTables::FromDump(OnlySystem().Dump64()), "/x"), "");
 }
 
 TEST(WhyUnsound, TellsEachStatusInWords) {
@@ -165,7 +165,7 @@ TEST(WhyUnsound, TellsEachStatusInWords) {
 
 TEST_F(TableReader, ReadsAnewEachTimeWithoutASnapshot) {
   const std::string path = fDirectory / "dump";
-  WriteBytes(path, SomeTables().Dump64());
+  WriteBytes(path, OnlySystem().Dump64());
   ExpectBox(ReadTables(path));
   std::filesystem::remove(path);
   EXPECT_EQ(ReadTables(path).Status(), kSmBiosAbsent);
@@ -175,7 +175,7 @@ using Snapshot = TableReader;
 
 TEST_F(Snapshot, KeepsWhatWasReadWhileItLives) {
   const std::string path = fDirectory / "dump";
-  WriteBytes(path, SomeTables().Dump64());
+  WriteBytes(path, OnlySystem().Dump64());
   {
     const smbios::TSnapshot snapshot;
     ExpectBox(ReadTables(path));
@@ -190,14 +190,14 @@ TEST_F(Snapshot, KeepsWhyThereAreNoTables) {
   const std::string path = fDirectory / "dump";
   const smbios::TSnapshot snapshot;
   EXPECT_EQ(ReadTables(path).Status(), kSmBiosAbsent);
-  WriteBytes(path, SomeTables().Dump64());
+  WriteBytes(path, OnlySystem().Dump64());
   EXPECT_EQ(ReadTables(path).Reason(), path + " is absent");
 }
 
 TEST_F(Snapshot, HoldsForTheLibrarysHandles) {
   const std::string path = fDirectory / "dump";
   const hwxtest::ScopedEnvironment tables("HWX_SMBIOS_TABLES", path);
-  WriteBytes(path, SomeTables().Dump64());
+  WriteBytes(path, OnlySystem().Dump64());
   const smbios::TSnapshot snapshot;
   ExpectBox(ReadTables(path));
   std::filesystem::remove(path);

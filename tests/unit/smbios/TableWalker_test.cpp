@@ -54,7 +54,7 @@ Seen Walk(const Bytes& table, std::size_t countLimit = 0) {
   return seen;
 }
 
-SmbiosTables SomeTables() {
+SmbiosTables WalkedTables() {
   SmbiosTables tables;
   tables.AddBios("Maker", "[AB12-1.05]", "01/02/2020");
   tables.AddSystem({"Maker", "Box 5 -[1234ABC]-", "v1", "SN99", "sku", "family"});
@@ -64,7 +64,7 @@ SmbiosTables SomeTables() {
 }
 
 TEST(TableWalker, VisitsAllStructuresInOrderTheEndMarkerIncluded) {
-  const Bytes table = SomeTables().Table();
+  const Bytes table = WalkedTables().Table();
   const Seen seen = Walk(table);
   EXPECT_THAT(seen.types, ElementsAre(0, 1, 200, 127));
   EXPECT_EQ(seen.walk.fCount, 4u);
@@ -99,7 +99,7 @@ TEST(TableWalker, NothingBehindTheEndMarkerIsVisited) {
 }
 
 TEST(TableWalker, CountLimitEndsTheWalk) {
-  const Bytes table = SomeTables().Table();
+  const Bytes table = WalkedTables().Table();
   const Seen seen = Walk(table, 2);
   EXPECT_THAT(seen.types, ElementsAre(0, 1));
   EXPECT_TRUE(seen.walk.fEnded);
@@ -157,7 +157,7 @@ TEST(TableWalker, ManagementDeviceWithoutTextInTheDoubtfulPlaceIsLeftAsItIs) {
 }
 
 TEST(TableWalker, VisitorEndsTheWalk) {
-  const Bytes table = SomeTables().Table();
+  const Bytes table = WalkedTables().Table();
   const ExactBytes exact(table);
   int visits = 0;
   const TWalk walk = WalkTable(exact.Get(), table.size(), 0, [&](const TStructure&) {
@@ -170,7 +170,7 @@ TEST(TableWalker, VisitorEndsTheWalk) {
 }
 
 TEST(TableWalker, VisitorsExceptionPassesThrough) {
-  const Bytes table = SomeTables().Table();
+  const Bytes table = WalkedTables().Table();
   EXPECT_THROW(WalkTable(table.data(), table.size(), 0,
                          [](const TStructure&) -> bool { throw std::runtime_error("enough"); }),
                std::runtime_error);
@@ -178,7 +178,7 @@ TEST(TableWalker, VisitorsExceptionPassesThrough) {
 
 // A table cut anywhere gives the structures that are whole in front of the cut, and nothing else.
 TEST(TableWalker, TruncatedTableGivesWhatIsWholeAtEveryLength) {
-  const Bytes table = SomeTables().Table();
+  const Bytes table = WalkedTables().Table();
   const std::vector<std::size_t> ends = Walk(table).ends;
   for (std::size_t size = 0; size < table.size(); ++size) {
     SCOPED_TRACE(size);

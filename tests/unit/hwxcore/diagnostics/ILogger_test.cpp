@@ -7,8 +7,10 @@
 #include <type_traits>
 
 #include "hwxcore/diagnostics/TLogger.h"
+#include "support/ExactMember.h"
 #include "support/VirtualSlots.h"
 
+using hwxtest::Has;
 using NQORHWX20::ILogger;
 using NQORHWX20::TCIMDateTime;
 using NQORHWX20::THWXStatusCode;
@@ -46,10 +48,6 @@ TEST(ILoggerEntry, KeepsSeverityMessageAndTime) {
 
 // The forms of the operations, held by the compiler.
 typedef ILogger::EHWXLogSeverity Severity;
-template <typename Member>
-constexpr bool Has(Member) {
-  return true;
-}
 static_assert(std::is_abstract_v<ILogger> && std::has_virtual_destructor_v<ILogger>);
 static_assert(Has<void (ILogger::*)(Severity, const std::string&)>(&ILogger::OutputLogEntry));
 static_assert(Has<void (ILogger::*)(Severity, const std::string&)>(&ILogger::SysLogEntry));

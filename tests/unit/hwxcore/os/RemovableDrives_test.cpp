@@ -19,19 +19,19 @@ using testing::Pair;
 namespace NQORHWX20::detail {
 namespace {
 
-const char kClass[] = "QORSG_SCSIDevice";
+const char kDriveClass[] = "QORSG_SCSIDevice";
 const char kDrive[] = "Direct Access Device";
 
 class RemovableDrivesTest : public testing::Test {
  protected:
-  RemovableDrivesTest() { fNamespace.AddClass(kClass); }
+  RemovableDrivesTest() { fNamespace.AddClass(kDriveClass); }
 
   void Add(const std::string& id, const std::string& product, const std::string& vendor = "Maker",
            const std::string& type = kDrive) {
-    fNamespace.AddInstance(kClass, {{"DeviceType", TCIMValue(type.c_str())},
-                                    {"ProductID", TCIMValue(product.c_str())},
-                                    {"DeviceID", TCIMValue(id.c_str())},
-                                    {"VendorID", TCIMValue(vendor.c_str())}});
+    fNamespace.AddInstance(kDriveClass, {{"DeviceType", TCIMValue(type.c_str())},
+                                         {"ProductID", TCIMValue(product.c_str())},
+                                         {"DeviceID", TCIMValue(id.c_str())},
+                                         {"VendorID", TCIMValue(vendor.c_str())}});
   }
 
   std::vector<std::pair<std::string, std::string> > Drives() {
@@ -117,7 +117,7 @@ TEST_F(RemovableDrivesTest, AreReadWithEmptyContextsInOrder) {
   Drives();
   for (const RecordingNamespace::Call& call : fNamespace.Calls())
     EXPECT_EQ(call.second, "") << call.first;
-  const std::string device = std::string(kClass) + "[0].";
+  const std::string device = std::string(kDriveClass) + "[0].";
   EXPECT_THAT(
       Calls(),
       ElementsAre("GetClass(QORSG_SCSIDevice)", "QORSG_SCSIDevice.EnumerateInstances(shallow)",
@@ -193,9 +193,9 @@ TEST_F(RemovableDrivesTest, AreLostWithAPropertyThatIsMissing) {
                                                  {"ProductID", TCIMValue("USB")},
                                                  {"DeviceID", TCIMValue("/dev/sda")},
                                                  {"VendorID", TCIMValue("Maker")}};
-    ns.AddInstance(kClass, properties);
+    ns.AddInstance(kDriveClass, properties);
     properties.erase(missing);
-    ns.AddInstance(kClass, properties);
+    ns.AddInstance(kDriveClass, properties);
     EXPECT_EQ(StatusOf([&] { RemovableDrives("", ns.Get(), fSystem); }), kHWXStatusNotFound)
         << missing;
   }
@@ -226,7 +226,7 @@ TEST_F(RemovableDrivesTest, AreNoneInAClassWithoutInstances) {
 }
 
 TEST_F(RemovableDrivesTest, NeedStrings) {
-  fNamespace.AddInstance(kClass, {{"DeviceType", TCIMValue(5)}});
+  fNamespace.AddInstance(kDriveClass, {{"DeviceType", TCIMValue(5)}});
   EXPECT_EQ(StatusOfDrives(), kHWXStatusTypeMismatch);
 }
 

@@ -11,6 +11,7 @@
 #include "hwxcore/os/TOSSpecific.h"
 #include "support/ChildProcess.h"
 #include "support/Descriptors.h"
+#include "support/FileMode.h"
 #include "support/FileText.h"
 #include "support/ScopedSignal.h"
 #include "support/StatusOf.h"
@@ -19,6 +20,7 @@
 using hwxtest::AllBytes;
 using hwxtest::FileText;
 using hwxtest::MakeFile;
+using hwxtest::ModeOf;
 using hwxtest::OpenDescriptors;
 using hwxtest::RunInChild;
 using hwxtest::RunScene;
@@ -30,12 +32,6 @@ namespace {
 
 int StatusOfFileCopy(const std::string& source, const std::string& destination) {
   return hwxtest::StatusOf([&] { TOSSpecific::FileCopy(source, destination); });
-}
-
-mode_t ModeOf(const std::string& path) {
-  struct stat status {};
-  ::stat(path.c_str(), &status);
-  return status.st_mode & 07777U;
 }
 
 TEST(FileCopy, CopiesEveryByte) {

@@ -223,30 +223,31 @@ std::pair<std::string, std::string> Apart(std::string text) {
   return {build, text};
 }
 
-std::pair<std::string, std::string> Pair(const std::string& build, const std::string& text) {
+std::pair<std::string, std::string> BuildAndText(const std::string& build,
+                                                 const std::string& text) {
   return {build, text};
 }
 
 TEST(breakApartVersion, SplitsAtTheOnlyDash) {
-  EXPECT_EQ(Apart("AB12-1.05"), Pair("AB12", "1.05"));
+  EXPECT_EQ(Apart("AB12-1.05"), BuildAndText("AB12", "1.05"));
 }
 
 TEST(breakApartVersion, SplitsAtTheSecondDash) {
-  EXPECT_EQ(Apart("AB-12-1.05"), Pair("AB-12", "1.05"));
-  EXPECT_EQ(Apart("AB-12-1-05-"), Pair("AB-12", "1-05-"));
+  EXPECT_EQ(Apart("AB-12-1.05"), BuildAndText("AB-12", "1.05"));
+  EXPECT_EQ(Apart("AB-12-1-05-"), BuildAndText("AB-12", "1-05-"));
 }
 
 TEST(breakApartVersion, LeavesATextWithoutADashTwice) {
-  EXPECT_EQ(Apart("AB12"), Pair("AB12", "AB12"));
-  EXPECT_EQ(Apart(""), Pair("", ""));
+  EXPECT_EQ(Apart("AB12"), BuildAndText("AB12", "AB12"));
+  EXPECT_EQ(Apart(""), BuildAndText("", ""));
 }
 
 TEST(breakApartVersion, LeavesEmptyTextsBesideADashAtAnEnd) {
-  EXPECT_EQ(Apart("-1.05"), Pair("", "1.05"));
-  EXPECT_EQ(Apart("AB-"), Pair("AB", ""));
-  EXPECT_EQ(Apart("-"), Pair("", ""));
-  EXPECT_EQ(Apart("--"), Pair("-", ""));
-  EXPECT_EQ(Apart("-AB-1"), Pair("-AB", "1"));
+  EXPECT_EQ(Apart("-1.05"), BuildAndText("", "1.05"));
+  EXPECT_EQ(Apart("AB-"), BuildAndText("AB", ""));
+  EXPECT_EQ(Apart("-"), BuildAndText("", ""));
+  EXPECT_EQ(Apart("--"), BuildAndText("-", ""));
+  EXPECT_EQ(Apart("-AB-1"), BuildAndText("-AB", "1"));
 }
 
 TEST(breakApartVersion, CutsABuildThatIsNoCopyWithinItsLength) {

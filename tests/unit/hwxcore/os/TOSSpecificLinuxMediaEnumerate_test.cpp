@@ -33,9 +33,9 @@ using testing::Pair;
 
 namespace {
 
-const char kClass[] = "QORSG_SCSIDevice";
+const char kScsiClass[] = "QORSG_SCSIDevice";
 const char kFloppyDrive[] = "Built-in Floppy Drive";
-const char kTestFloppy[] = "mount | grep \"/mnt/floppy type\" >/dev/null";
+const char kTestFloppyMount[] = "mount | grep \"/mnt/floppy type\" >/dev/null";
 
 std::string MountOf(const std::string& device) {
   return "mount " + device + " /mnt/floppy 2>/dev/null";
@@ -45,13 +45,13 @@ std::string MountOf(const std::string& device) {
 // test does there, it does in a child.
 class EnumerateRemovableMediaTest : public testing::Test {
  protected:
-  EnumerateRemovableMediaTest() { fNamespace.AddClass(kClass); }
+  EnumerateRemovableMediaTest() { fNamespace.AddClass(kScsiClass); }
 
   void AddDrive(const std::string& id, const std::string& product) {
-    fNamespace.AddInstance(kClass, {{"DeviceType", TCIMValue("Direct Access Device")},
-                                    {"ProductID", TCIMValue(product.c_str())},
-                                    {"DeviceID", TCIMValue(id.c_str())},
-                                    {"VendorID", TCIMValue("Maker")}});
+    fNamespace.AddInstance(kScsiClass, {{"DeviceType", TCIMValue("Direct Access Device")},
+                                        {"ProductID", TCIMValue(product.c_str())},
+                                        {"DeviceID", TCIMValue(id.c_str())},
+                                        {"VendorID", TCIMValue("Maker")}});
   }
 
   std::vector<std::pair<std::string, std::string> > Enumerate() {
@@ -115,7 +115,7 @@ TEST_F(EnumerateRemovableMediaTest, ThrowsNotFoundForADriveWithoutAProductAndTri
     const FakeShell shell;
     MakeUsbList("");
     AddDrive("/dev/sda", "USB");
-    fNamespace.AddInstance(kClass, {{"DeviceType", TCIMValue("Direct Access Device")}});
+    fNamespace.AddInstance(kScsiClass, {{"DeviceType", TCIMValue("Direct Access Device")}});
     EXPECT_EQ(StatusOfEnumerate(), NQORHWX20::kHWXStatusNotFound);
     EXPECT_THAT(shell.Commands(), IsEmpty());
     EXPECT_FALSE(TOSSpecific::DirExists("/mnt/floppy"));
@@ -129,9 +129,9 @@ TEST_F(EnumerateRemovableMediaTest, TriesThreeFloppyDrivesByThreeCommandsEach) {
     AddDrive("/dev/sda", "USB");
     EXPECT_THAT(Enumerate(), ElementsAre(Pair("/dev/sda", "Maker - USB")));
     EXPECT_THAT(shell.Commands(),
-                ElementsAre(kTestFloppy, MountOf("/dev/floppy"), MountOf("/dev/floppy1"),
-                            kTestFloppy, MountOf("/dev/fd0"), MountOf("/dev/fd01"), kTestFloppy,
-                            MountOf("/dev/fd1"), MountOf("/dev/fd11")));
+                ElementsAre(kTestFloppyMount, MountOf("/dev/floppy"), MountOf("/dev/floppy1"),
+                            kTestFloppyMount, MountOf("/dev/fd0"), MountOf("/dev/fd01"),
+                            kTestFloppyMount, MountOf("/dev/fd1"), MountOf("/dev/fd11")));
     EXPECT_TRUE(TOSSpecific::DirExists("/mnt/floppy"));
     EXPECT_FALSE(TOSSpecific::DirExists("/mnt/key"));
   });
@@ -163,10 +163,10 @@ TEST_F(EnumerateRemovableMediaTest, ListsAFloppyDriveAlsoByItsFirstPartition) {
 TEST_F(EnumerateRemovableMediaTest, TakesAnyMountAtItsPlaceForTheFirstFloppyDrive) {
   RunInScene([this] {
     FakeShell shell;
-    shell.Succeed(kTestFloppy);
+    shell.Succeed(kTestFloppyMount);
     MakeUsbList("");
     EXPECT_THAT(Enumerate(), ElementsAre(Pair("/dev/floppy", kFloppyDrive)));
-    EXPECT_THAT(shell.Commands(), ElementsAre(kTestFloppy));
+    EXPECT_THAT(shell.Commands(), ElementsAre(kTestFloppyMount));
   });
 }
 

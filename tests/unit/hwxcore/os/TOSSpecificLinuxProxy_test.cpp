@@ -15,7 +15,7 @@ using testing::Pair;
 
 namespace {
 
-const std::string kPrefix = "Error: TOSSpecific|CheckProxySetting: ";
+const std::string kProxyError = "Error: TOSSpecific|CheckProxySetting: ";
 
 class ProxyCheck : public testing::Test {
  protected:
@@ -101,7 +101,7 @@ TEST_F(ProxyCheck, FailsLikeTheNetworkIfThePageCannotBeWritten) {
   fRoot.Set("STUB_CURL_BLOCKS", "page");
   std::filesystem::create_directory(fPage);  // in the place of the file
   EXPECT_EQ(Check("", "", "10.0.0.1", {"mapped:stub_curl.so"}),
-            "status 35\n" + kPrefix + "curl_easy_perform FAILed;\nmapped\n");
+            "status 35\n" + kProxyError + "curl_easy_perform FAILed;\nmapped\n");
   EXPECT_EQ(fRoot.CurlCalls().back(), "delivers \"page\", taken 4294967295");
 }
 
@@ -110,12 +110,12 @@ TEST_F(ProxyCheck, HasOneStatusForAllResults) {
   fRoot.Set("STUB_CURL_ERROR", "what libcurl says");
   for (const char* result : {"5", "6", "7", "56"}) {
     fRoot.Set("STUB_CURL_RESULT", result);
-    EXPECT_EQ(Check("", ""), "status 35\n" + kPrefix + "curl_easy_perform FAILed;\n");
+    EXPECT_EQ(Check("", ""), "status 35\n" + kProxyError + "curl_easy_perform FAILed;\n");
   }
 }
 
 TEST_F(ProxyCheck, SaysWhyLibcurlCannotBeOpened) {
-  EXPECT_EQ(Check("", ""), "status 35\n" + kPrefix + "Error opening curl library: " +
+  EXPECT_EQ(Check("", ""), "status 35\n" + kProxyError + "Error opening curl library: " +
                                fRoot.NotFound("libcurl.so.2") + "\n");
 }
 
@@ -123,7 +123,7 @@ TEST_F(ProxyCheck, FailsWithoutAHandle) {
   AddCurl();
   fRoot.Set("STUB_CURL_NO_HANDLE", "1");
   EXPECT_EQ(Check("", "", "10.0.0.1", {"mapped:stub_curl.so"}),
-            "status 35\n" + kPrefix + "Error initalizing curl\nmapped\n");
+            "status 35\n" + kProxyError + "Error initalizing curl\nmapped\n");
 }
 
 TEST_F(ProxyCheck, FailsAtEachOptionThatIsRefused) {
@@ -131,13 +131,13 @@ TEST_F(ProxyCheck, FailsAtEachOptionThatIsRefused) {
   const std::string ofTransfer =
       "Error: TOSSpecific|CurlTransferFile: Error setting curl write function";
   const std::vector<std::pair<int, std::string> > refusals = {
-      {10010, kPrefix + "Error configuring curl error buffer"},
-      {10004, kPrefix + "Error setting proxyIp"},
-      {59, kPrefix + "Error setting proxyPort"},
-      {10002, kPrefix + "Error setting URL"},
+      {10010, kProxyError + "Error configuring curl error buffer"},
+      {10004, kProxyError + "Error setting proxyIp"},
+      {59, kProxyError + "Error setting proxyPort"},
+      {10002, kProxyError + "Error setting URL"},
       {20011, ofTransfer},
       {10001, ofTransfer},
-      {10006, kPrefix + "Error setting userId & passwd"}};
+      {10006, kProxyError + "Error setting userId & passwd"}};
   for (const auto& [option, line] : refusals) {
     fRoot.Set("STUB_CURL_REFUSES", std::to_string(option));
     EXPECT_EQ(Check("user", "word", "10.0.0.1", {"mapped:stub_curl.so"}),

@@ -14,7 +14,7 @@ using testing::Not;
 
 namespace {
 
-const std::string kPrefix = "Error: TOSSpecific|CurlTransferFile: ";
+const std::string kTransferError = "Error: TOSSpecific|CurlTransferFile: ";
 
 class TransferOptions : public testing::Test {
  protected:
@@ -96,7 +96,7 @@ class RefusedOption : public TransferOptions, public testing::WithParamInterface
   /// open.
   void ExpectFailure(const std::string& step) {
     fRoot.Set("STUB_CURL_REFUSES", std::to_string(GetParam().fOption));
-    const std::string failure = "status 35\n" + kPrefix + GetParam().fText + "\n";
+    const std::string failure = "status 35\n" + kTransferError + GetParam().fText + "\n";
     EXPECT_EQ(fRoot.Run({step, "mapped:stub_curl.so"}), failure + "mapped\n");
     EXPECT_THAT(fRoot.CurlCalls().back(),
                 testing::StartsWith("curl_easy_setopt " + std::to_string(GetParam().fOption)));
@@ -136,14 +136,14 @@ INSTANTIATE_TEST_SUITE_P(Options, RefusedDownloadOption,
 
 TEST_F(TransferOptions, AMissingLocalFileFailsBeforeTheNetworkAndAfterLibcurl) {
   EXPECT_EQ(fRoot.Run({Upload(fFile), "mapped:stub_curl.so"}),
-            "status 11\n" + kPrefix + "Error getting file size\nmapped\n");
+            "status 11\n" + kTransferError + "Error getting file size\nmapped\n");
   EXPECT_EQ(fRoot.CurlCalls().back(), "curl_easy_setopt 10004 \"\"");
 }
 
 TEST_F(TransferOptions, AFileWithoutAStreamFailsAndIsClosed) {
   hwxtest::MakeFile(fFile, "text");
   EXPECT_EQ(fRoot.Run({"no-stream", Upload(fFile), "mapped:stub_curl.so"}),
-            "status 11\n" + kPrefix + "Error creating file stream\nmapped\n");
+            "status 11\n" + kTransferError + "Error creating file stream\nmapped\n");
   EXPECT_EQ(fRoot.CurlCalls().back(), "curl_easy_setopt 10004 \"\"");
 }
 
@@ -151,9 +151,9 @@ TEST_F(TransferOptions, OnlyTwoResultsAreFailuresOfTheConnection) {
   hwxtest::MakeFile(fFile, "text");
   fRoot.Set("STUB_CURL_ERROR", "the server's words");
   const std::vector<std::string> results = {"5", "6", "7", "8", "67"};
-  const std::string connecting = "status 34\n" + kPrefix + "Error connecting to Server\n";
+  const std::string connecting = "status 34\n" + kTransferError + "Error connecting to Server\n";
   const std::string other =
-      "status 27\n" + kPrefix + "Error performing command: the server's words\n";
+      "status 27\n" + kTransferError + "Error performing command: the server's words\n";
   for (const std::string& step : {Upload(fFile), Download(fFile + "-none")}) {
     std::vector<std::string> steps;
     for (const std::string& result : results) {
@@ -167,7 +167,7 @@ TEST_F(TransferOptions, OnlyTwoResultsAreFailuresOfTheConnection) {
 TEST_F(TransferOptions, AFailedTransferIsNotCleanedUpButItsFileIsClosed) {
   hwxtest::MakeFile(fFile, "text");
   fRoot.Set("STUB_CURL_RESULT", "67");
-  const std::string failure = "status 27\n" + kPrefix + "Error performing command: \n";
+  const std::string failure = "status 27\n" + kTransferError + "Error performing command: \n";
   EXPECT_EQ(fRoot.Run({Upload(fFile), "mapped:stub_curl.so"}), failure + "mapped\n");
   EXPECT_EQ(fRoot.CurlCalls().back(), "reads \"text\"");
   EXPECT_THAT(fRoot.LoaderCalls(), Not(testing::Contains("dlclose")));
@@ -190,14 +190,15 @@ TEST_F(TransferOptions, TheErrorBufferHas256Bytes) {
   hwxtest::MakeFile(fFile, "text");
   fRoot.Set("STUB_CURL_RESULT", "9");
   fRoot.Set("STUB_CURL_ERROR", std::string(300, 'e'));
-  EXPECT_EQ(fRoot.Run({Upload(fFile)}),
-            "status 27\n" + kPrefix + "Error performing command: " + std::string(255, 'e') + "\n");
+  EXPECT_EQ(
+      fRoot.Run({Upload(fFile)}),
+      "status 27\n" + kTransferError + "Error performing command: " + std::string(255, 'e') + "\n");
 }
 
 TEST_F(TransferOptions, AFileThatCannotBeMadeEndsTheDownload) {
   fRoot.Set("STUB_CURL_BLOCKS", "one|two");
   EXPECT_EQ(fRoot.Run({Download(fRoot.Scratch("none/file"))}),
-            "status 27\n" + kPrefix +
+            "status 27\n" + kTransferError +
                 "Error performing command: Failure writing output to destination\n");
   EXPECT_EQ(fRoot.CurlCalls().back(), "delivers \"one\", taken 4294967295");
 }

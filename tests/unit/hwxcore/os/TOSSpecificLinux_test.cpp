@@ -11,6 +11,7 @@
 #include "support/Descriptors.h"
 #include "support/FakeClock.h"
 #include "support/FakeSystemLog.h"
+#include "support/FileMode.h"
 #include "support/ScopedEnvironment.h"
 #include "support/ScopedLogCapture.h"
 #include "support/StatusOf.h"
@@ -18,6 +19,7 @@
 
 using hwxtest::FakeClock;
 using hwxtest::FakeSystemLog;
+using hwxtest::ModeOf;
 using hwxtest::OpenDescriptors;
 using hwxtest::ScopedEnvironment;
 using hwxtest::ScopedLogCapture;
@@ -34,12 +36,6 @@ namespace {
 
 int StatusOfCreateDir(const std::string& path) {
   return hwxtest::StatusOf([&] { TOSSpecific::CreateDir(path); });
-}
-
-mode_t ModeOf(const std::string& path) {
-  struct stat status {};
-  ::stat(path.c_str(), &status);
-  return status.st_mode & 07777U;
 }
 
 TEST(TOSSpecificConstants, HaveTheirTexts) {

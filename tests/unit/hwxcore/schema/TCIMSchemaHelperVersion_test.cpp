@@ -11,14 +11,14 @@ using testing::Pair;
 
 namespace {
 
-const char kProduct[] = "QORSG_HWXProduct";
+const char kDataSource[] = "QORSG_HWXProduct";
 
 class DataSourceQuery : public hwxtest::QueryTest {
  protected:
   void AddVersion(const TCIMValue& version) {
-    fNamespace.AddInstance(kProduct, {{"Version", version}});
+    fNamespace.AddInstance(kDataSource, {{"Version", version}});
   }
-  void AddBuild(const TCIMValue& build) { fNamespace.AddInstance(kProduct, {{"Build", build}}); }
+  void AddBuild(const TCIMValue& build) { fNamespace.AddInstance(kDataSource, {{"Build", build}}); }
 };
 
 class GetDataSourceVersion : public DataSourceQuery {
@@ -61,14 +61,14 @@ TEST_F(GetDataSourceVersion, OverwritesAProviderThatIsNoString) {
 
 TEST_F(GetDataSourceVersion, ThrowsNotFoundWithoutAnInstance) {
   EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
-  fNamespace.AddClass(kProduct);
+  fNamespace.AddClass(kDataSource);
   EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
   EXPECT_THAT(fLog.Lines(), IsEmpty());
 }
 
 TEST_F(GetDataSourceVersion, DoesNotFallBackToAnEarlierInstance) {
   AddVersion("1.1.1.1");
-  fNamespace.AddInstance(kProduct, {});
+  fNamespace.AddInstance(kDataSource, {});
   EXPECT_EQ(Status(), NQORHWX20::kHWXStatusNotFound);
   AddVersion(TCIMValue(TCIMValue::TCIMType::kCIMTypeString, 0));
   EXPECT_EQ(Status(), NQORHWX20::kHWXStatusValueIsNULL);
@@ -118,7 +118,7 @@ TEST_F(GetDataSourceBuild, ChoosesNoProviderOfItsOwn) {
 }
 
 TEST_F(GetDataSourceBuild, IsTheFirstThatCanBeReadInDecimalDigits) {
-  fNamespace.AddInstance(kProduct, {});
+  fNamespace.AddInstance(kDataSource, {});
   AddBuild(TCIMValue(TCIMValue::TCIMType::kCIMTypeUInt32, 0));
   AddBuild(4294967295u);
   AddBuild(7u);
@@ -132,9 +132,9 @@ TEST_F(GetDataSourceBuild, TakesATextAsItStands) {
 
 TEST_F(GetDataSourceBuild, IsEmptyWithoutTheClassOrAnInstanceThatCanBeRead) {
   EXPECT_EQ(Ask(), "");
-  fNamespace.AddClass(kProduct);
+  fNamespace.AddClass(kDataSource);
   EXPECT_EQ(Ask(), "");
-  fNamespace.AddInstance(kProduct, {});
+  fNamespace.AddInstance(kDataSource, {});
   EXPECT_EQ(Ask(), "");
   EXPECT_THAT(fLog.Lines(), IsEmpty());
 }

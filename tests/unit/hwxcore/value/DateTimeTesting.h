@@ -1,9 +1,11 @@
 #ifndef HWXTESTS_UNIT_HWXCORE_VALUE_DATETIMETESTING_H
 #define HWXTESTS_UNIT_HWXCORE_VALUE_DATETIMETESTING_H
 
+#include <string>
 #include <vector>
 
 #include "hwxcore/value/TCIMDateTime.h"
+#include "support/StatusOf.h"
 
 namespace hwxtest {
 
@@ -19,6 +21,14 @@ inline std::vector<long> TimestampFields(const NQORHWX20::TCIMDateTime& timestam
   fields.insert(fields.begin(), {timestamp.GetYear(), timestamp.GetMonth()});
   fields.push_back(timestamp.GetUTCOffset());
   return fields;
+}
+
+inline NQORHWX20::TCIMDateTime ParsedDateTime(const std::string& text) {
+  return NQORHWX20::TCIMDateTime(text);
+}
+
+inline int StatusOfParsing(const std::string& text) {
+  return StatusOf([&] { NQORHWX20::TCIMDateTime parsed(text); });
 }
 
 }  // namespace hwxtest

@@ -23,7 +23,7 @@ using hwxtest::StreamedText;
 typedef std::mt19937_64 TGenerator;
 
 template <typename Number>
-void ExpectReadAsStreamed(const std::string& text) {
+void ExpectReadNumberAsStreamed(const std::string& text) {
   const Number number = detail::ReadNumber<Number>(text);
   const Number streamed = StreamedNumber<Number>(text);
   EXPECT_TRUE(IsSame(number, streamed))
@@ -31,15 +31,15 @@ void ExpectReadAsStreamed(const std::string& text) {
 }
 
 void ExpectReadAsStreamedByAllTypes(const std::string& text) {
-  ExpectReadAsStreamed<bool>(text);
-  ExpectReadAsStreamed<unsigned short>(text);
-  ExpectReadAsStreamed<short>(text);
-  ExpectReadAsStreamed<unsigned int>(text);
-  ExpectReadAsStreamed<int>(text);
-  ExpectReadAsStreamed<unsigned long>(text);
-  ExpectReadAsStreamed<long>(text);
-  ExpectReadAsStreamed<float>(text);
-  ExpectReadAsStreamed<double>(text);
+  ExpectReadNumberAsStreamed<bool>(text);
+  ExpectReadNumberAsStreamed<unsigned short>(text);
+  ExpectReadNumberAsStreamed<short>(text);
+  ExpectReadNumberAsStreamed<unsigned int>(text);
+  ExpectReadNumberAsStreamed<int>(text);
+  ExpectReadNumberAsStreamed<unsigned long>(text);
+  ExpectReadNumberAsStreamed<long>(text);
+  ExpectReadNumberAsStreamed<float>(text);
+  ExpectReadNumberAsStreamed<double>(text);
 }
 
 // An integer of any length, so that short ones aren't rare.

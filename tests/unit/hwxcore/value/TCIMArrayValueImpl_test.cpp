@@ -11,29 +11,25 @@ namespace NQORHWX20 {
 namespace {
 
 using hwxtest::ArrayOf;
+using hwxtest::ByteElements;
 using hwxtest::FailureOf;
 using hwxtest::OneOfEachType;
 using hwxtest::TCIMType;
+using hwxtest::TElements;
 
-typedef std::vector<TCIMValue> TElements;
-
-TElements Bytes(const std::vector<unsigned char>& numbers) {
-  return TElements(numbers.begin(), numbers.end());
-}
-
-TCIMValue ByteArray(const std::vector<unsigned char>& numbers) {
-  return TCIMValue(TCIMType::kCIMTypeUInt8, 0, Bytes(numbers));
+TCIMValue ArrayOfBytes(const std::vector<unsigned char>& numbers) {
+  return TCIMValue(TCIMType::kCIMTypeUInt8, 0, ByteElements(numbers));
 }
 
 TEST(TCIMArrayValueImpl, PrintsTheElementsInBraces) {
-  EXPECT_EQ(TCIMArrayValueImpl(Bytes({1, 2})).ToString(10), "{ 1, 2 }");
-  EXPECT_EQ(TCIMArrayValueImpl(Bytes({1})).ToString(10), "{ 1 }");
+  EXPECT_EQ(TCIMArrayValueImpl(ByteElements({1, 2})).ToString(10), "{ 1, 2 }");
+  EXPECT_EQ(TCIMArrayValueImpl(ByteElements({1})).ToString(10), "{ 1 }");
   EXPECT_EQ(TCIMArrayValueImpl(TElements()).ToString(10), "{  }");
   EXPECT_EQ(TCIMArrayValueImpl(TElements()).ToString(2), "{  }");
 }
 
 TEST(TCIMArrayValueImpl, PrintsElementsInTheBaseAskedFor) {
-  const TCIMArrayValueImpl body(Bytes({10, 255}));
+  const TCIMArrayValueImpl body(ByteElements({10, 255}));
   EXPECT_EQ(body.ToString(16), "{ 0A, FF }");
   EXPECT_EQ(body.ToString(8), "{ 12, 377 }");
 }
@@ -44,7 +40,7 @@ TEST(TCIMArrayValueImpl, PrintsTextWithoutQuotesOrEscapes) {
 }
 
 TEST(TCIMArrayValueImpl, PrintsArraysInArrays) {
-  const TCIMArrayValueImpl body({ByteArray({1, 2}), ByteArray({})});
+  const TCIMArrayValueImpl body({ArrayOfBytes({1, 2}), ArrayOfBytes({})});
   EXPECT_EQ(body.ToString(10), "{ { 1, 2 }, {  } }");
 }
 
@@ -60,14 +56,14 @@ TEST(TCIMArrayValueImpl, PassesOnWhatAnElementThrowsWhenPrinted) {
 }
 
 TEST(TCIMArrayValueImpl, HandsOutItsOwnElements) {
-  const TCIMArrayValueImpl body(Bytes({1}));
+  const TCIMArrayValueImpl body(ByteElements({1}));
   TElements& elements = body;
   elements.push_back(TCIMValue(static_cast<unsigned char>(2)));
   EXPECT_EQ(body.ToString(10), "{ 1, 2 }");
 }
 
 TEST(TCIMArrayValueImpl, ACopyIsDeep) {
-  const TCIMArrayValueImpl body(TElements{ByteArray({1})});
+  const TCIMArrayValueImpl body(TElements{ArrayOfBytes({1})});
   const TCIMArrayValueImpl copy(body);
   TElements& outer = body;
   TElements& inner = outer[0];
@@ -77,19 +73,19 @@ TEST(TCIMArrayValueImpl, ACopyIsDeep) {
 }
 
 TEST(TCIMArrayValueImpl, IsEqualToAnArrayWithEqualElements) {
-  const TCIMArrayValueImpl body(Bytes({1, 2}));
-  EXPECT_TRUE(body == ByteArray({1, 2}));
-  EXPECT_FALSE(body == ByteArray({1}));
-  EXPECT_FALSE(body == ByteArray({1, 2, 3}));
-  EXPECT_FALSE(body == ByteArray({2, 1}));
-  EXPECT_TRUE(TCIMArrayValueImpl(TElements()) == ByteArray({}));
+  const TCIMArrayValueImpl body(ByteElements({1, 2}));
+  EXPECT_TRUE(body == ArrayOfBytes({1, 2}));
+  EXPECT_FALSE(body == ArrayOfBytes({1}));
+  EXPECT_FALSE(body == ArrayOfBytes({1, 2, 3}));
+  EXPECT_FALSE(body == ArrayOfBytes({2, 1}));
+  EXPECT_TRUE(TCIMArrayValueImpl(TElements()) == ArrayOfBytes({}));
 }
 
 TEST(TCIMArrayValueImpl, ComparesNullElementsToo) {
   const TCIMValue null(TCIMType(TCIMType::kCIMTypeUInt8), 0);
   const TCIMArrayValueImpl body(TElements{null});
   EXPECT_TRUE(body == TCIMValue(TCIMType::kCIMTypeUInt8, 0, {null}));
-  EXPECT_FALSE(body == ByteArray({0}));
+  EXPECT_FALSE(body == ArrayOfBytes({0}));
 }
 
 TEST(TCIMArrayValueImpl, StopsComparingAtTheFirstDifference) {
@@ -114,7 +110,7 @@ TEST(TCIMArrayValueImpl, IsEqualToNoScalarAndNoNull) {
 }
 
 TEST(TCIMArrayValueImpl, HasNoOrderWhateverTheOtherIs) {
-  const TCIMArrayValueImpl body(Bytes({1}));
+  const TCIMArrayValueImpl body(ByteElements({1}));
   std::vector<TCIMValue> others = OneOfEachType();
   others.push_back(TCIMValue());
   others.push_back(TCIMValue(ArrayOf(TCIMType::kCIMTypeUInt8), 0));
@@ -123,7 +119,7 @@ TEST(TCIMArrayValueImpl, HasNoOrderWhateverTheOtherIs) {
 }
 
 TEST(TCIMArrayValueImpl, RefusesScalarConversions) {
-  const TCIMArrayValueImpl body(Bytes({1}));
+  const TCIMArrayValueImpl body(ByteElements({1}));
   const std::string refused = "kHWXStatusTypeMismatch";
   EXPECT_EQ(FailureOf([&] { (void)body.operator unsigned char(); }), refused);
   EXPECT_EQ(FailureOf([&] { (void)body.operator bool(); }), refused);

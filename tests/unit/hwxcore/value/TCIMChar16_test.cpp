@@ -13,7 +13,7 @@ namespace {
 
 using hwxtest::FailureOf;
 
-const char* const kRefused = "kHWXStatusInvalidDateTime";
+const char* const kRefusedText = "kHWXStatusInvalidDateTime";
 
 // The handle and its body have the same operations.
 template <typename Character>
@@ -44,7 +44,7 @@ TYPED_TEST(TCIMChar16Operations, TextGivesANullWhateverItIs) {
   for (const char* text : {"A", "", "65", "long text", "\xff"}) {
     const TypeParam character{std::string(text)};
     EXPECT_EQ(character.GetValue(), 0);
-    EXPECT_EQ(FailureOf([&] { character.ToString(); }), kRefused);
+    EXPECT_EQ(FailureOf([&] { character.ToString(); }), kRefusedText);
   }
 }
 
@@ -62,12 +62,12 @@ TYPED_TEST(TCIMChar16Operations, AnyTwoNumbersAreEqualAndLess) {
 TYPED_TEST(TCIMChar16Operations, ANullOnEitherSideRefusesToCompare) {
   const TypeParam null = this->Null();
   const TypeParam character = this->Of(1);
-  EXPECT_EQ(FailureOf([&] { (void)(null == character); }), kRefused);
-  EXPECT_EQ(FailureOf([&] { (void)(character == null); }), kRefused);
-  EXPECT_EQ(FailureOf([&] { (void)(null == null); }), kRefused);
-  EXPECT_EQ(FailureOf([&] { (void)(null < character); }), kRefused);
-  EXPECT_EQ(FailureOf([&] { (void)(character < null); }), kRefused);
-  EXPECT_EQ(FailureOf([&] { (void)(null < null); }), kRefused);
+  EXPECT_EQ(FailureOf([&] { (void)(null == character); }), kRefusedText);
+  EXPECT_EQ(FailureOf([&] { (void)(character == null); }), kRefusedText);
+  EXPECT_EQ(FailureOf([&] { (void)(null == null); }), kRefusedText);
+  EXPECT_EQ(FailureOf([&] { (void)(null < character); }), kRefusedText);
+  EXPECT_EQ(FailureOf([&] { (void)(character < null); }), kRefusedText);
+  EXPECT_EQ(FailureOf([&] { (void)(null < null); }), kRefusedText);
 }
 
 TYPED_TEST(TCIMChar16Operations, ACopyKeepsTheNumberAndTheNull) {
@@ -76,7 +76,7 @@ TYPED_TEST(TCIMChar16Operations, ACopyKeepsTheNumberAndTheNull) {
   EXPECT_EQ(copy.ToString(), "65");
   const TypeParam null = this->Null();
   const TypeParam nullCopy(null);
-  EXPECT_EQ(FailureOf([&] { nullCopy.ToString(); }), kRefused);
+  EXPECT_EQ(FailureOf([&] { nullCopy.ToString(); }), kRefusedText);
 }
 
 TYPED_TEST(TCIMChar16Operations, AssignmentTakesEverythingOver) {
@@ -84,7 +84,7 @@ TYPED_TEST(TCIMChar16Operations, AssignmentTakesEverythingOver) {
   character = this->Of(66);
   EXPECT_EQ(character.GetValue(), 66);
   character = this->Null();
-  EXPECT_EQ(FailureOf([&] { character.ToString(); }), kRefused);
+  EXPECT_EQ(FailureOf([&] { character.ToString(); }), kRefusedText);
   character = this->Of(67);
   EXPECT_EQ(character.ToString(), "67");
 }

@@ -13,23 +13,21 @@
 #include "hwxcore/value/TCIMDateTime.h"
 #include "support/ScopedEnvironment.h"
 #include "support/StatusOf.h"
+#include "unit/hwxcore/value/DateTimeTesting.h"
 
 namespace NQORHWX20 {
 namespace {
 
+using hwxtest::ParsedDateTime;
 using hwxtest::ScopedEnvironment;
 using hwxtest::StatusOf;
 
-TCIMDateTime Parsed(const std::string& text) {
-  return TCIMDateTime(text);
-}
-
 std::string Sum(const std::string& one, const std::string& other) {
-  return (Parsed(one) + Parsed(other)).ToString();
+  return (ParsedDateTime(one) + ParsedDateTime(other)).ToString();
 }
 
 std::string Difference(const std::string& one, const std::string& other) {
-  return (Parsed(one) - Parsed(other)).ToString();
+  return (ParsedDateTime(one) - ParsedDateTime(other)).ToString();
 }
 
 const char* const kZero = "00000000000000.000000:000";
@@ -51,7 +49,7 @@ TEST_F(TCIMDateTimeArithmetic, NeedsValues) {
 }
 
 TEST_F(TCIMDateTimeArithmetic, TwoTimestampsHaveNoSum) {
-  const TCIMDateTime timestamp = Parsed("20070102030405.000006+060");
+  const TCIMDateTime timestamp = ParsedDateTime("20070102030405.000006+060");
   EXPECT_EQ(StatusOf([&] { timestamp + timestamp; }), kHWXStatusInvalidDateTime);
 }
 
@@ -87,13 +85,13 @@ TEST_F(TCIMDateTimeArithmetic, ATimestampAndAnIntervalGiveATimestampInEitherOrde
 
 TEST_F(TCIMDateTimeArithmetic, ATimestampOutOfRangeComesOutInRange) {
   EXPECT_EQ(Sum("20071340306199.000006+060", kZero), "20080210070239.000006+060");
-  EXPECT_EQ((TCIMDateTime(2007, 1, 2, 3, 4, 5, 4000000006u, 60) + Parsed(kZero)).ToString(),
+  EXPECT_EQ((TCIMDateTime(2007, 1, 2, 3, 4, 5, 4000000006u, 60) + ParsedDateTime(kZero)).ToString(),
             "20070102041045.000006+060");
 }
 
 TEST_F(TCIMDateTimeArithmetic, AnIntervalLessATimestampIsTheTimestampLessTheInterval) {
   const TCIMDateTime difference =
-      Parsed("00000001020304.000000:000") - Parsed("20070102030405.000000+060");
+      ParsedDateTime("00000001020304.000000:000") - ParsedDateTime("20070102030405.000000+060");
   EXPECT_FALSE(difference.IsInterval());
   EXPECT_EQ(difference.ToString(), "20070101010101.000000+060");
 }
@@ -124,10 +122,10 @@ TEST_F(TCIMDateTimeArithmetic, TheDifferenceOfTimestampsHeedsTheirOffsets) {
 }
 
 TEST_F(TCIMDateTimeArithmetic, FailsAtTheSecondBeforeTheEpochWithoutItsOffset) {
-  const TCIMDateTime timestamp = Parsed("19691231235959.000000+060");
-  EXPECT_EQ(StatusOf([&] { timestamp + Parsed(kZero); }), kHWXStatusInvalidDateTime);
-  EXPECT_EQ(StatusOf([&] { timestamp - Parsed(kZero); }), kHWXStatusInvalidDateTime);
-  EXPECT_EQ(StatusOf([&] { Parsed(kZero) - timestamp; }), kHWXStatusInvalidDateTime);
+  const TCIMDateTime timestamp = ParsedDateTime("19691231235959.000000+060");
+  EXPECT_EQ(StatusOf([&] { timestamp + ParsedDateTime(kZero); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { timestamp - ParsedDateTime(kZero); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { ParsedDateTime(kZero) - timestamp; }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { timestamp - timestamp; }), kHWXStatusInvalidDateTime);
   EXPECT_FALSE(timestamp < timestamp);
 }
@@ -162,19 +160,19 @@ TEST_F(TCIMDateTimeArithmetic, FailsForAResultThatIsNoTimestamp) {
 
 TEST_F(TCIMDateTimeArithmetic, FailsBeyond64BitsOfMicroseconds) {
   const TCIMDateTime far(2007, 1, 2147483647, 0, 0, 0, 0, 0);
-  const TCIMDateTime zero = Parsed(kZero);
+  const TCIMDateTime zero = ParsedDateTime(kZero);
   EXPECT_EQ(StatusOf([&] { far + zero; }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { zero + far; }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { far - zero; }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { zero - far; }), kHWXStatusInvalidDateTime);
-  EXPECT_EQ(StatusOf([&] { far - Parsed("20070102030405.000006+060"); }),
+  EXPECT_EQ(StatusOf([&] { far - ParsedDateTime("20070102030405.000006+060"); }),
             kHWXStatusInvalidDateTime);
   EXPECT_EQ((far - far).ToString(), kZero);
 }
 
 TEST_F(TCIMDateTimeArithmetic, AFarYearIsKeptInItsLow16Bits) {
   // 106 million days from the epoch.
-  const TCIMDateTime sum = TCIMDateTime(1970, 1, 106000001, 0, 0, 0, 0, 0) + Parsed(kZero);
+  const TCIMDateTime sum = TCIMDateTime(1970, 1, 106000001, 0, 0, 0, 0, 0) + ParsedDateTime(kZero);
   const std::time_t moment = std::time_t{106000000} * 86400;
   std::tm fields = {};
   ASSERT_NE(::gmtime_r(&moment, &fields), nullptr);
@@ -213,11 +211,11 @@ TEST_F(TCIMDateTimeArithmetic, NoticesAChangeOfTZAtOnce) {
 }
 
 TEST_F(TCIMDateTimeArithmetic, DoesNotTrustTheZoneThatOthersLeftBehind) {
-  const TCIMDateTime timestamp = Parsed("20070115120000.000000+630");
+  const TCIMDateTime timestamp = ParsedDateTime("20070115120000.000000+630");
   for (int i = 0; i != 2; ++i) {
     fZone.Set("Australia/Lord_Howe");
-    EXPECT_EQ((timestamp + Parsed(kZero)).ToString(), "20070115113000.000000+630");
-    EXPECT_EQ((timestamp - Parsed(kZero)).ToString(), "20070115113000.000000+630");
+    EXPECT_EQ((timestamp + ParsedDateTime(kZero)).ToString(), "20070115113000.000000+630");
+    EXPECT_EQ((timestamp - ParsedDateTime(kZero)).ToString(), "20070115113000.000000+630");
     fZone.Set("UTC");
     ::tzset();
   }

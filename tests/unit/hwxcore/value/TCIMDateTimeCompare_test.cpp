@@ -13,20 +13,15 @@
 #include "hwxcore/value/TCIMDateTimeImpl.h"
 #include "support/ScopedEnvironment.h"
 #include "support/StatusOf.h"
+#include "unit/hwxcore/value/DateTimeTesting.h"
 
 namespace NQORHWX20 {
 namespace {
 
+using hwxtest::ParsedDateTime;
 using hwxtest::ScopedEnvironment;
 using hwxtest::StatusOf;
-
-TCIMDateTime Parsed(const std::string& text) {
-  return TCIMDateTime(text);
-}
-
-int StatusOfParsing(const std::string& text) {
-  return StatusOf([&] { TCIMDateTime parsed(text); });
-}
+using hwxtest::StatusOfParsing;
 
 TEST(TCIMDateTimeIsValid, AnIntervalHasLimitsForAllButItsDays) {
   EXPECT_TRUE(TCIMDateTimeImpl::IsValid(0, 0, 0, 0, 0));
@@ -82,8 +77,8 @@ TEST(TCIMDateTimeIsValid, AMomentThatStandardTimeLeavesOutFails) {
 
 TEST(TCIMDateTimeComparison, NeedsTwoValuesOfOneKind) {
   const TCIMDateTime null;
-  const TCIMDateTime timestamp = Parsed("20070102030405.000006+060");
-  const TCIMDateTime interval = Parsed("00000001020304.000005:000");
+  const TCIMDateTime timestamp = ParsedDateTime("20070102030405.000006+060");
+  const TCIMDateTime interval = ParsedDateTime("00000001020304.000005:000");
   const TCIMDateTime* const unlike[][2] = {
       {&null, &null},     {&null, &timestamp},     {&timestamp, &null},    {&null, &interval},
       {&interval, &null}, {&timestamp, &interval}, {&interval, &timestamp}};
@@ -96,24 +91,25 @@ TEST(TCIMDateTimeComparison, NeedsTwoValuesOfOneKind) {
 }
 
 TEST(TCIMDateTimeComparison, TimestampsOfOneMomentAreEqual) {
-  const TCIMDateTime one = Parsed("20070102030405.000000+000");
-  const TCIMDateTime other = Parsed("20070102040405.000000+060");
+  const TCIMDateTime one = ParsedDateTime("20070102030405.000000+000");
+  const TCIMDateTime other = ParsedDateTime("20070102040405.000000+060");
   EXPECT_TRUE(one == other);
   EXPECT_FALSE(one < other);
   EXPECT_FALSE(other < one);
-  EXPECT_TRUE(Parsed("20071332000000.000000+000") == Parsed("20080201000000.000000+000"));
+  EXPECT_TRUE(ParsedDateTime("20071332000000.000000+000") ==
+              ParsedDateTime("20080201000000.000000+000"));
 }
 
 TEST(TCIMDateTimeComparison, TimestampsAreOrderedByMomentAndThenByMicroseconds) {
-  const TCIMDateTime ordered[] = {Parsed("19690720201740.000000+000"),
-                                  Parsed("20070102030405.000000+060"),
-                                  Parsed("20070102030405.000001+060"),
-                                  Parsed("20070102030406.000000+060"),
-                                  Parsed("20070102030405.000000-060"),
+  const TCIMDateTime ordered[] = {ParsedDateTime("19690720201740.000000+000"),
+                                  ParsedDateTime("20070102030405.000000+060"),
+                                  ParsedDateTime("20070102030405.000001+060"),
+                                  ParsedDateTime("20070102030406.000000+060"),
+                                  ParsedDateTime("20070102030405.000000-060"),
                                   TCIMDateTime(2007, 2, 1, 0, 0, 0, 4000000000u, 0),
                                   TCIMDateTime(2007, 2, 1, 0, 0, 0, 4000000001u, 0),
                                   TCIMDateTime(2007, 2, 1, 0, 0, 1, 0, 0),
-                                  Parsed("99991231235959.999999-999")};
+                                  ParsedDateTime("99991231235959.999999-999")};
   for (std::size_t i = 0; i != std::size(ordered); ++i) {
     for (std::size_t j = 0; j != std::size(ordered); ++j) {
       EXPECT_EQ(ordered[i] < ordered[j], i < j) << i << " " << j;
@@ -124,17 +120,17 @@ TEST(TCIMDateTimeComparison, TimestampsAreOrderedByMomentAndThenByMicroseconds) 
 
 TEST(TCIMDateTimeComparison, TheMomentBeforeTheEpochCountsAsTheEpochOnItsDay) {
   const ScopedEnvironment zone("TZ", "UTC");
-  const TCIMDateTime before = Parsed("19700101000059.000000+001");
-  EXPECT_TRUE(before == Parsed("19700101000000.000000+000"));
-  EXPECT_TRUE(before < Parsed("19700101000001.000000+000"));
-  EXPECT_TRUE(Parsed("19700101000058.000000+001") < before);
+  const TCIMDateTime before = ParsedDateTime("19700101000059.000000+001");
+  EXPECT_TRUE(before == ParsedDateTime("19700101000000.000000+000"));
+  EXPECT_TRUE(before < ParsedDateTime("19700101000001.000000+000"));
+  EXPECT_TRUE(ParsedDateTime("19700101000058.000000+001") < before);
 }
 
 TEST(TCIMDateTimeComparison, FailsForAMomentThatTheZoneOfNowDoesNotHave) {
   ScopedEnvironment zone("TZ", "Europe/Berlin");
-  const TCIMDateTime justBefore = Parsed("19691231235959.000000+000");
-  const TCIMDateTime leftOut = Parsed("20160501024500.000000+000");
-  const TCIMDateTime plain = Parsed("20070102030405.000006+060");
+  const TCIMDateTime justBefore = ParsedDateTime("19691231235959.000000+000");
+  const TCIMDateTime leftOut = ParsedDateTime("20160501024500.000000+000");
+  const TCIMDateTime plain = ParsedDateTime("20070102030405.000006+060");
   zone.Set("UTC");
   EXPECT_EQ(StatusOf([&] { (void)(justBefore < plain); }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { (void)(plain == justBefore); }), kHWXStatusInvalidDateTime);
@@ -174,7 +170,7 @@ struct TReference {
   bool fEqual;
 };
 
-std::time_t Asked(const TCIMDateTime& timestamp) {
+std::time_t EpochByMktime(const TCIMDateTime& timestamp) {
   std::tm fields = {};
   fields.tm_year = timestamp.GetYear() - 1900;
   fields.tm_mon = timestamp.GetMonth() - 1;
@@ -190,7 +186,7 @@ bool IsFirstDay(const TCIMDateTime& timestamp) {
 }
 
 TReference Compared(const TCIMDateTime& one, const TCIMDateTime& other) {
-  std::time_t epochs[2] = {Asked(one), Asked(other)};
+  std::time_t epochs[2] = {EpochByMktime(one), EpochByMktime(other)};
   const TCIMDateTime* const timestamps[2] = {&one, &other};
   for (int i = 0; i != 2; ++i) {
     if (epochs[i] != -1) continue;
@@ -202,7 +198,7 @@ TReference Compared(const TCIMDateTime& one, const TCIMDateTime& other) {
           one.GetMicroSeconds() == other.GetMicroSeconds()};
 }
 
-std::string Text(const TCIMDateTime& one, const TCIMDateTime& other) {
+std::string PairText(const TCIMDateTime& one, const TCIMDateTime& other) {
   return one.ToString() + " and " + other.ToString();
 }
 
@@ -210,10 +206,10 @@ void ExpectAsMktimeSays(const TCIMDateTime& one, const TCIMDateTime& other) {
   const TReference expected = Compared(one, other);
   bool less = false;
   bool equal = false;
-  EXPECT_EQ(StatusOf([&] { less = one < other; }), expected.fStatus) << Text(one, other);
-  EXPECT_EQ(StatusOf([&] { equal = one == other; }), expected.fStatus) << Text(one, other);
-  EXPECT_EQ(less, expected.fLess) << Text(one, other);
-  EXPECT_EQ(equal, expected.fEqual) << Text(one, other);
+  EXPECT_EQ(StatusOf([&] { less = one < other; }), expected.fStatus) << PairText(one, other);
+  EXPECT_EQ(StatusOf([&] { equal = one == other; }), expected.fStatus) << PairText(one, other);
+  EXPECT_EQ(less, expected.fLess) << PairText(one, other);
+  EXPECT_EQ(equal, expected.fEqual) << PairText(one, other);
 }
 
 class TCIMDateTimeInZone : public testing::TestWithParam<std::optional<std::string>> {
@@ -278,7 +274,8 @@ TEST_P(TCIMDateTimeInZone, PassesWhatMktimePasses) {
     const bool valid = TCIMDateTimeImpl::IsValid(
         timestamp.GetYear(), timestamp.GetMonth(), timestamp.GetDay(), timestamp.GetHour(),
         timestamp.GetMinute(), timestamp.GetSecond(), 0, timestamp.GetUTCOffset());
-    EXPECT_EQ(valid, IsFirstDay(timestamp) || Asked(timestamp) != -1) << timestamp.ToString();
+    EXPECT_EQ(valid, IsFirstDay(timestamp) || EpochByMktime(timestamp) != -1)
+        << timestamp.ToString();
   }
 }
 

@@ -29,11 +29,11 @@ std::tm Fields(int year, int month, int day, int hour, int minute, int second) {
   return fields;
 }
 
-std::time_t Asked(std::tm fields) {
+std::time_t AskedOfMktime(std::tm fields) {
   return std::mktime(&fields);
 }
 
-std::string Text(const std::tm& fields) {
+std::string FieldsText(const std::tm& fields) {
   return std::to_string(fields.tm_year + 1900) + "-" + std::to_string(fields.tm_mon + 1) + "-" +
          std::to_string(fields.tm_mday) + " " + std::to_string(fields.tm_hour) + ":" +
          std::to_string(fields.tm_min) + ":" + std::to_string(fields.tm_sec);
@@ -42,11 +42,11 @@ std::string Text(const std::tm& fields) {
 // Where the clocks go back, mktime's answer hangs on what it was asked before: one of the answers
 // around will do.
 void ExpectSame(const std::tm& fields) {
-  const std::time_t before = Asked(fields);
+  const std::time_t before = AskedOfMktime(fields);
   const std::time_t remembered = TLocalTime().Make(fields);
-  const std::time_t after = Asked(fields);
+  const std::time_t after = AskedOfMktime(fields);
   EXPECT_TRUE(remembered == before || remembered == after)
-      << Text(fields) << ": " << remembered << " in place of " << before;
+      << FieldsText(fields) << ": " << remembered << " in place of " << before;
 }
 
 class TLocalTimeInZone : public testing::TestWithParam<std::optional<std::string>> {
@@ -101,7 +101,7 @@ TEST_P(TLocalTimeInZone, SaysWhatMktimeSaysAroundTheEpoch) {
   const std::time_t justBefore = -1;
   std::tm fields = {};
   ASSERT_NE(::localtime_r(&justBefore, &fields), nullptr);
-  ASSERT_EQ(Asked(fields), -1);
+  ASSERT_EQ(AskedOfMktime(fields), -1);
   EXPECT_EQ(TLocalTime().Make(fields), -1);
 }
 
@@ -155,7 +155,7 @@ TEST(TLocalTime, NoticesAChangeOfTZAtOnce) {
     zone.Set("Europe/Berlin");
     EXPECT_EQ(TLocalTime().Make(gap), inUtc - 3600);
     zone.Set(std::nullopt);
-    EXPECT_EQ(TLocalTime().Make(gap), Asked(gap));
+    EXPECT_EQ(TLocalTime().Make(gap), AskedOfMktime(gap));
     zone.Set("");
     EXPECT_EQ(TLocalTime().Make(gap), inUtc);
     zone.Set("XXX-24");
@@ -167,8 +167,8 @@ TEST(TLocalTime, LooksUpTheZoneBeforeItAddsSurplusSeconds) {
   // The clocks went back by an hour at the end of this day.
   const hwxtest::ScopedEnvironment zone("TZ", "Asia/Qatar");
   const std::tm fields = Fields(1972, 5, 31, 12, 0, 60000);
-  ASSERT_EQ(Asked(Fields(1972, 6, 1, 4, 40, 0)), Asked(fields) + 3600);
-  EXPECT_EQ(TLocalTime().Make(fields), Asked(fields));
+  ASSERT_EQ(AskedOfMktime(Fields(1972, 6, 1, 4, 40, 0)), AskedOfMktime(fields) + 3600);
+  EXPECT_EQ(TLocalTime().Make(fields), AskedOfMktime(fields));
 }
 
 TEST(TLocalTime, HeedsAStandardTimeThatIsFoundFromSomeHoursOnly) {
@@ -177,9 +177,9 @@ TEST(TLocalTime, HeedsAStandardTimeThatIsFoundFromSomeHoursOnly) {
   const hwxtest::ScopedEnvironment zone("TZ", "America/Cambridge_Bay");
   const std::tm before = Fields(2000, 10, 22, 1, 30, 0);
   const std::tm within = Fields(2000, 10, 22, 2, 30, 0);
-  ASSERT_EQ(Asked(within), Asked(before) + 2 * 3600);
-  EXPECT_EQ(TLocalTime().Make(before), Asked(before));
-  EXPECT_EQ(TLocalTime().Make(within), Asked(within));
+  ASSERT_EQ(AskedOfMktime(within), AskedOfMktime(before) + 2 * 3600);
+  EXPECT_EQ(TLocalTime().Make(before), AskedOfMktime(before));
+  EXPECT_EQ(TLocalTime().Make(within), AskedOfMktime(within));
 }
 
 TEST(TLocalTime, ServesATZOfAnyLength) {

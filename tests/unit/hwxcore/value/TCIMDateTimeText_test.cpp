@@ -14,65 +14,59 @@ namespace NQORHWX20 {
 namespace {
 
 using hwxtest::IntervalFields;
+using hwxtest::ParsedDateTime;
 using hwxtest::StatusOf;
+using hwxtest::StatusOfParsing;
 using hwxtest::TimestampFields;
 using ::testing::ElementsAre;
 
-TCIMDateTime Parsed(const std::string& text) {
-  return TCIMDateTime(text);
-}
-
-int StatusOfParsing(const std::string& text) {
-  return StatusOf([&] { TCIMDateTime parsed(text); });
-}
-
 TEST(TCIMDateTimeParsing, ReadsATimestamp) {
-  const TCIMDateTime dateTime = Parsed("20070102030405.000006+060");
+  const TCIMDateTime dateTime = ParsedDateTime("20070102030405.000006+060");
   EXPECT_FALSE(dateTime.IsInterval());
   EXPECT_THAT(TimestampFields(dateTime), ElementsAre(2007, 1, 2, 3, 4, 5, 6, 60));
   EXPECT_EQ(dateTime.ToString(), "20070102030405.000006+060");
 }
 
 TEST(TCIMDateTimeParsing, ReadsAnInterval) {
-  const TCIMDateTime dateTime = Parsed("00000001020304.000005:000");
+  const TCIMDateTime dateTime = ParsedDateTime("00000001020304.000005:000");
   EXPECT_TRUE(dateTime.IsInterval());
   EXPECT_THAT(IntervalFields(dateTime), ElementsAre(1, 2, 3, 4, 5));
   EXPECT_EQ(dateTime.ToString(), "00000001020304.000005:000");
 }
 
 TEST(TCIMDateTimeParsing, ReadsEachDigitAtItsPlace) {
-  EXPECT_EQ(Parsed("98765432101112.131415-161").GetYear(), 9876);
-  EXPECT_EQ(Parsed("98765432101112.131415-161").ToString(), "98765432101112.131415-161");
-  EXPECT_EQ(Parsed("00012345213456.789012:000").ToString(), "00012345213456.789012:000");
+  EXPECT_EQ(ParsedDateTime("98765432101112.131415-161").GetYear(), 9876);
+  EXPECT_EQ(ParsedDateTime("98765432101112.131415-161").ToString(), "98765432101112.131415-161");
+  EXPECT_EQ(ParsedDateTime("00012345213456.789012:000").ToString(), "00012345213456.789012:000");
 }
 
 TEST(TCIMDateTimeParsing, ReadsOffsetsToBothSides) {
-  EXPECT_EQ(Parsed("20070102030405.000006-300").GetUTCOffset(), -300);
-  EXPECT_EQ(Parsed("20070102030405.000006+999").GetUTCOffset(), 999);
-  EXPECT_EQ(Parsed("20070102030405.000006-999").GetUTCOffset(), -999);
-  EXPECT_EQ(Parsed("20070102030405.000006+000").GetUTCOffset(), 0);
+  EXPECT_EQ(ParsedDateTime("20070102030405.000006-300").GetUTCOffset(), -300);
+  EXPECT_EQ(ParsedDateTime("20070102030405.000006+999").GetUTCOffset(), 999);
+  EXPECT_EQ(ParsedDateTime("20070102030405.000006-999").GetUTCOffset(), -999);
+  EXPECT_EQ(ParsedDateTime("20070102030405.000006+000").GetUTCOffset(), 0);
   // A "-" before 0 isn't kept.
-  EXPECT_EQ(Parsed("20070102030405.000006-000").ToString(), "20070102030405.000006+000");
+  EXPECT_EQ(ParsedDateTime("20070102030405.000006-000").ToString(), "20070102030405.000006+000");
 }
 
 TEST(TCIMDateTimeParsing, AcceptsFieldsOfATimestampThatNoCalendarHas) {
-  const TCIMDateTime dateTime = Parsed("20071340306199.000006+060");
+  const TCIMDateTime dateTime = ParsedDateTime("20071340306199.000006+060");
   EXPECT_EQ(dateTime.GetMonth(), 13);
   EXPECT_EQ(dateTime.GetDay(), 40u);
   EXPECT_EQ(dateTime.GetHour(), 30);
   EXPECT_EQ(dateTime.GetMinute(), 61);
   EXPECT_EQ(dateTime.GetSecond(), 99);
   EXPECT_EQ(dateTime.ToString(), "20071340306199.000006+060");
-  EXPECT_EQ(Parsed("00000000000000.000000+000").GetMonth(), 0);
-  EXPECT_EQ(Parsed("99999999999999.999999+999").GetYear(), 9999);
+  EXPECT_EQ(ParsedDateTime("00000000000000.000000+000").GetMonth(), 0);
+  EXPECT_EQ(ParsedDateTime("99999999999999.999999+999").GetYear(), 9999);
 }
 
 TEST(TCIMDateTimeParsing, KeepsTheLow16BitsOfAnIntervalsDays) {
-  EXPECT_EQ(Parsed("00065535000000.000000:000").GetDay(), 65535u);
-  EXPECT_EQ(Parsed("00065536000000.000000:000").GetDay(), 0u);
-  EXPECT_EQ(Parsed("00065537000000.000000:000").GetDay(), 1u);
-  EXPECT_EQ(Parsed("00100000000000.000000:000").GetDay(), 34464u);
-  EXPECT_EQ(Parsed("99999999000000.000000:000").GetDay(), 99999999u % 65536u);
+  EXPECT_EQ(ParsedDateTime("00065535000000.000000:000").GetDay(), 65535u);
+  EXPECT_EQ(ParsedDateTime("00065536000000.000000:000").GetDay(), 0u);
+  EXPECT_EQ(ParsedDateTime("00065537000000.000000:000").GetDay(), 1u);
+  EXPECT_EQ(ParsedDateTime("00100000000000.000000:000").GetDay(), 34464u);
+  EXPECT_EQ(ParsedDateTime("99999999000000.000000:000").GetDay(), 99999999u % 65536u);
 }
 
 TEST(TCIMDateTimeParsing, FailsUnlessTheTextHas25Characters) {
@@ -175,11 +169,11 @@ TEST_F(TCIMDateTimeInALocale, PrintsAsStreamsThenDo) {
 }
 
 TEST_F(TCIMDateTimeInALocale, ReadsAsEver) {
-  EXPECT_EQ(Parsed("00012345213456.789012:000").GetDay(), 12345u);
+  EXPECT_EQ(ParsedDateTime("00012345213456.789012:000").GetDay(), 12345u);
 }
 
 TEST(TCIMDateTimeToUIString, NamesEachQuantityOfAnInterval) {
-  EXPECT_EQ(Parsed("00000001020304.000005:000").ToUIString(),
+  EXPECT_EQ(ParsedDateTime("00000001020304.000005:000").ToUIString(),
             "1 day 2 hours 3 minutes 4 seconds 5 microseconds ");
   EXPECT_EQ(TCIMDateTime(2, 1, 1, 1, 1001).ToUIString(),
             "2 days 1 hour 1 minute 1 second 1 millisecond 1 microsecond ");
@@ -211,16 +205,16 @@ TEST(TCIMDateTimeToUIString, LeavesOutZerosAndHasAWordForOne) {
 }
 
 TEST(TCIMDateTimeToUIString, WritesATimestampsDateAndTime) {
-  EXPECT_EQ(Parsed("20070102030405.000006+060").ToUIString(), "01/02/2007 03:04:05");
+  EXPECT_EQ(ParsedDateTime("20070102030405.000006+060").ToUIString(), "01/02/2007 03:04:05");
   EXPECT_EQ(TCIMDateTime(7, 111, 222, 333, 444, 555, 0, 0).ToUIString(),
             "111/222/0007 333:444:555");
 }
 
 TEST(TCIMDateTimeToUIString, LeavesOutTheTimeAtMidnightAndKeepsTheBlank) {
-  EXPECT_EQ(Parsed("20070102000000.999999+060").ToUIString(), "01/02/2007 ");
-  EXPECT_EQ(Parsed("20070102010000.000000+060").ToUIString(), "01/02/2007 01:00:00");
-  EXPECT_EQ(Parsed("20070102000100.000000+060").ToUIString(), "01/02/2007 00:01:00");
-  EXPECT_EQ(Parsed("20070102000001.000000+060").ToUIString(), "01/02/2007 00:00:01");
+  EXPECT_EQ(ParsedDateTime("20070102000000.999999+060").ToUIString(), "01/02/2007 ");
+  EXPECT_EQ(ParsedDateTime("20070102010000.000000+060").ToUIString(), "01/02/2007 01:00:00");
+  EXPECT_EQ(ParsedDateTime("20070102000100.000000+060").ToUIString(), "01/02/2007 00:01:00");
+  EXPECT_EQ(ParsedDateTime("20070102000001.000000+060").ToUIString(), "01/02/2007 00:00:01");
 }
 
 }  // namespace

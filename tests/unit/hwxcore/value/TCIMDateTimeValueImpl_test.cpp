@@ -22,11 +22,11 @@ using hwxtest::TCIMType;
 const std::string kTimestampText = "20070102030405.000006+060";
 const std::string kIntervalText = "00000001020304.000005:000";
 
-TCIMDateTime Timestamp() {
+TCIMDateTime TimestampFromText() {
   return TCIMDateTime(kTimestampText);
 }
 
-TCIMDateTime Interval() {
+TCIMDateTime IntervalFromText() {
   return TCIMDateTime(kIntervalText);
 }
 
@@ -35,22 +35,22 @@ TCIMDateTime In(const TCIMValue& value) {
 }
 
 TEST(TCIMDateTimeValueImpl, PrintsTheTextFormWhateverTheBase) {
-  const TCIMDateTimeValueImpl body(Timestamp());
+  const TCIMDateTimeValueImpl body(TimestampFromText());
   for (const unsigned char base : std::vector<unsigned char>{0, 2, 8, 10, 16, 255}) {
     EXPECT_EQ(body.ToString(base), kTimestampText);
-    EXPECT_EQ(TCIMValue(Interval()).ToString(base), kIntervalText);
+    EXPECT_EQ(TCIMValue(IntervalFromText()).ToString(base), kIntervalText);
   }
 }
 
 TEST(TCIMDateTimeValueImpl, HandsOutACopy) {
-  const TCIMDateTimeValueImpl body(Timestamp());
+  const TCIMDateTimeValueImpl body(TimestampFromText());
   TCIMDateTime out = body;
   out.Set(1, 2, 3, 4, 5);
   EXPECT_EQ(body.ToString(10), kTimestampText);
 }
 
 TEST(TCIMDateTimeValueImpl, KeepsACopyOfWhatItIsGiven) {
-  TCIMDateTime given = Timestamp();
+  TCIMDateTime given = TimestampFromText();
   auto body = std::make_unique<TCIMDateTimeValueImpl>(given);
   given.Set(1, 2, 3, 4, 5);
   EXPECT_EQ(body->ToString(10), kTimestampText);
@@ -60,7 +60,7 @@ TEST(TCIMDateTimeValueImpl, KeepsACopyOfWhatItIsGiven) {
 }
 
 TEST(TCIMDateTimeValueImpl, IsNeitherEqualToNorLessThanAnotherType) {
-  const TCIMDateTimeValueImpl body(Timestamp());
+  const TCIMDateTimeValueImpl body(TimestampFromText());
   for (const TCIMValue& other : OneOfEachType()) {
     if (other.GetType() == TCIMType::kCIMTypeDateTime) continue;
     EXPECT_FALSE(body == other) << other.GetType();
@@ -69,7 +69,7 @@ TEST(TCIMDateTimeValueImpl, IsNeitherEqualToNorLessThanAnotherType) {
 }
 
 TEST(TCIMDateTimeValueImpl, ComparesAsDateTimesDo) {
-  const TCIMDateTimeValueImpl body(Timestamp());
+  const TCIMDateTimeValueImpl body(TimestampFromText());
   const TCIMValue sameMoment(TCIMDateTime(std::string("20070102020405.000006+000")));
   const TCIMValue later(TCIMDateTime(std::string("20070102030405.000007+060")));
   EXPECT_TRUE(body == sameMoment);
@@ -79,31 +79,32 @@ TEST(TCIMDateTimeValueImpl, ComparesAsDateTimesDo) {
 }
 
 TEST(TCIMDateTimeValueImpl, LetsTheFailuresOfDateTimesPass) {
-  const TCIMDateTimeValueImpl timestamp(Timestamp());
+  const TCIMDateTimeValueImpl timestamp(TimestampFromText());
   const TCIMDateTimeValueImpl null{TCIMDateTime()};
-  EXPECT_EQ(StatusOf([&] { (void)(timestamp == TCIMValue(Interval())); }),
+  EXPECT_EQ(StatusOf([&] { (void)(timestamp == TCIMValue(IntervalFromText())); }),
             kHWXStatusInvalidDateTime);
-  EXPECT_EQ(StatusOf([&] { (void)(timestamp < TCIMValue(Interval())); }),
+  EXPECT_EQ(StatusOf([&] { (void)(timestamp < TCIMValue(IntervalFromText())); }),
             kHWXStatusInvalidDateTime);
-  EXPECT_EQ(StatusOf([&] { (void)(null == TCIMValue(Timestamp())); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { (void)(null == TCIMValue(TimestampFromText())); }),
+            kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { (void)(timestamp < TCIMValue(TCIMDateTime())); }),
             kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { null.ToString(10); }), kHWXStatusInvalidDateTime);
 }
 
 TEST(TCIMDateTimeValueImpl, RefusesEveryOtherConversion) {
-  const TCIMDateTimeValueImpl body(Timestamp());
+  const TCIMDateTimeValueImpl body(TimestampFromText());
   EXPECT_EQ(StatusOf([&] { (void)body.operator bool(); }), kHWXStatusTypeMismatch);
   EXPECT_EQ(StatusOf([&] { (void)body.operator long(); }), kHWXStatusTypeMismatch);
   EXPECT_EQ(StatusOf([&] { (void)body.operator std::string(); }), kHWXStatusTypeMismatch);
 }
 
 TEST(TCIMValueOfADateTime, ComesFromADateTimeOrASet) {
-  const TCIMValue made(Timestamp());
+  const TCIMValue made(TimestampFromText());
   EXPECT_EQ(made.GetType(), TCIMType::kCIMTypeDateTime);
   EXPECT_FALSE(made.IsNull());
   TCIMValue set(true);
-  set.Set(Interval());
+  set.Set(IntervalFromText());
   EXPECT_EQ(set.GetType(), TCIMType::kCIMTypeDateTime);
   EXPECT_EQ(In(made).ToString(), kTimestampText);
   EXPECT_EQ(In(set).ToString(), kIntervalText);
@@ -117,7 +118,7 @@ TEST(TCIMValueOfADateTime, IsNotNullWithANullDateTimeInIt) {
 }
 
 TEST(TCIMValueOfADateTime, TakesAClearedDateTimeForANullOne) {
-  TCIMDateTime cleared = Timestamp();
+  TCIMDateTime cleared = TimestampFromText();
   cleared.Clear();
   EXPECT_TRUE(In(TCIMValue(cleared)).IsNull());
 }
@@ -126,7 +127,7 @@ TEST(TCIMValueOfADateTime, IsAskedForADateTimeAloneAndNotWhenNull) {
   EXPECT_EQ(StatusOf([] { In(TCIMValue(TCIMType::kCIMTypeDateTime, 0)); }), kHWXStatusValueIsNULL);
   EXPECT_EQ(StatusOf([] { In(TCIMValue()); }), kHWXStatusValueIsNULL);
   EXPECT_EQ(StatusOf([] { In(TCIMValue(kTimestampText)); }), kHWXStatusTypeMismatch);
-  const TCIMValue array(TCIMType::kCIMTypeDateTime, 0, {TCIMValue(Timestamp())});
+  const TCIMValue array(TCIMType::kCIMTypeDateTime, 0, {TCIMValue(TimestampFromText())});
   EXPECT_EQ(StatusOf([&] { In(array); }), kHWXStatusTypeMismatch);
 }
 
@@ -138,36 +139,36 @@ TEST(TCIMValueOfADateTime, IsReadFromItsTextForm) {
 }
 
 TEST(TCIMValueOfADateTime, CopiesShareNothing) {
-  TCIMValue original(Timestamp());
+  TCIMValue original(TimestampFromText());
   const TCIMValue copy(original);
   TCIMValue assigned;
   assigned = original;
-  original.Set(Interval());
+  original.Set(IntervalFromText());
   EXPECT_EQ(In(copy).ToString(), kTimestampText);
   EXPECT_EQ(In(assigned).ToString(), kTimestampText);
 }
 
 TEST(TCIMValueOfADateTime, IsAssignedToItsKindAlone) {
-  TCIMValue target(Interval());
-  EXPECT_EQ(StatusOf([&] { target = TCIMValue(Timestamp()); }), kHWXStatusInvalidDateTime);
+  TCIMValue target(IntervalFromText());
+  EXPECT_EQ(StatusOf([&] { target = TCIMValue(TimestampFromText()); }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { target = TCIMValue(TCIMDateTime()); }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(In(target).ToString(), kIntervalText);
   target = TCIMValue(TCIMDateTime(2, 0, 0, 0, 0));
   EXPECT_EQ(In(target).GetDay(), 2u);
 
   TCIMValue null{TCIMDateTime()};
-  EXPECT_EQ(StatusOf([&] { null = TCIMValue(Timestamp()); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { null = TCIMValue(TimestampFromText()); }), kHWXStatusInvalidDateTime);
   EXPECT_TRUE(In(null).IsNull());
 }
 
 TEST(TCIMValueOfADateTime, KeepsItsOffsetWhenItIsAssignedTheSameMoment) {
-  TCIMValue target(Timestamp());
+  TCIMValue target(TimestampFromText());
   target = TCIMValue(TCIMDateTime(std::string("20070102020405.000006+000")));
   EXPECT_EQ(In(target).ToString(), kTimestampText);
 }
 
 TEST(TCIMValueOfADateTime, TakesTheTypeOfANullSource) {
-  TCIMValue target(Timestamp());
+  TCIMValue target(TimestampFromText());
   target = TCIMValue(TCIMType::kCIMTypeDateTime, 0);
   EXPECT_TRUE(target.IsNull());
   EXPECT_EQ(target.GetType(), TCIMType::kCIMTypeDateTime);

@@ -22,11 +22,11 @@ using ::testing::ElementsAre;
 const char* const kTimestamp = "20070102030405.000006+060";
 const char* const kInterval = "00000001020304.000005:000";
 
-TCIMDateTime Timestamp() {
+TCIMDateTime TimestampFromFields() {
   return TCIMDateTime(2007, 1, 2, 3, 4, 5, 6, 60);
 }
 
-TCIMDateTime Interval() {
+TCIMDateTime IntervalFromFields() {
   return TCIMDateTime(1, 2, 3, 4, 5);
 }
 
@@ -51,14 +51,14 @@ TEST(TCIMDateTime, HoldsTheFieldsOfATimestamp) {
 }
 
 TEST(TCIMDateTime, HoldsTheFieldsOfAnInterval) {
-  const TCIMDateTime dateTime = Interval();
+  const TCIMDateTime dateTime = IntervalFromFields();
   EXPECT_FALSE(dateTime.IsNull());
   EXPECT_TRUE(dateTime.IsInterval());
   EXPECT_THAT(IntervalFields(dateTime), ElementsAre(1, 2, 3, 4, 5));
 }
 
 TEST(TCIMDateTime, AnIntervalLeavesTheFieldsThatItLacks) {
-  TCIMDateTime dateTime = Timestamp();
+  TCIMDateTime dateTime = TimestampFromFields();
   dateTime.Set(1, 2, 3, 4, 5);
   EXPECT_TRUE(dateTime.IsInterval());
   EXPECT_EQ(dateTime.GetYear(), 2007);
@@ -79,7 +79,7 @@ TEST(TCIMDateTime, ChangesItsKindWithEachSet) {
 }
 
 TEST(TCIMDateTime, AFailedSetLeavesItAsItWas) {
-  for (const TCIMDateTime& original : {Timestamp(), Interval()}) {
+  for (const TCIMDateTime& original : {TimestampFromFields(), IntervalFromFields()}) {
     TCIMDateTime dateTime = original;
     EXPECT_EQ(StatusOf([&] { dateTime.Set(9, 24, 0, 0, 0); }), kHWXStatusInvalidDateTime);
     EXPECT_EQ(StatusOf([&] { dateTime.Set(std::string("20080203040506.000007+061*")); }),
@@ -95,7 +95,7 @@ TEST(TCIMDateTime, AFailedSetLeavesItAsItWas) {
 
 TEST(TCIMDateTime, AFailedSetOfATimestampLeavesItAsItWas) {
   const hwxtest::ScopedEnvironment zone("TZ", "UTC");
-  for (const TCIMDateTime& original : {Timestamp(), Interval()}) {
+  for (const TCIMDateTime& original : {TimestampFromFields(), IntervalFromFields()}) {
     TCIMDateTime dateTime = original;
     EXPECT_EQ(StatusOf([&] { dateTime.Set(1969, 12, 31, 23, 59, 59, 7, 0); }),
               kHWXStatusInvalidDateTime);
@@ -117,7 +117,7 @@ TEST(TCIMDateTime, AConstructorFailsAsItsSetDoes) {
 }
 
 TEST(TCIMDateTime, CopiesShareNothing) {
-  TCIMDateTime original = Timestamp();
+  TCIMDateTime original = TimestampFromFields();
   TCIMDateTime copy(original);
   TCIMDateTime assigned;
   assigned = original;
@@ -132,20 +132,20 @@ TEST(TCIMDateTime, CopiesShareNothing) {
 TEST(TCIMDateTime, CopiesOfANullOneAreNull) {
   const TCIMDateTime null;
   EXPECT_TRUE(TCIMDateTime(null).IsNull());
-  TCIMDateTime assigned = Timestamp();
+  TCIMDateTime assigned = TimestampFromFields();
   assigned = null;
   EXPECT_TRUE(assigned.IsNull());
 }
 
 TEST(TCIMDateTime, SurvivesItsAssignmentToItself) {
-  TCIMDateTime dateTime = Timestamp();
+  TCIMDateTime dateTime = TimestampFromFields();
   const TCIMDateTime& itself = dateTime;
   dateTime = itself;
   EXPECT_EQ(dateTime.ToString(), kTimestamp);
 }
 
 TEST(TCIMDateTime, SharesItsBodyByGetBodyAlone) {
-  TCIMDateTime dateTime = Timestamp();
+  TCIMDateTime dateTime = TimestampFromFields();
   const boost::shared_ptr<TCIMDateTimeImpl> body = dateTime.GetBody();
   EXPECT_EQ(body, dateTime.GetBody());
   EXPECT_NE(body, TCIMDateTime(dateTime).GetBody());
@@ -156,15 +156,15 @@ TEST(TCIMDateTime, SharesItsBodyByGetBodyAlone) {
 }
 
 TEST(TCIMDateTime, AnAssignmentLeavesTheSharedBodyBehind) {
-  TCIMDateTime dateTime = Timestamp();
+  TCIMDateTime dateTime = TimestampFromFields();
   const boost::shared_ptr<TCIMDateTimeImpl> body = dateTime.GetBody();
-  dateTime = Interval();
+  dateTime = IntervalFromFields();
   EXPECT_NE(body, dateTime.GetBody());
   EXPECT_EQ(body->ToString(), kTimestamp);
 }
 
 TEST(TCIMDateTime, ClearGivesUpTheBodyAndMakesItNull) {
-  TCIMDateTime dateTime = Timestamp();
+  TCIMDateTime dateTime = TimestampFromFields();
   const boost::shared_ptr<TCIMDateTimeImpl> body = dateTime.GetBody();
   dateTime.Clear();
   EXPECT_FALSE(dateTime.GetBody());
@@ -173,7 +173,7 @@ TEST(TCIMDateTime, ClearGivesUpTheBodyAndMakesItNull) {
 }
 
 TEST(TCIMDateTime, ActsLikeANullOneWhenItIsCleared) {
-  TCIMDateTime cleared = Interval();
+  TCIMDateTime cleared = IntervalFromFields();
   cleared.Clear();
   cleared.Clear();
   EXPECT_TRUE(cleared.IsNull());
@@ -183,16 +183,16 @@ TEST(TCIMDateTime, ActsLikeANullOneWhenItIsCleared) {
   EXPECT_EQ(StatusOf([&] { cleared.ToString(); }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { cleared.ToUIString(); }), kHWXStatusInvalidDateTime);
   EXPECT_EQ(StatusOf([&] { (void)(cleared == cleared); }), kHWXStatusInvalidDateTime);
-  EXPECT_EQ(StatusOf([&] { (void)(cleared < Interval()); }), kHWXStatusInvalidDateTime);
-  EXPECT_EQ(StatusOf([&] { Interval() + cleared; }), kHWXStatusInvalidDateTime);
-  EXPECT_EQ(StatusOf([&] { cleared - Interval(); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { (void)(cleared < IntervalFromFields()); }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { IntervalFromFields() + cleared; }), kHWXStatusInvalidDateTime);
+  EXPECT_EQ(StatusOf([&] { cleared - IntervalFromFields(); }), kHWXStatusInvalidDateTime);
 }
 
 TEST(TCIMDateTime, CanBeCopiedAndSetAgainWhenItIsCleared) {
-  TCIMDateTime cleared = Interval();
+  TCIMDateTime cleared = IntervalFromFields();
   cleared.Clear();
   EXPECT_TRUE(TCIMDateTime(cleared).IsNull());
-  TCIMDateTime assigned = Timestamp();
+  TCIMDateTime assigned = TimestampFromFields();
   assigned = cleared;
   EXPECT_TRUE(assigned.IsNull());
 
@@ -207,17 +207,17 @@ TEST(TCIMDateTime, CanBeCopiedAndSetAgainWhenItIsCleared) {
   EXPECT_TRUE(cleared.IsNull());
 
   cleared.Clear();
-  cleared = Timestamp();
+  cleared = TimestampFromFields();
   EXPECT_EQ(cleared.ToString(), kTimestamp);
 }
 
 TEST(TCIMDateTime, CarriesThePrecisionMarkForItsCallers) {
-  TCIMDateTime marked = Timestamp();
+  TCIMDateTime marked = TimestampFromFields();
   marked.SetPrecision(true);
   EXPECT_TRUE(marked.GetPrecision());
   EXPECT_EQ(marked.ToString(), kTimestamp);
-  EXPECT_TRUE(marked == Timestamp());
-  EXPECT_FALSE(marked < Timestamp());
+  EXPECT_TRUE(marked == TimestampFromFields());
+  EXPECT_FALSE(marked < TimestampFromFields());
   marked.Set(std::string(kInterval));
   EXPECT_TRUE(marked.GetPrecision());
   marked.SetPrecision(false);
@@ -228,8 +228,8 @@ TEST(TCIMDateTime, GetDifferenceIsNotImplementedWhateverItsArguments) {
   TCIMDateTime null;
   TCIMDateTime cleared;
   cleared.Clear();
-  TCIMDateTime timestamp = Timestamp();
-  TCIMDateTime interval = Interval();
+  TCIMDateTime timestamp = TimestampFromFields();
+  TCIMDateTime interval = IntervalFromFields();
   TCIMDateTime* const all[] = {&null, &cleared, &timestamp, &interval};
   for (const TCIMDateTime* object : all) {
     for (TCIMDateTime* first : all) {

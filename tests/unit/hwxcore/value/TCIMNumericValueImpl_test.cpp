@@ -16,7 +16,7 @@ using hwxtest::FailureOf;
 using hwxtest::OneOfEachType;
 using hwxtest::TCIMType;
 
-const char* const kRefused = "kHWXStatusNotSupported";
+const char* const kRefusedBase = "kHWXStatusNotSupported";
 
 std::string PrintedBody(const TCIMValueImpl& body, int base) {
   std::string text;
@@ -67,53 +67,56 @@ TEST(TCIMNumericValueImplToString, UnsignedNumbersPadHexadecimalAlone) {
 
 TEST(TCIMNumericValueImplToString, SignedNumbersHaveBaseTenAlone) {
   typedef signed char sint8;
-  ExpectPrinted(sint8(-1), "-1", kRefused, kRefused);
-  ExpectPrinted(sint8(65), "65", kRefused, kRefused);
-  ExpectPrinted(sint8(-128), "-128", kRefused, kRefused);
-  ExpectPrinted(short(-32768), "-32768", kRefused, kRefused);
-  ExpectPrinted(short(32767), "32767", kRefused, kRefused);
-  ExpectPrinted(1, "1", kRefused, kRefused);
-  ExpectPrinted(std::numeric_limits<int>::min(), "-2147483648", kRefused, kRefused);
-  ExpectPrinted(std::numeric_limits<int>::max(), "2147483647", kRefused, kRefused);
-  ExpectPrinted(std::numeric_limits<long>::min(), "-9223372036854775808", kRefused, kRefused);
-  ExpectPrinted(std::numeric_limits<long>::max(), "9223372036854775807", kRefused, kRefused);
+  ExpectPrinted(sint8(-1), "-1", kRefusedBase, kRefusedBase);
+  ExpectPrinted(sint8(65), "65", kRefusedBase, kRefusedBase);
+  ExpectPrinted(sint8(-128), "-128", kRefusedBase, kRefusedBase);
+  ExpectPrinted(short(-32768), "-32768", kRefusedBase, kRefusedBase);
+  ExpectPrinted(short(32767), "32767", kRefusedBase, kRefusedBase);
+  ExpectPrinted(1, "1", kRefusedBase, kRefusedBase);
+  ExpectPrinted(std::numeric_limits<int>::min(), "-2147483648", kRefusedBase, kRefusedBase);
+  ExpectPrinted(std::numeric_limits<int>::max(), "2147483647", kRefusedBase, kRefusedBase);
+  ExpectPrinted(std::numeric_limits<long>::min(), "-9223372036854775808", kRefusedBase,
+                kRefusedBase);
+  ExpectPrinted(std::numeric_limits<long>::max(), "9223372036854775807", kRefusedBase,
+                kRefusedBase);
 }
 
 TEST(TCIMNumericValueImplToString, RealsHaveSixDigitsAndBaseTenAlone) {
-  ExpectPrinted(0.1, "0.1", kRefused, kRefused);
-  ExpectPrinted(0.1f, "0.1", kRefused, kRefused);  // widened, but not beyond the six digits
-  ExpectPrinted(0.0, "0", kRefused, kRefused);
-  ExpectPrinted(-0.0, "-0", kRefused, kRefused);
-  ExpectPrinted(1.0, "1", kRefused, kRefused);
-  ExpectPrinted(3.14159265358979, "3.14159", kRefused, kRefused);
-  ExpectPrinted(123456.0, "123456", kRefused, kRefused);
-  ExpectPrinted(1234567.0, "1.23457e+06", kRefused, kRefused);
-  ExpectPrinted(1234567.0f, "1.23457e+06", kRefused, kRefused);
-  ExpectPrinted(0.0001, "0.0001", kRefused, kRefused);
-  ExpectPrinted(0.00001, "1e-05", kRefused, kRefused);
-  ExpectPrinted(-2.5e-300, "-2.5e-300", kRefused, kRefused);
-  ExpectPrinted(std::numeric_limits<double>::max(), "1.79769e+308", kRefused, kRefused);
-  ExpectPrinted(std::numeric_limits<double>::denorm_min(), "4.94066e-324", kRefused, kRefused);
-  ExpectPrinted(std::numeric_limits<float>::max(), "3.40282e+38", kRefused, kRefused);
-  ExpectPrinted(std::numeric_limits<double>::infinity(), "inf", kRefused, kRefused);
-  ExpectPrinted(-std::numeric_limits<float>::infinity(), "-inf", kRefused, kRefused);
-  ExpectPrinted(std::numeric_limits<double>::quiet_NaN(), "nan", kRefused, kRefused);
+  ExpectPrinted(0.1, "0.1", kRefusedBase, kRefusedBase);
+  ExpectPrinted(0.1f, "0.1", kRefusedBase, kRefusedBase);  // widened, but not beyond the six digits
+  ExpectPrinted(0.0, "0", kRefusedBase, kRefusedBase);
+  ExpectPrinted(-0.0, "-0", kRefusedBase, kRefusedBase);
+  ExpectPrinted(1.0, "1", kRefusedBase, kRefusedBase);
+  ExpectPrinted(3.14159265358979, "3.14159", kRefusedBase, kRefusedBase);
+  ExpectPrinted(123456.0, "123456", kRefusedBase, kRefusedBase);
+  ExpectPrinted(1234567.0, "1.23457e+06", kRefusedBase, kRefusedBase);
+  ExpectPrinted(1234567.0f, "1.23457e+06", kRefusedBase, kRefusedBase);
+  ExpectPrinted(0.0001, "0.0001", kRefusedBase, kRefusedBase);
+  ExpectPrinted(0.00001, "1e-05", kRefusedBase, kRefusedBase);
+  ExpectPrinted(-2.5e-300, "-2.5e-300", kRefusedBase, kRefusedBase);
+  ExpectPrinted(std::numeric_limits<double>::max(), "1.79769e+308", kRefusedBase, kRefusedBase);
+  ExpectPrinted(std::numeric_limits<double>::denorm_min(), "4.94066e-324", kRefusedBase,
+                kRefusedBase);
+  ExpectPrinted(std::numeric_limits<float>::max(), "3.40282e+38", kRefusedBase, kRefusedBase);
+  ExpectPrinted(std::numeric_limits<double>::infinity(), "inf", kRefusedBase, kRefusedBase);
+  ExpectPrinted(-std::numeric_limits<float>::infinity(), "-inf", kRefusedBase, kRefusedBase);
+  ExpectPrinted(std::numeric_limits<double>::quiet_NaN(), "nan", kRefusedBase, kRefusedBase);
 }
 
 TEST(TCIMNumericValueImplToString, NoTypeHasAnotherBase) {
   for (int base = 0; base < 256; ++base) {
     if (base == 8 || base == 10 || base == 16) continue;
-    EXPECT_EQ(Printed(true, base), kRefused) << base;
-    EXPECT_EQ(Printed(static_cast<unsigned char>(1), base), kRefused) << base;
-    EXPECT_EQ(Printed(static_cast<signed char>(1), base), kRefused) << base;
-    EXPECT_EQ(Printed(static_cast<unsigned short>(1), base), kRefused) << base;
-    EXPECT_EQ(Printed(static_cast<short>(1), base), kRefused) << base;
-    EXPECT_EQ(Printed(1u, base), kRefused) << base;
-    EXPECT_EQ(Printed(1, base), kRefused) << base;
-    EXPECT_EQ(Printed(1ul, base), kRefused) << base;
-    EXPECT_EQ(Printed(1l, base), kRefused) << base;
-    EXPECT_EQ(Printed(1.0f, base), kRefused) << base;
-    EXPECT_EQ(Printed(1.0, base), kRefused) << base;
+    EXPECT_EQ(Printed(true, base), kRefusedBase) << base;
+    EXPECT_EQ(Printed(static_cast<unsigned char>(1), base), kRefusedBase) << base;
+    EXPECT_EQ(Printed(static_cast<signed char>(1), base), kRefusedBase) << base;
+    EXPECT_EQ(Printed(static_cast<unsigned short>(1), base), kRefusedBase) << base;
+    EXPECT_EQ(Printed(static_cast<short>(1), base), kRefusedBase) << base;
+    EXPECT_EQ(Printed(1u, base), kRefusedBase) << base;
+    EXPECT_EQ(Printed(1, base), kRefusedBase) << base;
+    EXPECT_EQ(Printed(1ul, base), kRefusedBase) << base;
+    EXPECT_EQ(Printed(1l, base), kRefusedBase) << base;
+    EXPECT_EQ(Printed(1.0f, base), kRefusedBase) << base;
+    EXPECT_EQ(Printed(1.0, base), kRefusedBase) << base;
   }
 }
 
@@ -194,7 +197,7 @@ TEST(TCIMNumericValueImpl, AForeignTagIsRefusedOnceTheBaseIsRight) {
     const char* const refused = tag == 12 ? "kHWXStatusNotImplemented" : "kHWXStatusTypeMismatch";
     for (const int base : {8, 10, 16})
       EXPECT_EQ(PrintedBody(body, base), refused) << tag;
-    EXPECT_EQ(PrintedBody(body, 2), kRefused) << tag;
+    EXPECT_EQ(PrintedBody(body, 2), kRefusedBase) << tag;
   }
 }
 

@@ -12,10 +12,13 @@
 #include "hwxcore/value/TCIMReferenceImpl.h"
 #include "hwxcore/value/TCIMReferenceValueImpl.h"
 #include "hwxcore/value/TCIMValue.h"
+#include "support/ExactMember.h"
 #include "support/SchemaStubs.h"
 
 namespace NQORHWX20 {
 namespace {
+
+using hwxtest::Has;
 
 typedef TCIMReference R;
 typedef TCIMReferenceImpl Body;
@@ -23,12 +26,6 @@ typedef TCIMReferenceValueImpl ValueBody;
 typedef boost::shared_ptr<ICIMNamespace> Namespace;
 typedef boost::shared_ptr<ICIMClass> Class;
 typedef boost::function<bool(std::pair<std::string, TCIMValue>)> KeyCallback;
-
-// `Member` names an operation by its exact type, so that another one doesn't compile.
-template <typename Member>
-constexpr bool Has(Member) {
-  return true;
-}
 
 // The handle.
 static_assert(std::is_constructible_v<R, Namespace, TCIMContext>);

@@ -15,20 +15,16 @@ namespace NQORHWX20 {
 namespace {
 
 using hwxtest::ArrayOf;
+using hwxtest::ByteElements;
 using hwxtest::FailureOf;
 using hwxtest::MakeClassToken;
 using hwxtest::OneOfEachScalar;
 using hwxtest::OneOfEachType;
 using hwxtest::TCIMType;
+using hwxtest::TElements;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
-
-typedef std::vector<TCIMValue> TElements;
-
-TElements Bytes(const std::vector<unsigned char>& numbers) {
-  return TElements(numbers.begin(), numbers.end());
-}
 
 /// Starts from an empty list of log entries and leaves an empty one.
 class TCIMValueArray : public testing::Test {
@@ -47,7 +43,7 @@ class TCIMValueArray : public testing::Test {
 };
 
 TEST_F(TCIMValueArray, HoldsCopiesOfTheElements) {
-  TElements elements = Bytes({1, 2, 3});
+  TElements elements = ByteElements({1, 2, 3});
   const TCIMValue value(TCIMType::kCIMTypeUInt8, 5, elements);
   elements.clear();
   EXPECT_FALSE(value.IsNull());
@@ -59,8 +55,8 @@ TEST_F(TCIMValueArray, HoldsCopiesOfTheElements) {
 }
 
 TEST_F(TCIMValueArray, TakesAScalarTagOrAnArrayTagAlike) {
-  const TCIMValue scalar(TCIMType::kCIMTypeUInt8, 2, Bytes({1}));
-  const TCIMValue array(ArrayOf(TCIMType::kCIMTypeUInt8), 2, Bytes({1}));
+  const TCIMValue scalar(TCIMType::kCIMTypeUInt8, 2, ByteElements({1}));
+  const TCIMValue array(ArrayOf(TCIMType::kCIMTypeUInt8), 2, ByteElements({1}));
   EXPECT_EQ(static_cast<int>(scalar.GetType()), 18);
   EXPECT_EQ(static_cast<int>(array.GetType()), 18);
   EXPECT_TRUE(scalar == array);
@@ -68,10 +64,10 @@ TEST_F(TCIMValueArray, TakesAScalarTagOrAnArrayTagAlike) {
 
 TEST_F(TCIMValueArray, CarriesTheMaximumSizeWithoutEnforcingIt) {
   TCIMValue value;
-  value.Set(TCIMType::kCIMTypeUInt8, 2, Bytes({1, 2, 3}));
+  value.Set(TCIMType::kCIMTypeUInt8, 2, ByteElements({1, 2, 3}));
   EXPECT_EQ(value.GetMaxArraySize(), 2u);
   EXPECT_EQ(value.ToString(10), "{ 1, 2, 3 }");
-  value.Set(TCIMType::kCIMTypeUInt8, 0, Bytes({1}));
+  value.Set(TCIMType::kCIMTypeUInt8, 0, ByteElements({1}));
   EXPECT_EQ(value.GetMaxArraySize(), 0u);
   EXPECT_TRUE(value.IsArray());
 }
@@ -91,7 +87,7 @@ TEST_F(TCIMValueArray, ReplacesWhateverWasThereAndKeepsTheClass) {
     const auto referencedClass = MakeClassToken();
     value.SetReferencedClass(referencedClass);
     value = former;
-    value.Set(TCIMType::kCIMTypeUInt8, 1, Bytes({7}));
+    value.Set(TCIMType::kCIMTypeUInt8, 1, ByteElements({7}));
     EXPECT_EQ(value.ToString(10), "{ 7 }");
     EXPECT_EQ(value.GetReferencedClass(), referencedClass);
   }
@@ -159,7 +155,7 @@ TEST_F(TCIMValueArray, ANullElementOfAnotherTypeIsRefusedToo) {
 }
 
 TEST_F(TCIMValueArray, AnArrayIsNoElementOfAnArrayOfItsType) {
-  const TCIMValue inner(TCIMType::kCIMTypeUInt8, 0, Bytes({1}));
+  const TCIMValue inner(TCIMType::kCIMTypeUInt8, 0, ByteElements({1}));
   EXPECT_EQ(FailureOf([&] { const TCIMValue value(TCIMType::kCIMTypeUInt8, 0, {inner}); }),
             "kHWXStatusInvalidProperty");
   EXPECT_THAT(Log(), ElementsAre(Pair(ILogger::kHWXLogError,
@@ -200,7 +196,7 @@ TEST_F(TCIMValueArray, AnElementThatCannotBeCopiedLeavesANullArray) {
 }
 
 TEST_F(TCIMValueArray, OtherFailuresOfValuesLogNothing) {
-  TCIMValue value(TCIMType::kCIMTypeUInt8, 0, Bytes({1}));
+  TCIMValue value(TCIMType::kCIMTypeUInt8, 0, ByteElements({1}));
   EXPECT_EQ(FailureOf([&] { static_cast<void>(value.operator int()); }), "kHWXStatusTypeMismatch");
   EXPECT_EQ(FailureOf([&] { value.ToString(2); }), "kHWXStatusNotSupported");
   EXPECT_EQ(FailureOf([&] { (void)(value < value); }), "kHWXStatusNotImplemented");
@@ -214,7 +210,7 @@ TEST_F(TCIMValueArray, OtherFailuresOfValuesLogNothing) {
 }
 
 TEST_F(TCIMValueArray, ChangesThroughTheElementsAreSeen) {
-  const TCIMValue value(TCIMType::kCIMTypeUInt8, 2, Bytes({1, 2}));
+  const TCIMValue value(TCIMType::kCIMTypeUInt8, 2, ByteElements({1, 2}));
   TElements& elements = value;
   elements[0] = TCIMValue(static_cast<unsigned char>(9));
   elements.push_back(TCIMValue(static_cast<unsigned char>(3)));
@@ -224,7 +220,7 @@ TEST_F(TCIMValueArray, ChangesThroughTheElementsAreSeen) {
 }
 
 TEST_F(TCIMValueArray, ElementsAddedLaterAreCheckedByNobody) {
-  const TCIMValue value(TCIMType::kCIMTypeUInt8, 0, Bytes({1}));
+  const TCIMValue value(TCIMType::kCIMTypeUInt8, 0, ByteElements({1}));
   TElements& elements = value;
   elements.push_back(TCIMValue("text"));
   elements.push_back(TCIMValue());
@@ -235,7 +231,7 @@ TEST_F(TCIMValueArray, ElementsAddedLaterAreCheckedByNobody) {
 }
 
 TEST_F(TCIMValueArray, CopiesOfAnArrayAreDeep) {
-  const TCIMValue source(TCIMType::kCIMTypeUInt8, 2, Bytes({1, 2}));
+  const TCIMValue source(TCIMType::kCIMTypeUInt8, 2, ByteElements({1, 2}));
   const TCIMValue copy(source);
   TCIMValue assigned;
   assigned = source;
@@ -247,7 +243,7 @@ TEST_F(TCIMValueArray, CopiesOfAnArrayAreDeep) {
 }
 
 TEST_F(TCIMValueArray, CanBeSetFromItsOwnElements) {
-  TCIMValue value(TCIMType::kCIMTypeUInt8, 2, Bytes({1, 2}));
+  TCIMValue value(TCIMType::kCIMTypeUInt8, 2, ByteElements({1, 2}));
   const TElements& elements = value;
   value.Set(TCIMType::kCIMTypeUInt8, 3, elements);
   EXPECT_EQ(value.ToString(10), "{ 1, 2 }");
@@ -255,7 +251,7 @@ TEST_F(TCIMValueArray, CanBeSetFromItsOwnElements) {
 }
 
 TEST_F(TCIMValueArray, CanBeSetFromItsOwnElementsUnderAWrongType) {
-  TCIMValue value(TCIMType::kCIMTypeUInt8, 2, Bytes({1, 2}));
+  TCIMValue value(TCIMType::kCIMTypeUInt8, 2, ByteElements({1, 2}));
   const TElements& elements = value;
   EXPECT_EQ(FailureOf([&] { value.Set(TCIMType::kCIMTypeString, 3, elements); }),
             "kHWXStatusInvalidProperty");
@@ -265,7 +261,7 @@ TEST_F(TCIMValueArray, CanBeSetFromItsOwnElementsUnderAWrongType) {
 }
 
 TEST_F(TCIMValueArray, AnElementCanBeSetFromTheVectorThatHoldsIt) {
-  const TCIMValue value(TCIMType::kCIMTypeUInt8, 2, Bytes({1, 2}));
+  const TCIMValue value(TCIMType::kCIMTypeUInt8, 2, ByteElements({1, 2}));
   TElements& elements = value;
   EXPECT_EQ(FailureOf([&] { elements[0].Set(TCIMType::kCIMTypeUInt8, 0, elements); }),
             "kHWXStatusInvalidProperty");  // the element is an array by then, and so no uint8

@@ -17,8 +17,7 @@ using hwxtest::FailureOf;
 using hwxtest::MakeClassToken;
 using hwxtest::OneOfEachType;
 using hwxtest::TCIMType;
-
-typedef std::vector<TCIMValue> TElements;
+using hwxtest::TElements;
 
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
 
@@ -26,15 +25,15 @@ TCIMValue Byte(unsigned char number) {
   return TCIMValue(number);
 }
 
-TCIMValue Bytes(unsigned int maxArraySize, const TElements& elements) {
+TCIMValue ByteArray(unsigned int maxArraySize, const TElements& elements) {
   return TCIMValue(TCIMType::kCIMTypeUInt8, maxArraySize, elements);
 }
 
-TCIMValue Interval() {
+TCIMValue IntervalValue() {
   return TCIMValue(TCIMDateTime(1, 2, 3, 4, 5));
 }
 
-TCIMValue Timestamp() {
+TCIMValue TimestampValue() {
   return TCIMValue(TCIMDateTime(std::string("20070102030405.000006+060")));
 }
 
@@ -42,11 +41,11 @@ TCIMValue NullCharacter() {
   return TCIMValue(TCIMChar16(std::string("A")));
 }
 
-TCIMValue Character(unsigned short number) {
+TCIMValue CharacterValue(unsigned short number) {
   return TCIMValue(TCIMChar16(number));
 }
 
-TCIMValue NullOf(int tag) {
+TCIMValue NullOfTag(int tag) {
   return TCIMValue(TCIMType(static_cast<TCIMType::ECIMType>(tag)), 0);
 }
 
@@ -94,10 +93,10 @@ TEST(TCIMValueAssignment, OfAScalarLeavesClassAndArraySizeOfTheTarget) {
 }
 
 TEST(TCIMValueAssignment, BetweenEqualArraysKeepsTheTargetsArraySize) {
-  TCIMValue target = Bytes(3, {Byte(1)});
-  target = Bytes(4, {Byte(1)});
+  TCIMValue target = ByteArray(3, {Byte(1)});
+  target = ByteArray(4, {Byte(1)});
   EXPECT_EQ(target.GetMaxArraySize(), 3u);
-  target = Bytes(4, {Byte(2)});
+  target = ByteArray(4, {Byte(2)});
   EXPECT_EQ(target.GetMaxArraySize(), 4u);
   EXPECT_EQ(target.ToString(10), "{ 2 }");
 }
@@ -106,7 +105,7 @@ TEST(TCIMValueAssignment, OfAnArrayLeavesTheTargetsClass) {
   TCIMValue target;
   const auto referencedClass = MakeClassToken();
   target.SetReferencedClass(referencedClass);
-  target = Bytes(4, {Byte(2)});
+  target = ByteArray(4, {Byte(2)});
   EXPECT_EQ(target.GetReferencedClass(), referencedClass);
 }
 
@@ -114,7 +113,7 @@ TEST(TCIMValueAssignment, OfATypedNullMakesTheTargetNull) {
   for (int tag = 1; tag < 32; ++tag) {
     if (tag == 16) continue;
     for (TCIMValue& target : OneOfEachType()) {
-      target = NullOf(tag);
+      target = NullOfTag(tag);
       EXPECT_TRUE(target.IsNull());
       EXPECT_EQ(static_cast<int>(target.GetType()), tag);
     }
@@ -122,7 +121,7 @@ TEST(TCIMValueAssignment, OfATypedNullMakesTheTargetNull) {
 }
 
 TEST(TCIMValueAssignment, OfANullArrayTakesItsArraySizeOver) {
-  TCIMValue target = Bytes(3, {Byte(1)});
+  TCIMValue target = ByteArray(3, {Byte(1)});
   target = TCIMValue(TCIMType(TCIMType::kCIMTypeUInt8), 4);
   EXPECT_TRUE(target.IsNull());
   EXPECT_EQ(target.GetMaxArraySize(), 4u);
@@ -139,14 +138,14 @@ TEST(TCIMValueAssignment, OfTheTagOfArraysAloneIsTreatedAsAnArray) {
 }
 
 TEST(TCIMValueAssignment, OfANullReferenceTakesItsClassOver) {
-  TCIMValue source = NullOf(15);
+  TCIMValue source = NullOfTag(15);
   source.SetReferencedClass(MakeClassToken());
   TCIMValue target(5);
   target = source;
   EXPECT_TRUE(target.IsNull());
   EXPECT_TRUE(target.IsReference());
   EXPECT_EQ(target.GetReferencedClass(), source.GetReferencedClass());
-  target = NullOf(15);  // unequal by its class, which is empty
+  target = NullOfTag(15);  // unequal by its class, which is empty
   EXPECT_FALSE(target.GetReferencedClass());
 }
 
@@ -156,7 +155,7 @@ TEST(TCIMValueAssignment, OfNoTypeLeavesTheTargetWithoutTypeAndBody) {
     EXPECT_TRUE(target.IsNull());
     EXPECT_EQ(target.GetType(), TCIMType::kCIMTypeNone);
   }
-  TCIMValue typedNull = NullOf(6);
+  TCIMValue typedNull = NullOfTag(6);
   EXPECT_EQ(FailureOf([&] { typedNull = TCIMValue(); }), "kHWXStatusTypeMismatch");
   EXPECT_EQ(typedNull.GetType(), TCIMType::kCIMTypeNone);
 }
@@ -169,13 +168,13 @@ TEST(TCIMValueAssignment, OfNoTypeOntoNoTypeChangesNothing) {
 
 TEST(TCIMValueAssignment, OfATagThatNamesNoTypeLeavesThatTagAndNoBody) {
   TCIMValue target("text");
-  EXPECT_EQ(FailureOf([&] { target = NullOf(34); }), "kHWXStatusTypeMismatch");
+  EXPECT_EQ(FailureOf([&] { target = NullOfTag(34); }), "kHWXStatusTypeMismatch");
   EXPECT_TRUE(target.IsNull());
   EXPECT_EQ(static_cast<int>(target.GetType()), 34);
 }
 
 TEST(TCIMValueAssignment, ThatFailsToCopyTheBodyLeavesANullOfTheSourcesType) {
-  const TCIMValue source = Bytes(4, {Byte(1)});
+  const TCIMValue source = ByteArray(4, {Byte(1)});
   TElements& elements = source;
   elements[0].SetNullValue(static_cast<TCIMType::ECIMType>(34), 0);  // can't be copied
   for (TCIMValue& target : OneOfEachType()) {
@@ -187,18 +186,18 @@ TEST(TCIMValueAssignment, ThatFailsToCopyTheBodyLeavesANullOfTheSourcesType) {
 }
 
 TEST(TCIMValueAssignment, BetweenNonNullCharactersChangesNothing) {
-  TCIMValue target = Character(65);
-  target = Character(66);
+  TCIMValue target = CharacterValue(65);
+  target = CharacterValue(66);
   EXPECT_EQ(target.ToString(10), "65");
 }
 
 TEST(TCIMValueAssignment, ThatFailsToCompareLeavesTheTargetUnchanged) {
   const TCIMValue nullDateTime = TCIMValue(TCIMDateTime());
-  const TCIMValue pairs[][2] = {{Interval(), Timestamp()},
-                                {Timestamp(), Interval()},
-                                {Interval(), nullDateTime},
-                                {Timestamp(), nullDateTime},
-                                {Character(65), NullCharacter()}};
+  const TCIMValue pairs[][2] = {{IntervalValue(), TimestampValue()},
+                                {TimestampValue(), IntervalValue()},
+                                {IntervalValue(), nullDateTime},
+                                {TimestampValue(), nullDateTime},
+                                {CharacterValue(65), NullCharacter()}};
   for (const auto& pair : pairs) {
     TCIMValue target(pair[0]);
     EXPECT_EQ(FailureOf([&] { target = pair[1]; }), "kHWXStatusInvalidDateTime");
@@ -209,10 +208,10 @@ TEST(TCIMValueAssignment, ThatFailsToCompareLeavesTheTargetUnchanged) {
 
 TEST(TCIMValueAssignment, OntoANullCharacterOrDateTimeOfTheSameTypeFails) {
   TCIMValue character = NullCharacter();
-  EXPECT_EQ(FailureOf([&] { character = Character(65); }), "kHWXStatusInvalidDateTime");
+  EXPECT_EQ(FailureOf([&] { character = CharacterValue(65); }), "kHWXStatusInvalidDateTime");
   EXPECT_EQ(FailureOf([&] { character.ToString(10); }), "kHWXStatusInvalidDateTime");
   TCIMValue dateTime = TCIMValue(TCIMDateTime());
-  EXPECT_EQ(FailureOf([&] { dateTime = Interval(); }), "kHWXStatusInvalidDateTime");
+  EXPECT_EQ(FailureOf([&] { dateTime = IntervalValue(); }), "kHWXStatusInvalidDateTime");
   EXPECT_TRUE(dateTime.operator TCIMDateTime().IsNull());
   const TCIMValue& itself = dateTime;
   EXPECT_EQ(FailureOf([&] { dateTime = itself; }), "kHWXStatusInvalidDateTime");
@@ -229,16 +228,16 @@ TEST(TCIMValueAssignment, OntoAnotherTypeComparesNothingAndSucceeds) {
 }
 
 TEST(TCIMValueAssignment, BetweenArraysFailsWithTheirElements) {
-  TCIMValue target(TCIMType::kCIMTypeDateTime, 1, {Interval()});
-  const TCIMValue source(TCIMType::kCIMTypeDateTime, 2, {Timestamp()});
+  TCIMValue target(TCIMType::kCIMTypeDateTime, 1, {IntervalValue()});
+  const TCIMValue source(TCIMType::kCIMTypeDateTime, 2, {TimestampValue()});
   EXPECT_EQ(FailureOf([&] { target = source; }), "kHWXStatusInvalidDateTime");
   EXPECT_EQ(target.ToString(10), "{ 00000001020304.000005:000 }");
   EXPECT_EQ(target.GetMaxArraySize(), 1u);
 }
 
 TEST(TCIMValueAssignment, BetweenArraysStopsComparingAtTheFirstDifference) {
-  TCIMValue target(TCIMType::kCIMTypeDateTime, 1, {Interval()});
-  const TCIMValue longer(TCIMType::kCIMTypeDateTime, 2, {Timestamp(), Interval()});
+  TCIMValue target(TCIMType::kCIMTypeDateTime, 1, {IntervalValue()});
+  const TCIMValue longer(TCIMType::kCIMTypeDateTime, 2, {TimestampValue(), IntervalValue()});
   target = longer;
   EXPECT_TRUE(target == longer);
 }
@@ -275,9 +274,9 @@ TEST(TCIMValueAssignment, OfAnArraysOwnElementOntoTheArray) {
 }
 
 TEST(TCIMValueAssignment, OfAnInnerArrayOntoItsOuterArray) {
-  TCIMValue value = Bytes(1, {Byte(0)});
+  TCIMValue value = ByteArray(1, {Byte(0)});
   TElements& outer = value;
-  outer[0] = Bytes(2, {Byte(7), Byte(8)});
+  outer[0] = ByteArray(2, {Byte(7), Byte(8)});
   const TCIMValue& inner = outer[0];
   value = inner;
   EXPECT_EQ(value.ToString(10), "{ 7, 8 }");
@@ -285,7 +284,7 @@ TEST(TCIMValueAssignment, OfAnInnerArrayOntoItsOuterArray) {
 }
 
 TEST(TCIMValueAssignment, OfAnArrayOntoItsOwnElement) {
-  TCIMValue value = Bytes(3, {Byte(1), Byte(2)});
+  TCIMValue value = ByteArray(3, {Byte(1), Byte(2)});
   TElements& elements = value;
   elements[0] = value;  // the element is null already when the array is copied into it
   ASSERT_EQ(elements.size(), 2u);

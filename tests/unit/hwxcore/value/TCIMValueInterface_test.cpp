@@ -21,9 +21,12 @@
 #include "hwxcore/value/TCIMNumericValueImpl.h"
 #include "hwxcore/value/TCIMStringValueImpl.h"
 #include "hwxcore/value/TCIMValue.h"
+#include "support/ExactMember.h"
 
 namespace NQORHWX20 {
 namespace {
+
+using hwxtest::Has;
 
 typedef TCIMValue::TCIMType TCIMType;
 typedef TCIMValue V;
@@ -33,12 +36,6 @@ typedef boost::shared_ptr<ICIMClass> Class;
 
 template <typename Type, typename From>
 constexpr bool kImplicit = std::is_convertible_v<From, Type>;
-
-// `Member` names an overload by its exact type, so that a missing one doesn't compile.
-template <typename Member>
-constexpr bool Has(Member) {
-  return true;
-}
 
 // Types.
 static_assert(std::is_same_v<std::underlying_type_t<TCIMType::ECIMType>, int>);

@@ -92,7 +92,7 @@ void ExpectReadAs(TCIMType type, const std::string& text, Number expected) {
   EXPECT_TRUE(IsSame(number, expected)) << type << " \"" << text << '"';
 }
 
-void ExpectReadAsStreamed(const std::string& text) {
+void ExpectValueReadAsStreamed(const std::string& text) {
   ExpectReadAs(TCIMType::kCIMTypeBoolean, text, StreamedNumber<bool>(text));
   ExpectReadAs(TCIMType::kCIMTypeUInt8, text,
                static_cast<unsigned char>(StreamedNumber<unsigned int>(text)));
@@ -110,7 +110,7 @@ void ExpectReadAsStreamed(const std::string& text) {
 void ExpectRandomTextsReadAsStreamed() {
   std::mt19937_64 generator(3);
   for (int count = 0; count < 10000 && !testing::Test::HasFailure(); ++count)
-    ExpectReadAsStreamed(RandomNumberText(generator));
+    ExpectValueReadAsStreamed(RandomNumberText(generator));
 }
 
 TEST_F(TCIMValueLocale, AnyTextReadsAsInAStream) {

@@ -15,14 +15,13 @@ using hwxtest::MakeClassToken;
 using hwxtest::OneOfEachScalar;
 using hwxtest::OneOfEachType;
 using hwxtest::TCIMType;
-
-typedef std::vector<TCIMValue> TElements;
+using hwxtest::TElements;
 
 TCIMValue NullOf(int tag, unsigned int maxArraySize = 0) {
   return TCIMValue(TCIMType(static_cast<TCIMType::ECIMType>(tag)), maxArraySize);
 }
 
-TCIMValue Bytes(const std::vector<unsigned char>& numbers, unsigned int maxArraySize = 0) {
+TCIMValue LimitedBytes(const std::vector<unsigned char>& numbers, unsigned int maxArraySize = 0) {
   return TCIMValue(TCIMType::kCIMTypeUInt8, maxArraySize,
                    TElements(numbers.begin(), numbers.end()));
 }
@@ -206,18 +205,18 @@ TEST(TCIMValueOrdering, TheClassCountsForNullReferencesAlone) {
 }
 
 TEST(TCIMValueOrdering, ArraysAreEqualByTheirElementsAlone) {
-  EXPECT_TRUE(Bytes({1, 2}, 3) == Bytes({1, 2}, 4));
-  EXPECT_FALSE(Bytes({1, 2}) == Bytes({1, 3}));
-  EXPECT_FALSE(Bytes({1, 2}) == Bytes({2, 1}));
-  EXPECT_FALSE(Bytes({1, 2}) == Bytes({1}));
-  EXPECT_FALSE(Bytes({}) == Bytes({1}));
-  EXPECT_TRUE(Bytes({}) == Bytes({}));
-  EXPECT_TRUE(Bytes({1}) != Bytes({2}));
+  EXPECT_TRUE(LimitedBytes({1, 2}, 3) == LimitedBytes({1, 2}, 4));
+  EXPECT_FALSE(LimitedBytes({1, 2}) == LimitedBytes({1, 3}));
+  EXPECT_FALSE(LimitedBytes({1, 2}) == LimitedBytes({2, 1}));
+  EXPECT_FALSE(LimitedBytes({1, 2}) == LimitedBytes({1}));
+  EXPECT_FALSE(LimitedBytes({}) == LimitedBytes({1}));
+  EXPECT_TRUE(LimitedBytes({}) == LimitedBytes({}));
+  EXPECT_TRUE(LimitedBytes({1}) != LimitedBytes({2}));
 }
 
 TEST(TCIMValueOrdering, ArraysOfOneTypeHaveNoOrder) {
-  const TCIMValue left = Bytes({1});
-  const TCIMValue right = Bytes({2});
+  const TCIMValue left = LimitedBytes({1});
+  const TCIMValue right = LimitedBytes({2});
   const std::string failure = "kHWXStatusNotImplemented";
   EXPECT_EQ(FailureOf([&] { (void)(left < right); }), failure);
   EXPECT_EQ(FailureOf([&] { (void)(left <= right); }), failure);
@@ -226,8 +225,8 @@ TEST(TCIMValueOrdering, ArraysOfOneTypeHaveNoOrder) {
 }
 
 TEST(TCIMValueOrdering, EqualArraysAnswerWhereEqualityIsAskedFirst) {
-  const TCIMValue left = Bytes({1});
-  const TCIMValue right = Bytes({1});
+  const TCIMValue left = LimitedBytes({1});
+  const TCIMValue right = LimitedBytes({1});
   EXPECT_TRUE(left <= right);
   EXPECT_FALSE(left > right);
   EXPECT_EQ(FailureOf([&] { (void)(left < right); }), "kHWXStatusNotImplemented");
@@ -235,9 +234,9 @@ TEST(TCIMValueOrdering, EqualArraysAnswerWhereEqualityIsAskedFirst) {
 }
 
 TEST(TCIMValueOrdering, ArraysOfDifferentTypesAndNullArraysAreOrdered) {
-  ExpectLess(Bytes({9}), TCIMValue(TCIMType::kCIMTypeString, 0, {TCIMValue("a")}));
-  ExpectLess(NullOf(18), Bytes({}));
-  ExpectLess(NullOf(31), Bytes({}));
+  ExpectLess(LimitedBytes({9}), TCIMValue(TCIMType::kCIMTypeString, 0, {TCIMValue("a")}));
+  ExpectLess(NullOf(18), LimitedBytes({}));
+  ExpectLess(NullOf(31), LimitedBytes({}));
 }
 
 }  // namespace

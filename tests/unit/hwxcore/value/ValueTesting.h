@@ -15,6 +15,7 @@
 namespace hwxtest {
 
 typedef NQORHWX20::TCIMValue::TCIMType TCIMType;
+typedef std::vector<NQORHWX20::TCIMValue> TElements;
 
 /// The name of the status with which `operation` fails, "no failure" if it doesn't.
 template <typename Operation>
@@ -31,6 +32,11 @@ std::string FailureOf(Operation operation) {
 inline boost::shared_ptr<NQORHWX20::ICIMClass> MakeClassToken() {
   const auto token = boost::make_shared<std::max_align_t>();
   return {token, reinterpret_cast<NQORHWX20::ICIMClass*>(token.get())};
+}
+
+/// An element of type uint8 for each number.
+inline TElements ByteElements(const std::vector<unsigned char>& numbers) {
+  return TElements(numbers.begin(), numbers.end());
 }
 
 /// The tag with the array flag.

@@ -13,13 +13,12 @@
 #include "providers/container/Bytes.h"
 #include "providers/container/Reader.h"
 #include "providers/container/Writer.h"
+#include "support/Ptr.h"
 
 namespace hwxtest {
 
 using Type = NQORHWX20::TCIMValue::TCIMType;
 
-template <typename T>
-using Ptr = boost::shared_ptr<T>;
 using Namespace = Ptr<NQORHWX20::TMemoryNamespace>;
 
 constexpr Type::ECIMType ArrayOf(Type::ECIMType type) {

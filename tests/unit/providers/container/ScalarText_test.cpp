@@ -29,7 +29,7 @@ TCIMValue Back(const TCIMValue& value) {
 }
 
 // That a value of every type comes back, told by its text: values themselves compare loosely.
-void ExpectRoundTrip(const TCIMValue& value) {
+void ExpectComesBack(const TCIMValue& value) {
   const TCIMValue back = Back(value);
   EXPECT_EQ(back.GetType(), value.GetType());
   EXPECT_FALSE(back.IsNull());
@@ -176,8 +176,8 @@ TEST(ScalarText, DateTimesStandInTheir25Characters) {
   EXPECT_EQ(Printed(TCIMDateTime(2007, 1, 2, 3, 4, 5, 6, 60)), "20070102030405.000006+060");
   EXPECT_EQ(Printed(TCIMDateTime(2007, 1, 2, 3, 4, 5, 6, -90)), "20070102030405.000006-090");
   EXPECT_EQ(Printed(TCIMDateTime(1, 2, 3, 4, 5)), "00000001020304.000005:000");
-  ExpectRoundTrip(TCIMDateTime(2007, 1, 2, 3, 4, 5, 6, -90));
-  ExpectRoundTrip(TCIMDateTime(65535, 23, 59, 59, 999999));
+  ExpectComesBack(TCIMDateTime(2007, 1, 2, 3, 4, 5, 6, -90));
+  ExpectComesBack(TCIMDateTime(65535, 23, 59, 59, 999999));
 }
 
 TEST(ScalarText, DateTimesThatDoNotFitStandAsTheirFields) {
@@ -186,7 +186,7 @@ TEST(ScalarText, DateTimesThatDoNotFitStandAsTheirFields) {
   EXPECT_EQ(Back(interval).operator TCIMDateTime().GetDay(), 65536u);
   const TCIMValue late(TCIMDateTime(12345, 1, 2, 3, 4, 5, 1000000, -1000));
   EXPECT_EQ(Printed(late), "timestamp 12345 1 2 3 4 5 1000000 -1000|fields");
-  ExpectRoundTrip(late);
+  ExpectComesBack(late);
 }
 
 TEST(ScalarText, TheMarkOfPrecisionSurvives) {
@@ -246,7 +246,7 @@ TEST(ScalarText, DoesNotDependOnTheLocale) {
   EXPECT_EQ(Printed(1234.5), "1234.5");
   EXPECT_EQ(Printed(TCIMDateTime(12345, 2, 3, 4, 5)), "00012345020304.000005:000");
   EXPECT_EQ(Printed(TCIMChar16(0x20AC)), "\xE2\x82\xAC");
-  ExpectRoundTrip(1234.5);
+  ExpectComesBack(1234.5);
   std::locale::global(before);
 }
 

@@ -12,21 +12,21 @@ using ::testing::Optional;
 using ::testing::StartsWith;
 using Type = TCIMValue::TCIMType;
 
-constexpr const char* kClass = "QORSG_ComputerSystem";
+constexpr const char* kComputerSystem = "QORSG_ComputerSystem";
 constexpr const char* kFirmwareTexts[] = {"ProductName", "SerialNumber", "Manufacturer", "Version",
                                           "UUID",        "SKUNumber",    "Family"};
 
 class ComputerSystem : public ProviderTest {
  protected:
   std::optional<std::string> Text(const std::string& property) {
-    return ReadText(kClass, property);
+    return ReadText(kComputerSystem, property);
   }
   std::string Tables() { return fDirectory / "sys/firmware/dmi/tables"; }
 };
 
 TEST_F(ComputerSystem, OfARackServerIsKnownInAllParts) {
   MakeRackServer(fDirectory.Path());
-  ASSERT_EQ(List(kClass).size(), 1u);
+  ASSERT_EQ(List(kComputerSystem).size(), 1u);
   EXPECT_EQ(Text("Name"), "rack7");
   EXPECT_EQ(Text("ProductName"), "Example Rack Server 3650 -[7915AC1]-");
   EXPECT_EQ(Text("SerialNumber"), "KQ12345");
@@ -35,23 +35,23 @@ TEST_F(ComputerSystem, OfARackServerIsKnownInAllParts) {
   EXPECT_EQ(Text("UUID"), "04030201-0605-0807-090a-0b0c0d0e0f10");
   EXPECT_EQ(Text("SKUNumber"), "7915AC1-EX");
   EXPECT_EQ(Text("Family"), "Example Rack");
-  EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kClass, "FirmwareStatus"));
+  EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kComputerSystem, "FirmwareStatus"));
 }
 
 TEST_F(ComputerSystem, OfAVirtualMachineHasWhatTheKernelKnows) {
   MakeVirtualMachine(fDirectory.Path());
   EXPECT_EQ(Text("Manufacturer"), "Example Hypervisors");
   EXPECT_EQ(Text("ProductName"), "Virtual Machine 9");
-  EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kClass, "SerialNumber"));
+  EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kComputerSystem, "SerialNumber"));
   EXPECT_EQ(Text("FirmwareStatus"), "no firmware tables: " + Tables() + " is absent");
 }
 
 TEST_F(ComputerSystem, OfAContainerHasANameAndTypedNulls) {
   MakeContainer(fDirectory.Path());
-  ASSERT_EQ(List(kClass).size(), 1u);
+  ASSERT_EQ(List(kComputerSystem).size(), 1u);
   EXPECT_EQ(Text("Name"), "c0ffee");
   for (const char* property : kFirmwareTexts) {
-    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kClass, property)) << property;
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kComputerSystem, property)) << property;
   }
   EXPECT_EQ(Text("FirmwareStatus"), "no firmware tables: " + Tables() + " is absent");
 }
@@ -72,10 +72,10 @@ TEST_F(ComputerSystem, KeepsTheBlanksBehindAProductName) {
 
 TEST_F(ComputerSystem, OfABrokenMachineIsThereAndSaysWhy) {
   MakeBrokenMachine(fDirectory.Path());
-  ASSERT_EQ(List(kClass).size(), 1u);
+  ASSERT_EQ(List(kComputerSystem).size(), 1u);
   EXPECT_EQ(Text("Name"), "(none)");
   for (const char* property : kFirmwareTexts) {
-    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kClass, property)) << property;
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kComputerSystem, property)) << property;
   }
   EXPECT_THAT(Text("FirmwareStatus"), Optional(StartsWith("malformed: " + Tables() + ": ")));
 }
@@ -86,7 +86,7 @@ TEST_F(ComputerSystem, OfALockedMachineTellsUsersThatRootIsNeeded) {
     if (!BecomeUnprivileged()) return 2;
     EXPECT_EQ(Text("FirmwareStatus"), "needs root: " + Tables() + " can't be read");
     EXPECT_EQ(Text("ProductName"), "Example Rack Server 3650 -[7915AC1]-");
-    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kClass, "SerialNumber"));
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kComputerSystem, "SerialNumber"));
     EXPECT_EQ(Text("Name"), "rack7");
     return 0;
   });

@@ -30,10 +30,10 @@ Bytes ChassisFields() {
   return fields;
 }
 
-const std::vector<std::string> kTexts = {"EXMPL", "v2", "5A17", "A-77", "SKU-1"};
+const std::vector<std::string> kChassisTexts = {"EXMPL", "v2", "5A17", "A-77", "SKU-1"};
 
 TChassis ParsedChassis(const Bytes& fields) {
-  return ParseChassis(MadeStructure(3, fields, kTexts).Get(), 0).value();
+  return ParseChassis(MadeStructure(3, fields, kChassisTexts).Get(), 0).value();
 }
 
 std::optional<std::uint16_t> TypeOf(std::uint8_t number) {
@@ -144,7 +144,7 @@ TEST(Board, TellsAllFields) {
 }
 
 TEST(Board, HasNothingOfAStructureWithoutFields) {
-  const TBoard board = ParseBoard(MadeStructure(2, {}, kTexts).Get(), 0).value();
+  const TBoard board = ParseBoard(MadeStructure(2, {}, kChassisTexts).Get(), 0).value();
   EXPECT_FALSE(board.fManufacturer);
   EXPECT_FALSE(board.fHosting);
   EXPECT_FALSE(board.fLocation);

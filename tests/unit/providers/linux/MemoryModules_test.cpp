@@ -31,10 +31,11 @@ Bytes Module() {
   return fields;
 }
 
-const std::vector<std::string> kTexts = {"DIMM A1", "BANK 0", "EXMPL", "5A17", "A-77", "PN-16G"};
+const std::vector<std::string> kModuleTexts = {"DIMM A1", "BANK 0", "EXMPL",
+                                               "5A17",    "A-77",   "PN-16G"};
 
-std::optional<TMemoryModule> Parse(const Bytes& fields,
-                                   const std::vector<std::string>& texts = kTexts) {
+std::optional<TMemoryModule> ParseModule(const Bytes& fields,
+                                         const std::vector<std::string>& texts = kModuleTexts) {
   return ParseMemoryModule(MadeStructure(17, fields, texts).Get(), 3);
 }
 
@@ -42,11 +43,11 @@ std::optional<std::uint64_t> CapacityOf(std::uint64_t size, std::uint64_t wide =
   Bytes fields = Module();
   PutField(fields, 0x0C, 2, size);
   PutField(fields, 0x1C, 4, wide);
-  return Parse(fields).value().fCapacity;
+  return ParseModule(fields).value().fCapacity;
 }
 
 TEST(MemoryModule, TellsAllFields) {
-  const TMemoryModule module = Parse(Module()).value();
+  const TMemoryModule module = ParseModule(Module()).value();
   EXPECT_EQ(module.fTag, "Physical Memory 3");
   EXPECT_EQ(module.fLocator, "DIMM A1");
   EXPECT_EQ(module.fBank, "BANK 0");
@@ -66,21 +67,21 @@ TEST(MemoryModule, TellsAllFields) {
 TEST(MemoryModule, IsNoneInAnEmptySlot) {
   Bytes fields = Module();
   PutField(fields, 0x0C, 2, 0);
-  EXPECT_FALSE(Parse(fields));
+  EXPECT_FALSE(ParseModule(fields));
 }
 
 TEST(MemoryModule, IsNoneWhereTheStructureEndsBeforeItsSize) {
   for (std::size_t size = 0; size < 0x0E - 4; ++size) {
     Bytes fields = Module();
     fields.resize(size);
-    EXPECT_FALSE(Parse(fields)) << size;
+    EXPECT_FALSE(ParseModule(fields)) << size;
   }
 }
 
 TEST(MemoryModule, HasNothingOfFieldsThatOldTablesLack) {
   Bytes fields = Module();
   fields.resize(0x15 - 4);
-  const TMemoryModule module = Parse(fields).value();
+  const TMemoryModule module = ParseModule(fields).value();
   EXPECT_EQ(module.fMemoryType, 26);
   EXPECT_FALSE(module.fMaxSpeed);
   EXPECT_FALSE(module.fConfiguredSpeed);
@@ -106,7 +107,7 @@ TEST(MemoryModule, HasNothingForWhatTheFirmwareDoesNotKnow) {
   PutField(fields, 0x15, 2, 0);
   PutField(fields, 0x20, 2, 0xFFFF);
   PutField(fields, 0x10, 1, 99);
-  const TMemoryModule module = Parse(fields).value();
+  const TMemoryModule module = ParseModule(fields).value();
   EXPECT_FALSE(module.fTotalWidth);
   EXPECT_FALSE(module.fDataWidth);
   EXPECT_FALSE(module.fFormFactor);
@@ -123,7 +124,7 @@ TEST(MemoryModule, HasTheWideSpeedsWhereTheOthersDoNotFit) {
   PutField(fields, 0x20, 2, 0xFFFF);
   PutField(fields, 0x54, 4, 70000);
   PutField(fields, 0x58, 4, 66000);
-  const TMemoryModule module = Parse(fields).value();
+  const TMemoryModule module = ParseModule(fields).value();
   EXPECT_EQ(module.fMaxSpeed, 70000u);
   EXPECT_EQ(module.fConfiguredSpeed, 66000u);
 }
@@ -132,12 +133,12 @@ TEST(MemoryModule, IsOfAnotherKindForNumbersOfTheFuture) {
   Bytes fields = Module();
   PutField(fields, 0x0E, 1, 0xFE);
   PutField(fields, 0x12, 1, 0xFE);
-  EXPECT_EQ(Parse(fields).value().fFormFactor, 1);
-  EXPECT_EQ(Parse(fields).value().fMemoryType, 1);
+  EXPECT_EQ(ParseModule(fields).value().fFormFactor, 1);
+  EXPECT_EQ(ParseModule(fields).value().fMemoryType, 1);
 }
 
 TEST(MemoryModule, KeepsTextsByteForByte) {
-  const TMemoryModule module = Parse(Module(), {" \xFF\xFE ", "BANK 0", "EXMPL  "}).value();
+  const TMemoryModule module = ParseModule(Module(), {" \xFF\xFE ", "BANK 0", "EXMPL  "}).value();
   EXPECT_EQ(module.fLocator, " \xFF\xFE ");
   EXPECT_EQ(module.fManufacturer, "EXMPL  ");
 }

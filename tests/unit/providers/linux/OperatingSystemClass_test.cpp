@@ -9,12 +9,12 @@ namespace {
 using namespace NQORHWX20;
 using Type = TCIMValue::TCIMType;
 
-constexpr const char* kClass = "QORSG_OperatingSystem";
+constexpr const char* kOperatingSystem = "QORSG_OperatingSystem";
 
 class OperatingSystemInstance : public ProviderTest {
  protected:
   std::optional<std::string> Text(const std::string& property) {
-    return ReadText(kClass, property);
+    return ReadText(kOperatingSystem, property);
   }
   void SetBootTime(const std::string& seconds) {
     WriteMachineFile(fDirectory.Path(), "proc/stat", "btime " + seconds + "\n");
@@ -25,45 +25,47 @@ class OperatingSystemInstance : public ProviderTest {
 
 TEST_F(OperatingSystemInstance, OfAWholeMachineIsKnownInAllParts) {
   AddDebian(fDirectory.Path(), "host");
-  ASSERT_EQ(List(kClass).size(), 1u);
+  ASSERT_EQ(List(kOperatingSystem).size(), 1u);
   EXPECT_EQ(Text("Name"), "Debian GNU/Linux");
   EXPECT_EQ(Text("Version"), "12");
   EXPECT_EQ(Text("Description"), "Debian GNU/Linux 12 (bookworm)");
   EXPECT_EQ(Text("KernelRelease"), "6.1.0-13-amd64");
   EXPECT_EQ(Text("LastBootUpTime"), "20231114221320.000000+000");
-  EXPECT_EQ(static_cast<unsigned short>(Read(kClass, "OSType")), 36);
-  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "TotalVisibleMemorySize")), 16777216u);
-  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "FreePhysicalMemory")), 8388608u);
-  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "TotalSwapSpaceSize")), 2097152u);
-  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "TotalVirtualMemorySize")), 18874368u);
-  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "FreeVirtualMemory")), 9437184u);
-  EXPECT_EQ(static_cast<unsigned int>(Read(kClass, "NumberOfUsers")), 2u);
-  EXPECT_EQ(static_cast<unsigned int>(Read(kClass, "NumberOfProcesses")), 3u);
-  EXPECT_EQ(static_cast<unsigned int>(Read(kClass, "MaxNumberOfProcesses")), 4194304u);
+  EXPECT_EQ(static_cast<unsigned short>(Read(kOperatingSystem, "OSType")), 36);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kOperatingSystem, "TotalVisibleMemorySize")),
+            16777216u);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kOperatingSystem, "FreePhysicalMemory")), 8388608u);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kOperatingSystem, "TotalSwapSpaceSize")), 2097152u);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kOperatingSystem, "TotalVirtualMemorySize")),
+            18874368u);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kOperatingSystem, "FreeVirtualMemory")), 9437184u);
+  EXPECT_EQ(static_cast<unsigned int>(Read(kOperatingSystem, "NumberOfUsers")), 2u);
+  EXPECT_EQ(static_cast<unsigned int>(Read(kOperatingSystem, "NumberOfProcesses")), 3u);
+  EXPECT_EQ(static_cast<unsigned int>(Read(kOperatingSystem, "MaxNumberOfProcesses")), 4194304u);
 }
 
 TEST_F(OperatingSystemInstance, OfAnUnknownMachineHasTypedNulls) {
-  ASSERT_EQ(List(kClass).size(), 1u);
+  ASSERT_EQ(List(kOperatingSystem).size(), 1u);
   EXPECT_EQ(Text("Name"), "Linux");
   EXPECT_EQ(Text("OSType"), "36");
   for (const char* property : {"Version", "Description", "KernelRelease"}) {
-    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kClass, property)) << property;
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kOperatingSystem, property)) << property;
   }
   for (const char* property : {"TotalVisibleMemorySize", "FreePhysicalMemory", "TotalSwapSpaceSize",
                                "TotalVirtualMemorySize", "FreeVirtualMemory"}) {
-    EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt64, kClass, property)) << property;
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt64, kOperatingSystem, property)) << property;
   }
   for (const char* property : {"NumberOfUsers", "NumberOfProcesses", "MaxNumberOfProcesses"}) {
-    EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt32, kClass, property)) << property;
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt32, kOperatingSystem, property)) << property;
   }
-  EXPECT_TRUE(IsNullOf(Type::kCIMTypeDateTime, kClass, "LastBootUpTime"));
+  EXPECT_TRUE(IsNullOf(Type::kCIMTypeDateTime, kOperatingSystem, "LastBootUpTime"));
 }
 
 TEST_F(OperatingSystemInstance, SumsThatFitNoFieldAreNull) {
   MakeBrokenMachine(fDirectory.Path());
   EXPECT_EQ(Text("TotalVisibleMemorySize"), "18446744073709551615");
-  EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt64, kClass, "TotalVirtualMemorySize"));
-  EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt64, kClass, "FreeVirtualMemory"));
+  EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt64, kOperatingSystem, "TotalVirtualMemorySize"));
+  EXPECT_TRUE(IsNullOf(Type::kCIMTypeUInt64, kOperatingSystem, "FreeVirtualMemory"));
 }
 
 TEST_F(OperatingSystemInstance, BootTimeHasTheOffsetThatHeldThen) {
@@ -82,7 +84,7 @@ TEST_F(OperatingSystemInstance, BootTimeThatNoDateTimeHoldsIsNull) {
   for (const char* seconds : {"253402300800", "9223372036854775807", "9223372036854775808",
                               "18446744073709551615", "18446744073709551616", "-1"}) {
     SetBootTime(seconds);
-    EXPECT_TRUE(IsNullOf(Type::kCIMTypeDateTime, kClass, "LastBootUpTime")) << seconds;
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeDateTime, kOperatingSystem, "LastBootUpTime")) << seconds;
   }
 }
 
@@ -90,17 +92,17 @@ TEST_F(OperatingSystemInstance, BootTimeMayBeTheEpoch) {
   for (const char* zone : {"UTC0", "CET-1", "EST5"}) {
     fZone.Set(zone);
     SetBootTime("0");
-    EXPECT_FALSE(Read(kClass, "LastBootUpTime").IsNull()) << zone;
+    EXPECT_FALSE(Read(kOperatingSystem, "LastBootUpTime").IsNull()) << zone;
     SetBootTime("1");
-    EXPECT_FALSE(Read(kClass, "LastBootUpTime").IsNull()) << zone;
+    EXPECT_FALSE(Read(kOperatingSystem, "LastBootUpTime").IsNull()) << zone;
   }
 }
 
 TEST_F(OperatingSystemInstance, LocalTimeIsNow) {
   const std::time_t before = std::time(nullptr);
-  const TCIMDateTime now = Read(kClass, "LocalDateTime");
+  const TCIMDateTime now = Read(kOperatingSystem, "LocalDateTime");
   SetBootTime(std::to_string(before));
-  const TCIMDateTime then = Read(kClass, "LastBootUpTime");
+  const TCIMDateTime then = Read(kOperatingSystem, "LastBootUpTime");
   EXPECT_FALSE(now < then);
   const TCIMDateTime elapsed = now - then;
   EXPECT_EQ(elapsed.GetDay() * 24 + elapsed.GetHour(), 0u);
@@ -108,15 +110,15 @@ TEST_F(OperatingSystemInstance, LocalTimeIsNow) {
 
 TEST_F(OperatingSystemInstance, TimeZoneIsThatOfTheLocalTime) {
   fZone.Set("IST-5:30");
-  EXPECT_EQ(static_cast<short>(Read(kClass, "CurrentTimeZone")), 330);
-  EXPECT_EQ(static_cast<TCIMDateTime>(Read(kClass, "LocalDateTime")).GetUTCOffset(), 330);
+  EXPECT_EQ(static_cast<short>(Read(kOperatingSystem, "CurrentTimeZone")), 330);
+  EXPECT_EQ(static_cast<TCIMDateTime>(Read(kOperatingSystem, "LocalDateTime")).GetUTCOffset(), 330);
   fZone.Set("EST5");
-  EXPECT_EQ(static_cast<short>(Read(kClass, "CurrentTimeZone")), -300);
+  EXPECT_EQ(static_cast<short>(Read(kOperatingSystem, "CurrentTimeZone")), -300);
 }
 
 TEST_F(OperatingSystemInstance, TellsItsUnits) {
   const auto units = [this](const std::string& property) {
-    return fNamespace->GetClass(kClass, {})
+    return fNamespace->GetClass(kOperatingSystem, {})
         ->GetPropertyDecl(property, {})
         ->GetQualifier("Units", {})
         ->GetValue({})

@@ -54,8 +54,8 @@ Bytes Socket() {
   return fields;
 }
 
-std::vector<TLogicalProcessor> Parsed(const std::string& text) {
-  return ParseCpuInfo(text).fProcessors;
+std::vector<TProcessor> Packages(const std::string& cpuInfo) {
+  return GroupProcessors(ParseCpuInfo(cpuInfo).fProcessors);
 }
 
 std::optional<TProcessor> ParsedSocket(const Bytes& fields) {
@@ -63,7 +63,7 @@ std::optional<TProcessor> ParsedSocket(const Bytes& fields) {
 }
 
 TEST(Processors, GroupThreadsToCoresAndPackages) {
-  const auto packages = GroupProcessors(Parsed(TwoPackages()));
+  const auto packages = Packages(TwoPackages());
   ASSERT_EQ(packages.size(), 2u);
   for (const TProcessor& package : packages) {
     EXPECT_EQ(package.fEnabledCores, 2);
@@ -81,7 +81,7 @@ TEST(Processors, GroupThreadsToCoresAndPackages) {
 }
 
 TEST(Processors, CountEachAsACoreOfOnePackageWhereNothingIsSaid) {
-  const auto packages = GroupProcessors(Parsed("processor : 0\n\nprocessor : 1\n"));
+  const auto packages = Packages("processor : 0\n\nprocessor : 1\n");
   ASSERT_EQ(packages.size(), 1u);
   EXPECT_EQ(packages[0].fEnabledCores, 2);
   EXPECT_EQ(packages[0].fThreads, 2u);
@@ -135,7 +135,7 @@ TEST(ProcessorSocket, HasTheWideNumbersWhereTheOthersDoNotFit) {
 }
 
 TEST(Processors, TakeWhatTheyMissFromTheirSockets) {
-  auto packages = GroupProcessors(Parsed(TwoPackages()));
+  auto packages = Packages(TwoPackages());
   const TProcessor socket = ParsedSocket(Socket()).value();
   packages = MergeProcessors(packages, {socket, socket});
   EXPECT_EQ(packages[1].fSocket, "CPU 1");
@@ -146,7 +146,7 @@ TEST(Processors, TakeWhatTheyMissFromTheirSockets) {
 }
 
 TEST(Processors, TakeNothingWhereTheSocketsAreOthers) {
-  const auto packages = GroupProcessors(Parsed(TwoPackages()));
+  const auto packages = Packages(TwoPackages());
   const TProcessor socket = ParsedSocket(Socket()).value();
   EXPECT_FALSE(MergeProcessors(packages, {socket})[0].fSocket);
 }

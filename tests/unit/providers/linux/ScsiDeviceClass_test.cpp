@@ -8,13 +8,13 @@ using namespace NQORHWX20;
 using ::testing::ElementsAre;
 using Type = TCIMValue::TCIMType;
 
-constexpr const char* kClass = "QORSG_SCSIDevice";
+constexpr const char* kScsiDevice = "QORSG_SCSIDevice";
 
 class ScsiDeviceInstances : public ProviderTest {
  protected:
   std::vector<std::string> Texts(const std::string& property) {
     std::vector<std::string> texts;
-    for (const auto& instance : List(kClass)) {
+    for (const auto& instance : List(kScsiDevice)) {
       texts.push_back(Value(instance, property).ToString(10));
     }
     return texts;
@@ -34,24 +34,24 @@ TEST_F(ScsiDeviceInstances, AreTheDevicesInTheOrderOfTheirAddresses) {
 
 TEST_F(ScsiDeviceInstances, TellTheirAddressesInNumbers) {
   AddScsiDevice(fDirectory.Path(), {"1:2:3:49409", "0", "V", "P", "R", "sda", ""});
-  EXPECT_EQ(static_cast<unsigned int>(Read(kClass, "HostNumber")), 1u);
-  EXPECT_EQ(static_cast<unsigned int>(Read(kClass, "Channel")), 2u);
-  EXPECT_EQ(static_cast<unsigned int>(Read(kClass, "TargetID")), 3u);
-  EXPECT_EQ(static_cast<unsigned long>(Read(kClass, "LUN")), 49409u);
+  EXPECT_EQ(static_cast<unsigned int>(Read(kScsiDevice, "HostNumber")), 1u);
+  EXPECT_EQ(static_cast<unsigned int>(Read(kScsiDevice, "Channel")), 2u);
+  EXPECT_EQ(static_cast<unsigned int>(Read(kScsiDevice, "TargetID")), 3u);
+  EXPECT_EQ(static_cast<unsigned long>(Read(kScsiDevice, "LUN")), 49409u);
 }
 
 TEST_F(ScsiDeviceInstances, AreNoneWithoutDevices) {
   MakeContainer(fDirectory.Path());
-  EXPECT_EQ(List(kClass).size(), 0u);
+  EXPECT_EQ(List(kScsiDevice).size(), 0u);
 }
 
 TEST_F(ScsiDeviceInstances, HaveTypedNullsForWhatCannotBeRead) {
   MakeBrokenMachine(fDirectory.Path());
-  ASSERT_EQ(List(kClass).size(), 1u);
-  EXPECT_EQ(ReadText(kClass, "DeviceID"), "0:0:0:0");
-  EXPECT_EQ(ReadText(kClass, "Revision"), "A1");
+  ASSERT_EQ(List(kScsiDevice).size(), 1u);
+  EXPECT_EQ(ReadText(kScsiDevice, "DeviceID"), "0:0:0:0");
+  EXPECT_EQ(ReadText(kScsiDevice, "Revision"), "A1");
   for (const char* property : {"DeviceType", "VendorID", "ProductID"}) {
-    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kClass, property)) << property;
+    EXPECT_TRUE(IsNullOf(Type::kCIMTypeString, kScsiDevice, property)) << property;
   }
 }
 
@@ -63,9 +63,9 @@ TEST_F(ScsiDeviceInstances, AreListedThoughTwoClaimTheSameName) {
 
 TEST_F(ScsiDeviceInstances, ComeAndGoWithTheDevices) {
   MakeRackServer(fDirectory.Path());
-  EXPECT_EQ(List(kClass).size(), 4u);
+  EXPECT_EQ(List(kScsiDevice).size(), 4u);
   AddScsiDevice(fDirectory.Path(), {"6:0:0:0", "0", "EXMPL", "USB Stick", "1.0", "sdc", "sg4"});
-  EXPECT_EQ(List(kClass).size(), 5u);
+  EXPECT_EQ(List(kScsiDevice).size(), 5u);
 }
 
 }  // namespace

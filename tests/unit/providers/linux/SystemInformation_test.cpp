@@ -24,8 +24,8 @@ using ::testing::StartsWith;
 using namespace std::string_literals;
 
 // A structure of type 1 with these fields behind its header.
-TSystemInformation Parse(const Bytes& fields, const std::vector<std::string>& strings = {},
-                         int major = 3, int minor = 2) {
+TSystemInformation ParseSystem(const Bytes& fields, const std::vector<std::string>& strings = {},
+                               int major = 3, int minor = 2) {
   const Bytes bytes = SmbiosTables().Add(1, fields, strings).Table();
   return ParseSystemInformation(smbios::TStructure(bytes.data(), fields.size() + 4, bytes.size()),
                                 major, minor);
@@ -35,7 +35,7 @@ std::optional<std::string> ParseUUID(const Bytes& uuid, int major, int minor) {
   Bytes fields(4);
   fields.insert(fields.end(), uuid.begin(), uuid.end());
   fields.push_back(6);  // woken by the power switch
-  return Parse(fields, {}, major, minor).fUUID;
+  return ParseSystem(fields, {}, major, minor).fUUID;
 }
 
 Bytes CountingBytes() {
@@ -52,7 +52,7 @@ TEST(SystemStructure, GivesEachTextItsField) {
   fields[3] = 4;
   fields[21] = 5;
   fields[22] = 6;
-  const TSystemInformation information = Parse(fields, {"m", "p", "v", "s", "sku", "f"});
+  const TSystemInformation information = ParseSystem(fields, {"m", "p", "v", "s", "sku", "f"});
   EXPECT_THAT(information.fManufacturer, Optional("m"s));
   EXPECT_THAT(information.fProductName, Optional("p"s));
   EXPECT_THAT(information.fVersion, Optional("v"s));
@@ -63,12 +63,13 @@ TEST(SystemStructure, GivesEachTextItsField) {
 }
 
 TEST(SystemStructure, TextsKeepTheirBlanksAndBytes) {
-  EXPECT_THAT(Parse({1, 2, 0, 0}, {"   ", " caf\xe9  "}).fManufacturer, Optional("   "s));
-  EXPECT_THAT(Parse({1, 2, 0, 0}, {"   ", " caf\xe9  "}).fProductName, Optional(" caf\xe9  "s));
+  EXPECT_THAT(ParseSystem({1, 2, 0, 0}, {"   ", " caf\xe9  "}).fManufacturer, Optional("   "s));
+  EXPECT_THAT(ParseSystem({1, 2, 0, 0}, {"   ", " caf\xe9  "}).fProductName,
+              Optional(" caf\xe9  "s));
 }
 
 TEST(SystemStructure, NumberZeroAndNumbersOfNoStringAreMissing) {
-  const TSystemInformation information = Parse({0, 3, 255, 2}, {"a", "b"});
+  const TSystemInformation information = ParseSystem({0, 3, 255, 2}, {"a", "b"});
   EXPECT_EQ(information.fManufacturer, std::nullopt);
   EXPECT_EQ(information.fProductName, std::nullopt);
   EXPECT_EQ(information.fVersion, std::nullopt);
@@ -77,20 +78,20 @@ TEST(SystemStructure, NumberZeroAndNumbersOfNoStringAreMissing) {
 
 TEST(SystemStructure, OfAnOlderVersionLacksTheLaterFields) {
   Bytes oldest(4, 1);
-  EXPECT_THAT(Parse(oldest, {"x"}).fSerialNumber, Optional("x"s));
-  EXPECT_EQ(Parse(oldest, {"x"}).fUUID, std::nullopt);
+  EXPECT_THAT(ParseSystem(oldest, {"x"}).fSerialNumber, Optional("x"s));
+  EXPECT_EQ(ParseSystem(oldest, {"x"}).fUUID, std::nullopt);
   Bytes withUUID(21, 1);
-  EXPECT_NE(Parse(withUUID, {"x"}).fUUID, std::nullopt);
-  EXPECT_EQ(Parse(withUUID, {"x"}).fSKUNumber, std::nullopt);
-  EXPECT_EQ(Parse({}, {"x"}).fManufacturer, std::nullopt);
+  EXPECT_NE(ParseSystem(withUUID, {"x"}).fUUID, std::nullopt);
+  EXPECT_EQ(ParseSystem(withUUID, {"x"}).fSKUNumber, std::nullopt);
+  EXPECT_EQ(ParseSystem({}, {"x"}).fManufacturer, std::nullopt);
 }
 
 // The UUID came with the byte that stands behind it.
 TEST(SystemStructure, CutWithinTheFieldsOfAVersionHasNoneOfThem) {
-  EXPECT_EQ(Parse(Bytes(20, 1)).fUUID, std::nullopt);
-  EXPECT_NE(Parse(Bytes(21, 1)).fUUID, std::nullopt);
-  EXPECT_EQ(Parse(Bytes(22, 1), {"x"}).fSKUNumber, std::nullopt);
-  EXPECT_NE(Parse(Bytes(23, 1), {"x"}).fSKUNumber, std::nullopt);
+  EXPECT_EQ(ParseSystem(Bytes(20, 1)).fUUID, std::nullopt);
+  EXPECT_NE(ParseSystem(Bytes(21, 1)).fUUID, std::nullopt);
+  EXPECT_EQ(ParseSystem(Bytes(22, 1), {"x"}).fSKUNumber, std::nullopt);
+  EXPECT_NE(ParseSystem(Bytes(23, 1), {"x"}).fSKUNumber, std::nullopt);
 }
 
 TEST(UUID, HasItsFirstGroupsSwappedFromVersion26On) {

@@ -6,17 +6,14 @@
 
 #include "support/FirmwareFixture.h"
 #include "support/Machines.h"
+#include "unit/apps/hwx/identity/ReasonOf.h"
 
 namespace hwx {
 namespace {
 
 using hwxtest::Bytes;
+using hwxtest::ReasonOf;
 using hwxtest::SmbiosTables;
-
-std::string ReasonOf(const TAnswer<std::string>& answer) {
-  EXPECT_FALSE(answer.fValue) << *answer.fValue;
-  return answer.fReason;
-}
 
 class FirmwareQueries : public hwxtest::FirmwareFixture {
  protected:

@@ -14,7 +14,7 @@ using hwxtest::SmbiosTables;
 using smbios::TTables;
 using ::testing::HasSubstr;
 
-SmbiosTables SomeTables() {
+SmbiosTables FirmwareTables() {
   return SmbiosTables()
       .AddBios("Maker", "[AB12-1.05]", "01/02/2020")
       .Add(200, {9, 9})
@@ -27,7 +27,7 @@ TTables Tables(const Bytes& dump) {
 }
 
 TEST(FirmwareText, HasAParagraphForEachStructure) {
-  EXPECT_EQ(FirmwareText("/x/dump", Tables(SomeTables().Dump64())),
+  EXPECT_EQ(FirmwareText("/x/dump", Tables(FirmwareTables().Dump64())),
             "/x/dump: version 3.2, 64-bit entry point, 4 structures in 81 bytes\n"
             "\nType 0, BIOS Information, handle 0x0000, 54 bytes (24 formatted)\n"
             "  1  Maker\n"
@@ -60,7 +60,7 @@ TEST(FirmwareText, NeverSteersTheTerminal) {
 }
 
 TEST(FirmwareJson, HasAnObjectForEachStructure) {
-  const TJson json = TJson::parse(FirmwareJson("/x/dump", Tables(SomeTables().Dump64())));
+  const TJson json = TJson::parse(FirmwareJson("/x/dump", Tables(FirmwareTables().Dump64())));
   EXPECT_EQ(json["location"], "/x/dump");
   EXPECT_EQ(json["version"], "3.2");
   EXPECT_EQ(json["entryPoint"], "64-bit");
@@ -80,7 +80,7 @@ TEST(FirmwareJson, TellsTheDamageBehindTheStructures) {
   EXPECT_EQ(json["damage"], "structure 1 at byte 7 is shorter than its header");
   EXPECT_EQ(json["size"], 7);
   EXPECT_EQ(json["structures"].size(), 1u);
-  EXPECT_EQ(TJson::parse(FirmwareJson("x", Tables(SomeTables().Dump32())))["damage"], nullptr);
+  EXPECT_EQ(TJson::parse(FirmwareJson("x", Tables(FirmwareTables().Dump32())))["damage"], nullptr);
 }
 
 TEST(FirmwareJson, HasNoEntryPointOfABareTable) {

@@ -5,17 +5,14 @@
 #include <stdexcept>
 
 #include "unit/apps/hwx/identity/MadeMachine.h"
+#include "unit/apps/hwx/identity/ReasonOf.h"
 
 namespace hwx {
 namespace {
 
 using hwxtest::MadeMachine;
+using hwxtest::ReasonOf;
 using NQORHWX20::TCIMValue;
-
-std::string ReasonOf(const TAnswer<std::string>& answer) {
-  EXPECT_FALSE(answer.fValue) << *answer.fValue;
-  return answer.fReason;
-}
 
 TEST(Identity, HoldsWhatTheMachineTells) {
   const TIdentity identity = AskIdentity(MadeMachine().Open());
