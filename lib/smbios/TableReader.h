@@ -17,7 +17,7 @@ namespace smbios {
 std::string TablesLocation(const std::string& root = std::string());
 
 /// Reads the tables from a directory that holds the kernel's files (`smbios_entry_point` and `DMI`)
-/// or from one file as `dmidecode --dump-bin` writes it.
+/// or from one file: as `dmidecode --dump-bin` writes it, or a table alone (`TTables::FromDump`).
 ///
 /// Doesn't throw but for lack of memory: where there are no sound tables, the result's status tells
 /// why, and its `Reason` names the path, in one of these forms:
