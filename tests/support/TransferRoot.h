@@ -41,7 +41,7 @@ class TransferRoot {
       AddLink(core.parent_path() / library, library);
     fEnvironment["LD_LIBRARY_PATH"] = Path();
     fEnvironment["STUB_CURL_TRACE"] = fDirectory / "trace";
-    // What a failed transfer leaves behind is leaked, which is meant.
+    // A failed transfer leaves what it held (docs/contracts.md, curl-left-open), which leaks.
     fEnvironment["ASAN_OPTIONS"] = "detect_leaks=0";
   }
 

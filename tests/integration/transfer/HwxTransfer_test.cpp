@@ -24,7 +24,7 @@ class HwxTransfer : public testing::Test {
     MakeFile(fPasswordFile, FtpServer::Password() + "\n");
     std::filesystem::permissions(fPasswordFile, std::filesystem::perms(0600));
     fHwx.InputFrom("/dev/null");
-    // What a failed transfer leaves behind is leaked, which is meant.
+    // A failed transfer leaves what it held (docs/contracts.md, curl-left-open), which leaks.
     fHwx.Set("ASAN_OPTIONS", "detect_leaks=0");
   }
 
