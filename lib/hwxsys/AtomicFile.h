@@ -11,7 +11,8 @@
 
 namespace hwxsys {
 
-/// What can't be done to a file, without its name: "can't be written: No space left on device".
+/// Why a file can't be written or replaced. The text leaves out the file's name: "can't be written:
+/// No space left on device".
 class TFileError : public std::runtime_error {
  public:
   /// `error`: the operating system's, which is put in words behind `doing`.

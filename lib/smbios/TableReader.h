@@ -30,9 +30,9 @@ std::string TablesLocation(const std::string& root = std::string());
 /// While a `TSnapshot` lives, the answer is what was read first at `location`.
 TTables ReadTables(const std::string& location);
 
-/// One reading of the firmware's tables for many questions: while it lives, `ReadTables` reads each
-/// location once, whoever calls it, and answers from that, also with why there are no tables. So
-/// all answers agree, and who asks much reads little. Without one, each call reads anew.
+/// One reading of the firmware's tables for many questions. While it lives, `ReadTables` reads each
+/// location only once, whoever calls it, and gives the same answer again, also that there are no
+/// tables. So all answers agree, and the files are read once. Without one, each call reads anew.
 ///
 /// Thread-safety: for the process; any number may live at once, on any threads.
 class TSnapshot {

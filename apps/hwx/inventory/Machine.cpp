@@ -39,13 +39,13 @@ NamespacePtr OpenMachine(const TChildLimits& limits) {
     return OpenInChild(open, limits, &ReportError);
   } catch (const TChildLostException& lost) {
     throw TFailure("the provider can't be loaded: " + lost.GetDetail());
-  } catch (const TDetailedException& failure) {  // in the words of those above
+  } catch (const TDetailedException& failure) {  // its detail is the text of a `TFailure` above
     throw TFailure(InWords(failure));
   }
 }
 
 NamespacePtr OpenMachine(const TGlobalOptions& options) {
-  ReadFirmware();  // so that the child needn't
+  ReadFirmware();  // kept by the snapshot, which the child inherits
   const NamespacePtr machine = OpenMachine(options.fLimits);
   WarnOfFirmware(options.fFirmware ? RequireFirmware(options) : ReadFirmware(), options);
   return machine;
