@@ -7,6 +7,7 @@ source_dir=$1 build_dir=$2
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 export HWX_SYSROOT=$scratch/machine
+export CMAKE_GENERATOR=Ninja
 unset LD_LIBRARY_PATH HWX_BOOST_ASSERT
 
 fail() {
