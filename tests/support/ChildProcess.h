@@ -63,6 +63,11 @@ inline bool EnterPrivateMountNamespace() {
   return ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
+/// Whether a child could do so. Not in a root that is no mount, as a plain `chroot` makes it.
+inline bool MayHavePrivateMounts() {
+  return RunInChild([] { return EnterPrivateMountNamespace() ? 0 : kSceneNotAllowed; }) == 0;
+}
+
 /// Mounts an empty file system in memory over a directory.
 inline bool MountTmpfs(const std::string& directory) {
   return ::mount("none", directory.c_str(), "tmpfs", 0, "size=1m") == 0;

@@ -2,7 +2,6 @@
 #define HWXTESTS_SUPPORT_FILESERVERS_H
 
 #include <pwd.h>
-#include <sched.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,6 +13,7 @@
 #include <optional>
 #include <string>
 
+#include "support/ChildProcess.h"
 #include "support/ServerProcess.h"
 #include "support/TemporaryDirectory.h"
 
@@ -61,14 +61,9 @@ class FileServer {
         [this, prepare] { return (!fWays.fHasSmallDisk || MountSmallDisk()) && prepare(); });
   }
 
-  /// For the server's own process only.
-  static bool EnterMountNamespace() {
-    return ::unshare(CLONE_NEWNS) == 0 &&
-           ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-  }
-
+  // For the server's own process only.
   bool MountSmallDisk() const {
-    return EnterMountNamespace() &&
+    return EnterPrivateMountNamespace() &&
            ::mount("none", fHome.c_str(), "tmpfs", 0, "size=1m,mode=777") == 0;
   }
 
@@ -146,6 +141,9 @@ class SftpServer : public FileServer {
   static std::optional<std::string> WhyNot() {
     if (ServerProgram("sshd").empty()) return "sshd isn't installed";
     if (ServerProgram("ssh-keygen").empty()) return "ssh-keygen isn't installed";
+    if (::geteuid() == 0 && !MayHavePrivateMounts()) {
+      return "root's sshd needs a /run of its own, and private mounts aren't allowed here";
+    }
     return std::nullopt;
   }
 
@@ -193,7 +191,7 @@ class SftpServer : public FileServer {
 
   // Root's sshd wants an empty directory below /run, which here only it gets to see.
   static bool HavePlaceForPrivileges() {
-    return EnterMountNamespace() && ::mount("none", "/run", "tmpfs", 0, "size=64k") == 0 &&
+    return EnterPrivateMountNamespace() && ::mount("none", "/run", "tmpfs", 0, "size=64k") == 0 &&
            ::mkdir("/run/sshd", 0755) == 0;
   }
 };
