@@ -4,6 +4,7 @@
 #include "hwxcore/value/TCIMDateTime.h"
 #include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxcore/value/detail/BlockPool.h"
 
 namespace NQORHWX20 {
 
@@ -16,6 +17,14 @@ namespace {
 }  // namespace
 
 TCIMValueImpl::~TCIMValueImpl() = default;
+
+void* TCIMValueImpl::operator new(std::size_t size) {
+  return detail::TakeBlock(size);
+}
+
+void TCIMValueImpl::operator delete(void* body, std::size_t size) noexcept {
+  detail::GiveBlock(body, size);
+}
 
 TCIMValueImpl::operator bool() const {
   Refuse();

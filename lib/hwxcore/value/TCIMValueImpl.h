@@ -1,6 +1,7 @@
 #ifndef HWXCORE_VALUE_TCIMVALUEIMPL_H
 #define HWXCORE_VALUE_TCIMVALUEIMPL_H
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,10 @@ class TCIMValueImpl {
   /// Both take a whole value, since they read its type first.
   virtual bool operator==(const TCIMValue& other) const = 0;
   virtual bool operator<(const TCIMValue& other) const = 0;
+
+  /// Bodies come and go with every value: each thread keeps the memory of some for the next.
+  static void* operator new(std::size_t size);
+  static void operator delete(void* body, std::size_t size) noexcept;
 
  protected:
   TCIMValueImpl() = default;
