@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "hwx/firmware/FirmwareTables.h"
 #include "hwx/inventory/ValueText.h"
 #include "hwx/text/StatusWords.h"
 #include "hwxcore/schema/ICIMClass.h"
@@ -74,10 +75,17 @@ TFound<ICIMProperty> FindProperty(const NamespacePtr& machine, const TQueriedPro
               "the class " + className + " has no property " + queried.fProperty);
 }
 
+// Whether damaged tables tell of the system all the same, in front of the damage.
+bool IsDamagedBehindSystem() {
+  const smbios::TTables tables = ReadFirmware();
+  return !tables.IsSound() && tables.FindFirst(smbios::kTypeSystemInformation);
+}
+
 std::string WhyNull(const NamespacePtr& machine, const TQueriedProperty& queried) {
   const auto status = queried.fIsOfFirmware ? FirmwareStatus(machine) : std::nullopt;
   if (!status) return std::string("the provider gives no ") + queried.fNoun;
-  return status->empty() ? std::string("the firmware tables hold no ") + queried.fNoun : *status;
+  if (!status->empty() && !IsDamagedBehindSystem()) return *status;
+  return std::string("the firmware tables hold no ") + queried.fNoun;
 }
 
 std::optional<std::string> WhyUnreadableOrThrow(const NamespacePtr& machine,

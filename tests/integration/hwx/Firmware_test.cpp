@@ -110,6 +110,17 @@ TEST_F(FirmwareTest, ReadsWhatStandsInFrontOfADamage) {
   EXPECT_EQ(FileText(fScratch / "copy"), FileText(fDump));
 }
 
+TEST_F(FirmwareTest, BlamesNoDamageForWhatSoundStructuresLeaveOut) {
+  SmbiosTables()
+      .AddBios("Maker", "-[A3E105A-1.05]-", "01/02/2020")
+      .AddSystem({"Maker", "Box -[7915AC1]-", "v1", ""})
+      .AddRaw(Bytes(6, 0))
+      .WriteDump(fDump);
+  fHwx.On(MakeContainer(fMachine.Path()));
+  const json answers = fHwx.Run({"--firmware", fDump, "identity", "--json"}).Json();
+  EXPECT_EQ(answers["serialNumber"]["reason"], "the firmware tables hold no serial number");
+}
+
 TEST_F(FirmwareTest, ReadsFewerBytesThanAnnouncedUpToTheEndOfAStructure) {
   const Bytes dump = DamagedTables().Dump32();
   WriteBytes(fDump, Bytes(dump.begin(), dump.begin() + 32 + 120));
