@@ -29,11 +29,24 @@ class ScopedSignal {
   struct sigaction fBefore;
 };
 
-/// Sends this process SIGALRM once, so many milliseconds from now.
-inline void AlarmIn(int milliseconds) {
-  const itimerval timer{{0, 0}, {milliseconds / 1000, milliseconds % 1000 * 1000}};
-  ::setitimer(ITIMER_REAL, &timer, nullptr);
-}
+/// Interrupts this process with SIGALRM again and again while it exists, so that a call that waits
+/// is interrupted whenever it begins to.
+class ScopedAlarms {
+ public:
+  ScopedAlarms() { Ring(10000); }
+  ~ScopedAlarms() { Ring(0); }
+
+  ScopedAlarms(const ScopedAlarms&) = delete;
+  ScopedAlarms& operator=(const ScopedAlarms&) = delete;
+
+ private:
+  static void Ring(suseconds_t microseconds) {
+    const itimerval timer{{0, microseconds}, {0, microseconds}};
+    ::setitimer(ITIMER_REAL, &timer, nullptr);
+  }
+
+  ScopedSignal fHandled{SIGALRM, &ScopedSignal::Ignore};
+};
 
 }  // namespace hwxtest
 

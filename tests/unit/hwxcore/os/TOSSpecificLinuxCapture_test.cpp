@@ -92,9 +92,8 @@ TEST(GetFileContents, FailsWhenASignalInterruptsTheRead) {
   int ends[2];
   ASSERT_EQ(::pipe(ends), 0);
   ASSERT_EQ(::write(ends[1], "early", 5), 5);
-  const hwxtest::ScopedSignal alarm(SIGALRM, &hwxtest::ScopedSignal::Ignore);
+  const hwxtest::ScopedAlarms alarms;
   const ScopedLogCapture log;
-  hwxtest::AlarmIn(300);
   EXPECT_EQ(StatusOf([&] { TOSSpecific::GetFileContents(ends[0], "pipe", true); }),
             NQORHWX20::kHWXStatusFileSystemError);
   EXPECT_THAT(log.Lines(), ElementsAre(Pair("Status", kReadFailed + "pipe")));

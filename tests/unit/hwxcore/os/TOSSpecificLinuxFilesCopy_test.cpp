@@ -1,10 +1,10 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
 #include <thread>
 
@@ -202,32 +202,60 @@ TEST(FileCopy, ThrowsFileSystemErrorOnAReadOnlyFileSystem) {
   });
 }
 
-// A signal cuts the first write short: the pipe holds no more than a page, and its reader is late.
+int BytesIn(int pipe) {
+  int count = 0;
+  ::ioctl(pipe, FIONREAD, &count);
+  return count;
+}
+
+std::string TextFrom(int pipe) {
+  ::fcntl(pipe, F_SETFL, 0);
+  std::string text;
+  char buffer[4096];
+  for (ssize_t size; (size = ::read(pipe, buffer, sizeof buffer)) > 0;)
+    text.append(buffer, static_cast<std::size_t>(size));
+  return text;
+}
+
+int gInterruptions[2];
+
+void TellOfAnInterruption(int) {
+  [[maybe_unused]] const ssize_t written = ::write(gInterruptions[1], "", 1);
+}
+
+// A signal cuts the first write short: the pipe holds no more than a page, and its reader begins
+// when the signal has been handled.
 TEST(FileCopy, LosesWhatAShortWriteLeavesOfItsBlockAndGoesOn) {
-  constexpr std::size_t kPage = 4096;
+  constexpr int kPage = 4096;
   constexpr std::size_t kBlock = 32768;
   const TemporaryDirectory scratch;
   const std::string text = AllBytes(5 * kBlock + 100);
   MakeFile(scratch / "from", text);
   ASSERT_EQ(::mkfifo((scratch / "to").c_str(), 0600), 0);
   const int reader = ::open((scratch / "to").c_str(), O_RDONLY | O_NONBLOCK);
-  ASSERT_EQ(::fcntl(reader, F_SETPIPE_SZ, kPage), static_cast<int>(kPage));
+  ASSERT_EQ(::fcntl(reader, F_SETPIPE_SZ, kPage), kPage);
+  ASSERT_EQ(::pipe(gInterruptions), 0);
   std::string received;
   std::thread lateReader([&] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(900));
-    ::fcntl(reader, F_SETFL, 0);
-    char buffer[kPage];
-    for (ssize_t size; (size = ::read(reader, buffer, kPage)) > 0;)
-      received.append(buffer, static_cast<std::size_t>(size));
+    pid_t writer = 0;
+    EXPECT_EQ(::read(gInterruptions[0], &writer, sizeof writer), static_cast<int>(sizeof writer));
+    while (BytesIn(reader) < kPage)
+      std::this_thread::yield();
+    ::kill(writer, SIGALRM);
+    char interruption;
+    EXPECT_EQ(::read(gInterruptions[0], &interruption, 1), 1);
+    received = TextFrom(reader);
   });
   const int result = RunInChild([&] {
-    const ScopedSignal alarm(SIGALRM, &ScopedSignal::Ignore);
-    hwxtest::AlarmIn(300);
+    const ScopedSignal alarm(SIGALRM, &TellOfAnInterruption);
+    const pid_t self = ::getpid();
+    EXPECT_EQ(::write(gInterruptions[1], &self, sizeof self), static_cast<int>(sizeof self));
     EXPECT_EQ(StatusOfFileCopy(scratch / "from", scratch / "to"), NQORHWX20::kHWXStatusOK);
     return 0;
   });
   lateReader.join();
-  ::close(reader);
+  for (const int descriptor : {reader, gInterruptions[0], gInterruptions[1]})
+    ::close(descriptor);
   EXPECT_EQ(result, 0);
   EXPECT_TRUE(received == text.substr(0, kPage) + text.substr(kBlock)) << received.size();
 }

@@ -178,15 +178,15 @@ void ExpectLogged(const ScopedLogCapture& log, const std::string& failedCall) {
                           Pair("Debug", "ERROR: SpawnProcess - " + failedCall + " call failed!")));
 }
 
-// Spawns a shell that prints its identity first and then sleeps; an alarm interrupts that.
+// Spawns a shell that prints its identity, does what it is told, and then sends its parent alarms.
 void ExpectLeftRunning(const std::string& script, const std::string& failedCall) {
   const ScopedLogCapture log;
   const std::size_t before = OpenDescriptors();
-  hwxtest::AlarmIn(500);
-  const Spawned spawned = SpawnShell(script);
+  const Spawned spawned =
+      SpawnShell("echo $$; " + script + "; while :; do kill -ALRM $PPID; sleep 0.01; done");
   const LeftChild child(spawned.fOutput);
   EXPECT_EQ(spawned.fResult, -1);
-  EXPECT_EQ(child.State(), 'S');
+  EXPECT_TRUE(child.IsRunning());
   EXPECT_EQ(OpenDescriptors(), before);
   ExpectLogged(log, failedCall);
 }
@@ -194,13 +194,13 @@ void ExpectLeftRunning(const std::string& script, const std::string& failedCall)
 TEST(SpawnProcessChild, IsLeftRunningWhenASignalInterruptsTheWait) {
   for (const int flags : {0, SA_RESTART}) {
     const ScopedSignal alarm(SIGALRM, &ScopedSignal::Ignore, flags);
-    ExpectLeftRunning("echo $$; exec sleep 300", "select");
+    ExpectLeftRunning(":", "select");
   }
 }
 
 TEST(SpawnProcessChild, IsGivenUpWhenASignalInterruptsTheWaitForItsEnd) {
   const ScopedSignal alarm(SIGALRM, &ScopedSignal::Ignore);
-  ExpectLeftRunning("echo $$; exec >&- 2>&-; exec sleep 300", "waitpid");
+  ExpectLeftRunning("exec >&- 2>&-", "waitpid");
 }
 
 TEST(SpawnProcessChild, IsNotFoundWhereTheProcessCollectsItsChildrenItself) {
@@ -221,7 +221,8 @@ void CollectChildren(int) {
     continue;
 }
 
-// The handler runs on a thread of its own, so the calling thread's waits aren't interrupted.
+// The handler runs on a thread of its own, so the calling thread's waits aren't interrupted. What
+// the shell leaves behind holds the pipe until the shell has been collected.
 TEST(SpawnProcessChild, IsNotFoundWhereAHandlerWasFaster) {
   const int result = RunInChild([] {
     const ScopedSignal collecting(SIGCHLD, &CollectChildren);
@@ -231,7 +232,8 @@ TEST(SpawnProcessChild, IsNotFoundWhereAHandlerWasFaster) {
     ::sigaddset(&blocked, SIGCHLD);
     ::pthread_sigmask(SIG_BLOCK, &blocked, nullptr);
     const ScopedLogCapture log;
-    const Spawned spawned = SpawnShell("(sleep 0.5; echo late) & exit 0");
+    const Spawned spawned =
+        SpawnShell("(while kill -0 $$ 2>/dev/null; do sleep 0.01; done; echo late) & exit 0");
     EXPECT_EQ(spawned.fResult, -1);
     EXPECT_EQ(spawned.fOutput, "late\n");
     ExpectLogged(log, "waitpid");
@@ -256,7 +258,8 @@ TEST(SpawnProcessChild, IsMadeBehindMoreThanAThousandDescriptors) {
     const Spawned spawned = SpawnShell("echo text; exit 0", 30);
     EXPECT_EQ(spawned.fResult, 0);
     EXPECT_EQ(spawned.fOutput, "text\n");
-    EXPECT_EQ(Spawn("sleep", {"2"}, 0).fResult, -1);
+    EXPECT_EQ(Spawn("sleep", {"1"}, 0).fResult, -1);
+    ::wait(nullptr);
     return 0;
   });
 }

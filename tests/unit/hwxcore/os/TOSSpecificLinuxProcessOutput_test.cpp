@@ -1,10 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+#include <thread>
 
+#include "support/FakePatience.h"
 #include "support/Spawning.h"
 #include "support/TemporaryDirectory.h"
 
+using hwxtest::FakePatience;
+using hwxtest::Gate;
 using hwxtest::Spawn;
 using hwxtest::Spawned;
 using hwxtest::SpawnShell;
@@ -58,8 +63,26 @@ TEST(SpawnProcessOutput, IsWholeHoweverLong) {
 TEST(SpawnProcessOutput, LosesTheRestOfAChunkBehindANulByte) {
   EXPECT_EQ(SpawnShell("printf 'seen\\000lost'").fOutput, "seen");
   EXPECT_EQ(SpawnShell("printf '\\000lost'").fOutput, "");
-  EXPECT_EQ(SpawnShell("printf 'seen\\000lost'; sleep 0.3; printf ' seen too'").fOutput,
-            "seen seen too");
+}
+
+// Opens a gate when the first output has been read.
+class Porter {
+ public:
+  explicit Porter(Gate& gate)
+      : fPatience([&gate](std::size_t inputs) {
+          if (inputs == 1) gate.Open();
+          return false;
+        }) {}
+
+ private:
+  FakePatience fPatience;
+};
+
+TEST(SpawnProcessOutput, GoesOnWithTheNextChunkBehindANulByte) {
+  Gate gate;
+  const Porter porter(gate);
+  const std::string script = "printf 'seen\\000lost'; " + gate.Wait() + "; printf ' seen too'";
+  EXPECT_EQ(SpawnShell(script).fOutput, "seen seen too");
 }
 
 TEST(SpawnProcessOutput, LosesNoMoreThanTheChunkOfTheNulByte) {
@@ -83,24 +106,34 @@ TEST(SpawnProcessOutput, CutsEachChunkAtItsFirstNulByte) {
 }
 
 TEST(SpawnProcessOutput, EndsWithTheLastOfThoseWhoHoldThePipe) {
-  const Spawned spawned = SpawnShell("(sleep 1; echo late) & echo early");
+  Gate gate;
+  const Porter porter(gate);
+  const Spawned spawned = SpawnShell("(" + gate.Wait() + "; echo late) & echo early");
   EXPECT_EQ(spawned.fResult, 0);
   EXPECT_EQ(spawned.fOutput, "early\nlate\n");
-  EXPECT_GE(spawned.fSeconds, 0.9);
 }
 
 TEST(SpawnProcessOutput, DoesNotWaitForABackgroundProcessThatLetThePipeGo) {
-  const Spawned spawned = SpawnShell("sleep 20 >/dev/null 2>&1 & echo $!");
+  const TemporaryDirectory scratch;
+  Gate gate;
+  const std::string ended = scratch / "ended";
+  const Spawned spawned =
+      SpawnShell("(" + gate.Wait() + "; mkdir " + ended + ") >/dev/null 2>&1 & exit 0");
   EXPECT_EQ(spawned.fResult, 0);
-  EXPECT_LT(spawned.fSeconds, 10);
-  ::kill(std::atoi(spawned.fOutput.c_str()), SIGKILL);
+  gate.Open();
+  while (!std::filesystem::exists(ended))
+    std::this_thread::yield();
 }
 
 TEST(SpawnProcessOutput, IsFollowedByAWaitForTheChildWithoutALimit) {
-  const Spawned spawned = SpawnShell("echo text; exec >&- 2>&-; sleep 2.2; exit 0", 1);
+  const FakePatience patience(FakePatience::Never());
+  const TemporaryDirectory scratch;
+  const std::string ended = scratch / "ended";
+  const std::string script = "echo text; exec >&- 2>&-; sleep 1.2; echo >" + ended + "; exit 0";
+  const Spawned spawned = SpawnShell(script, 1);
   EXPECT_EQ(spawned.fResult, 0);
   EXPECT_EQ(spawned.fOutput, "text\n");
-  EXPECT_GE(spawned.fSeconds, 2.1);
+  EXPECT_TRUE(std::filesystem::exists(ended));
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ using hwxtest::ScopedLogCapture;
 using hwxtest::Spawn;
 using hwxtest::Spawned;
 using hwxtest::SpawnShell;
+using hwxtest::SpawnSilent;
 using NQORHWX20::TOSSpecific;
 using testing::ElementsAre;
 using testing::Pair;
@@ -92,7 +93,7 @@ TEST(SpawnProcess, LogsNoFailureOfAChildWithTheDefaultThreshold) {
   const ScopedLogCapture log;
   NQORHWX20::TLogger::SetLogThreshold(NQORHWX20::ILogger::kHWXLogStatus);
   SpawnShell("kill -KILL $$");
-  const hwxtest::LeftChild first(SpawnShell("echo $$; exec sleep 300", 1).fOutput);
+  const hwxtest::LeftChild first(SpawnSilent().fOutput);
   EXPECT_EQ(Spawn("true", {}, -2).fResult, -1);
   ::wait(nullptr);
   EXPECT_THAT(log.Lines(), testing::IsEmpty());

@@ -1,14 +1,22 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <limits>
+#include <thread>
 
 #include "support/Descriptors.h"
+#include "support/FakePatience.h"
+#include "support/FileText.h"
 #include "support/ProgramDirectory.h"
 #include "support/ScopedLogCapture.h"
 #include "support/ScopedSignal.h"
 #include "support/Spawning.h"
+#include "support/TemporaryDirectory.h"
 
+using hwxtest::FakePatience;
+using hwxtest::Gate;
+using hwxtest::HasRunningChild;
 using hwxtest::LeftChild;
 using hwxtest::OpenDescriptors;
 using hwxtest::ProgramDirectory;
@@ -17,30 +25,41 @@ using hwxtest::ScopedSignal;
 using hwxtest::Spawn;
 using hwxtest::Spawned;
 using hwxtest::SpawnShell;
+using hwxtest::SpawnSilent;
+using hwxtest::TemporaryDirectory;
 using NQORHWX20::TOSSpecific;
+using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
 using testing::Pair;
+using testing::SizeIs;
 
 namespace {
 
-// Prints its identity, then nothing for very long.
-constexpr const char* kSilent = "echo $$; exec sleep 300";
+// By the clock of the system, and so without the child's output, which may come late.
+TEST(SpawnProcessTimeOut, StrikesByItself) {
+  const TemporaryDirectory scratch;
+  const std::string name = scratch / "name";
+  const std::string script = "echo $$ >" + name + "-new; mv " + name + "-new " + name;
+  EXPECT_EQ(SpawnShell(script + "; exec sleep 300", 1).fResult, -1);
+  while (!std::filesystem::exists(name))
+    std::this_thread::yield();
+  const LeftChild child(hwxtest::FileText(name));
+  EXPECT_TRUE(child.IsRunning());
+}
 
 TEST(SpawnProcessTimeOut, GivesMinusOneAndLeavesTheSilentChildRunning) {
   const ScopedLogCapture log;
-  const Spawned spawned = SpawnShell(kSilent, 1);
+  const Spawned spawned = SpawnSilent();
   const LeftChild child(spawned.fOutput);
   EXPECT_EQ(spawned.fResult, -1);
-  EXPECT_GE(spawned.fSeconds, 0.99);
-  EXPECT_LT(spawned.fSeconds, 20);
-  EXPECT_EQ(child.State(), 'S');
+  EXPECT_TRUE(child.IsRunning());
   EXPECT_THAT(log.Lines(), ElementsAre(Pair("Debug", "SpawnProcess: process sh"),
                                        Pair("Debug", "ERROR: SpawnProcess - sh TimeOut!")));
 }
 
 TEST(SpawnProcessTimeOut, LeavesTheChildAZombieWhenItEnds) {
-  const Spawned spawned = SpawnShell(kSilent, 1);
-  const LeftChild child(spawned.fOutput);
+  const LeftChild child(SpawnSilent().fOutput);
   child.Kill();
   child.KillingSignal();
   Spawn("true", {});  // collects its own child alone
@@ -49,75 +68,91 @@ TEST(SpawnProcessTimeOut, LeavesTheChildAZombieWhenItEnds) {
 
 TEST(SpawnProcessTimeOut, LeavesTheChildToDieOfItsNextOutput) {
   const ScopedSignal pipe(SIGPIPE, SIG_DFL);
-  const Spawned spawned = SpawnShell("echo $$; sleep 1.5; while :; do echo more; done", 1);
+  const FakePatience patience(FakePatience::After(1));
+  Gate gate;
+  const Spawned spawned =
+      SpawnShell("echo $$; " + gate.Wait() + "; while :; do echo more; done", 1);
   const LeftChild child(spawned.fOutput);
   EXPECT_EQ(spawned.fResult, -1);
+  gate.Open();
   EXPECT_EQ(child.KillingSignal(), SIGPIPE);
 }
 
 TEST(SpawnProcessTimeOut, ClosesTheReadEnd) {
   const std::size_t before = OpenDescriptors();
-  const Spawned spawned = SpawnShell(kSilent, 1);
-  const LeftChild child(spawned.fOutput);
+  const LeftChild child(SpawnSilent().fOutput);
   EXPECT_EQ(OpenDescriptors(), before);
 }
 
 TEST(SpawnProcessTimeOut, KeepsWhatWasCapturedInEveryForm) {
   const ProgramDirectory programs;
-  programs.Add("silent", kSilent);
-  const LeftChild first(TOSSpecific::SpawnProcess("silent", std::vector<std::string>(), 1));
-  EXPECT_EQ(first.State(), 'S');
-  const LeftChild second(TOSSpecific::SpawnProcess("silent", 1));
-  EXPECT_EQ(second.State(), 'S');
+  programs.Add("silent", hwxtest::kSilent);
+  const auto expectLeft = [](auto... arguments) {
+    const FakePatience patience(FakePatience::After(1));
+    const LeftChild child(TOSSpecific::SpawnProcess("silent", arguments..., 1));
+    EXPECT_TRUE(child.IsRunning());
+  };
+  expectLeft(std::vector<std::string>());
+  expectLeft();
 }
 
 TEST(SpawnProcessTimeOut, BeginsAnewWithEachChunk) {
-  const Spawned spawned =
-      SpawnShell("for i in 1 2 3 4; do sleep 0.6; echo $i; done; sleep 0.6; exit 0", 1);
+  const FakePatience patience(FakePatience::Never());
+  const Spawned spawned = SpawnShell("for i in 1 2 3 4; do echo $i; sleep 0.1; done; exit 0", 1);
   EXPECT_EQ(spawned.fResult, 0);
   EXPECT_EQ(spawned.fOutput, "1\n2\n3\n4\n");
-  EXPECT_GE(spawned.fSeconds, 2.9);
+  EXPECT_THAT(patience.Limits(), AllOf(SizeIs(testing::Ge(2U)), Each(1.0)));
 }
 
 TEST(SpawnProcessTimeOut, StrikesAChildThatFallsSilentAfterMuchOutput) {
-  const Spawned spawned = SpawnShell("echo $$; seq 100000; exec sleep 300", 1);
+  const TemporaryDirectory scratch;
+  const std::string isSilent = scratch / "silent";
+  const FakePatience patience([&](std::size_t) { return std::filesystem::exists(isSilent); });
+  const Spawned spawned =
+      SpawnShell("echo $$; seq 100000; mkdir " + isSilent + "; exec sleep 300", 1);
   const LeftChild child(spawned.fOutput);
   EXPECT_EQ(spawned.fResult, -1);
   EXPECT_GT(spawned.fOutput.size(), 500000U);
 }
 
 TEST(SpawnProcessTimeOut, StrikesWhileABackgroundProcessHoldsThePipe) {
-  const Spawned spawned = SpawnShell("sleep 300 & echo $!; exit 0", 1);
-  ::kill(std::atoi(spawned.fOutput.c_str()), SIGKILL);
-  EXPECT_EQ(spawned.fResult, -1);
+  const Gate gate;
+  EXPECT_EQ(SpawnShell(gate.Wait() + " & exit 0", 1).fResult, -1);
+  while (HasRunningChild())
+    std::this_thread::yield();
 }
 
 TEST(SpawnProcessTimeOut, OfZeroPollsOnce) {
   const ScopedLogCapture log;
-  const Spawned spawned = Spawn("sleep", {"2"}, 0);
+  Gate gate;
+  const Spawned spawned = SpawnShell(gate.Wait(), 0);
   EXPECT_EQ(spawned.fResult, -1);
   EXPECT_EQ(spawned.fOutput, "");
-  EXPECT_LT(spawned.fSeconds, 1);
-  EXPECT_THAT(log.Lines(), ElementsAre(Pair("Debug", "SpawnProcess: process sleep"),
-                                       Pair("Debug", "ERROR: SpawnProcess - sleep TimeOut!")));
+  EXPECT_TRUE(HasRunningChild());
+  EXPECT_THAT(log.Lines(), ElementsAre(Pair("Debug", "SpawnProcess: process sh"),
+                                       Pair("Debug", "ERROR: SpawnProcess - sh TimeOut!")));
+  gate.Open();
   ::wait(nullptr);
 }
 
 TEST(SpawnProcessTimeOut, OfMinusOneWaitsAsLongAsItTakes) {
-  const Spawned spawned = SpawnShell("sleep 1.5; echo late", -1);
+  const FakePatience patience(FakePatience::Never());
+  const Spawned spawned = SpawnShell("sleep 0.1; echo late", -1);
   EXPECT_EQ(spawned.fResult, 0);
   EXPECT_EQ(spawned.fOutput, "late\n");
+  EXPECT_THAT(patience.Limits(), Each(-1.0));
 }
 
 TEST(SpawnProcessTimeOut, BelowMinusOneFailsAtOnce) {
   for (const int timeout : {-2, -300, std::numeric_limits<int>::min()}) {
     const ScopedLogCapture log;
-    const Spawned spawned = Spawn("sleep", {"1"}, timeout);
-    EXPECT_EQ(spawned.fResult, -1);
-    EXPECT_LT(spawned.fSeconds, 0.9);
+    Gate gate;
+    EXPECT_EQ(SpawnShell(gate.Wait(), timeout).fResult, -1);
+    EXPECT_TRUE(HasRunningChild());
     EXPECT_THAT(log.Lines(),
-                ElementsAre(Pair("Debug", "SpawnProcess: process sleep"),
+                ElementsAre(Pair("Debug", "SpawnProcess: process sh"),
                             Pair("Debug", "ERROR: SpawnProcess - select call failed!")));
+    gate.Open();
     int status = -1;
     ::wait(&status);
     EXPECT_EQ(status, 0) << "the child was not left alone";
