@@ -82,6 +82,8 @@ class PluginRoot {
 
   void RunFrontEnd(const std::vector<std::string>& steps, const std::string& traceLevel) {
     ::setenv("LD_LIBRARY_PATH", Path().c_str(), 1);
+    // Where a front end that is killed leaves what it would have removed.
+    ::setenv("TMPDIR", fDirectory.Path().c_str(), 1);
     ::unsetenv("QMODULE_LOG_LEVEL");
     if (!traceLevel.empty()) ::setenv("QMODULE_LOG_LEVEL", traceLevel.c_str(), 1);
     if (!std::freopen((fDirectory / "out").c_str(), "w", stdout)) return;

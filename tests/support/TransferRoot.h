@@ -41,6 +41,8 @@ class TransferRoot {
       AddLink(core.parent_path() / library, library);
     fEnvironment["LD_LIBRARY_PATH"] = Path();
     fEnvironment["STUB_CURL_TRACE"] = fDirectory / "trace";
+    // Where a front end that is killed leaves what it would have removed.
+    fEnvironment["TMPDIR"] = fDirectory.Path();
     // A failed transfer leaves what it held (docs/contracts.md, curl-left-open), which leaks.
     fEnvironment["ASAN_OPTIONS"] = "detect_leaks=0";
   }
