@@ -25,6 +25,7 @@ enum EQualifierFlavor : unsigned int {
   kFlavorToSubclass = 1,      ///< Subclasses, and declarations that override, inherit it.
   kFlavorEnableOverride = 2,  ///< Whoever inherits it may give it another value.
   kFlavorTranslatable = 4,    ///< The text may be translated. Carried, read by nothing.
+  kFlavorToInstance = 8,      ///< Instances bear it too. Carried, read by nothing.
   kFlavorDefault = kFlavorToSubclass | kFlavorEnableOverride
 };
 

@@ -26,6 +26,8 @@ TMemoryClass::TMemoryClass(const boost::shared_ptr<TMemoryNamespace>& ns, const 
       fNamespace(ns),
       fName(name),
       fSuperClass(superclass),
+      fDepth(superclass ? superclass->fDepth + 1 : 1),
+      fIsOutside(false),
       fCommitted(false),
       fCommitOrder(0),
       fOpenContents(new detail::TClassContents),
@@ -198,6 +200,10 @@ boost::shared_ptr<TMemoryPropertyDecl> TMemoryClass::FindPropertyDecl(
   return fProperties.Find(name);
 }
 
+std::size_t TMemoryClass::PropertyIndex(const std::string& name) const {
+  return std::min(fProperties.IndexOf(name), fProperties.Items().size());
+}
+
 boost::shared_ptr<ICIMPropertyDecl> TMemoryClass::GetPropertyDecl(const std::string& name,
                                                                   TCIMContext /*context*/) {
   const boost::shared_ptr<TMemoryPropertyDecl> decl = fProperties.Find(name);
@@ -230,9 +236,8 @@ void TMemoryClass::SetStaticPropertyValue(const std::string& name, const TCIMVal
   const boost::shared_ptr<TMemoryPropertyDecl> decl = fProperties.Find(name);
   if (!decl) throw THWXException(kHWXStatusNotFound);
   detail::CheckReferencedClass(value);
-  const boost::shared_ptr<TMemoryProperty> property(
-      new TMemoryProperty(decl, boost::weak_ptr<TMemoryInstance>(), value));
-  property->CheckType(value);
+  decl->CheckFits(value);
+  const boost::shared_ptr<TMemoryProperty> property(new TMemoryProperty(decl, value));
   TNameTable<TMemoryProperty>& statics = Contents()->fStatics;
   if (const boost::shared_ptr<TMemoryProperty> there = statics.Find(name))
     there->Replace(value);
@@ -304,6 +309,24 @@ unsigned int TMemoryClass::GetMethodDeclCount(TCIMContext /*context*/) {
   return static_cast<unsigned int>(fMethods.Items().size());
 }
 
+// Classes outside the namespace.
+
+bool TMemoryClass::HasOutsideAncestor() const {
+  const TMemoryClass* c = fSuperClass.get();
+  while (c && !c->fIsOutside)
+    c = c->fSuperClass.get();
+  return c != nullptr;
+}
+
+void TMemoryClass::DeclareOutsideKey(const std::string& name, TCIMValue::TCIMType type) {
+  if (!fIsOutside || fProperties.Find(name)) throw THWXException(kHWXStatusInvalidOpSequence);
+  CheckCIMName(name);
+  const auto qualifiers = TQualifierTable::Create(fNamespace, nullptr);
+  qualifiers->Close();
+  fProperties.Put(name, boost::shared_ptr<TMemoryPropertyDecl>(new TMemoryPropertyDecl(
+                            weak_from_this(), name, TCIMValue(type, 0), qualifiers, true, true)));
+}
+
 // Instances.
 
 void TMemoryClass::SetInstanceSource(const TInstanceSource& source) {
@@ -314,7 +337,6 @@ boost::shared_ptr<TMemoryInstance> TMemoryClass::NewInstance() {
   if (!fCommitted) throw THWXException(kHWXStatusInvalidOpSequence);
   if (IsAbstract(TCIMContext())) throw THWXException(kHWXStatusInvalidClass);
   const boost::shared_ptr<TMemoryInstance> instance(new TMemoryInstance(shared_from_this()));
-  instance->CreateProperties();
   return instance;
 }
 

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "hwxcore/schema/ICIMClass.h"
+#include "hwxkit/TMemoryPropertyDecl.h"
 #include "hwxkit/TMemoryQualifiedElement.h"
 #include "hwxkit/TNameTable.h"
 
@@ -157,10 +158,29 @@ class TMemoryClass : public TMemoryQualifiedElement<ICIMClass>,
   boost::shared_ptr<TMemoryPropertyDecl> FindPropertyDecl(const std::string& name) const;
   boost::shared_ptr<TMemoryMethodDecl> FindMethodDecl(const std::string& name) const;
 
+  /// All property declarations, in the order of `EnumeratePropertyDecls`. Valid while the class is
+  /// not changed.
+  const std::vector<boost::shared_ptr<TMemoryPropertyDecl> >& PropertyDecls() const {
+    return fProperties.Items();
+  }
+  /// The place of a declaration in `PropertyDecls`, or its size for a name that isn't there.
+  std::size_t PropertyIndex(const std::string& name) const;
+
   /// A new instance that nobody holds, with the default values. Throws
   /// `kHWXStatusInvalidOpSequence` for a class that isn't committed, `kHWXStatusInvalidClass` for
   /// an abstract one.
   boost::shared_ptr<TMemoryInstance> NewInstance();
+
+  /// Whether the namespace has the class only because others refer to it, or bear its name: see
+  /// `TMemoryNamespace::OutsideClass`. One that was derived from its instances says so too.
+  bool IsOutside() const { return fIsOutside; }
+  void SetOutside() { fIsOutside = true; }
+  /// Whether the class descends from one that is outside, so that not all is known that it
+  /// inherits.
+  bool HasOutsideAncestor() const;
+  /// Gives an outside class a key, as references to its instances need it. Throws
+  /// `kHWXStatusInvalidOpSequence` for any other class.
+  void DeclareOutsideKey(const std::string& name, TCIMValue::TCIMType type);
 
  private:
   friend class TMemoryInstance;
@@ -195,6 +215,8 @@ class TMemoryClass : public TMemoryQualifiedElement<ICIMClass>,
   const boost::weak_ptr<TMemoryNamespace> fNamespace;
   const std::string fName;
   const boost::shared_ptr<TMemoryClass> fSuperClass;
+  const unsigned int fDepth;  // 1 for a root class
+  bool fIsOutside;
   bool fCommitted;
   unsigned long fCommitOrder;
   std::vector<boost::weak_ptr<TMemoryClass> > fSubClasses;

@@ -4,6 +4,7 @@
 #include <boost/enable_shared_from_this.hpp>
 #include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,12 @@ namespace NQORHWX20 {
 
 class TMemoryClass;
 class TMemoryProperty;
+class TMemoryPropertyDecl;
+struct TElementNotes;
+
+namespace detail {
+struct TInstanceValues;
+}
 
 /// The kit's instance: every property that its class declares or inherits, in the class's order. It
 /// holds its class strongly. `TMemoryClass::CreateInstance` makes one, with the default values.
@@ -56,18 +63,30 @@ class TMemoryInstance : public ICIMInstance,
   /// does.
   TMemoryInstance& SetNull(const std::string& name);
 
+  /// The places of properties are those of `TMemoryClass::PropertyDecls`.
+  ///
+  /// The value at a place, valid until it is set.
+  const TCIMValue& ValueAt(std::size_t index) const;
+  /// `SetPropertyValue` by the place, which takes the value over.
+  void SetValueAt(std::size_t index, TCIMValue&& value);
+
+  /// What a file says of the property at a place; of the instance itself behind the last place.
+  const TElementNotes& NotesAt(std::size_t index) const;
+  void SetNotesAt(std::size_t index, const TElementNotes& notes);
+
  private:
   friend class TMemoryClass;
   friend class TMemoryNamespace;
 
   explicit TMemoryInstance(const boost::shared_ptr<TMemoryClass>& instanceClass);
 
-  void CreateProperties();
-  boost::shared_ptr<TMemoryProperty> FindProperty(const std::string& name) const;
+  std::size_t IndexOf(const std::string& name) const;
+  boost::shared_ptr<TMemoryProperty> PropertyAt(std::size_t index);
+  void CheckSettable(const TMemoryPropertyDecl& decl, const TCIMValue& value) const;
   std::string KeyText() const;
 
   const boost::shared_ptr<TMemoryClass> fClass;
-  std::vector<boost::shared_ptr<TMemoryProperty> > fProperties;  // in the order of the class's
+  const boost::shared_ptr<detail::TInstanceValues> fValues;
   bool fHeld;
 };
 

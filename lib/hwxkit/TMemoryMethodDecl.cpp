@@ -26,10 +26,12 @@ boost::shared_ptr<TMemoryMethodDecl> TMemoryMethodDecl::InheritedForm() {
   const boost::shared_ptr<TMemoryMethodDecl> form(
       new TMemoryMethodDecl(fClass, fName, fReturnType, fQualifiers->InheritedForm(),
                             boost::shared_ptr<TMemoryMethodDecl>(), true));
+  form->SetNotes(GetNotes());
   for (const auto& parameter : fParameters.Items()) {
     const boost::shared_ptr<TMemoryParameterDecl> parameterForm(new TMemoryParameterDecl(
         form, parameter->fName, parameter->fType, parameter->fQualifiers->InheritedForm()));
     parameterForm->fCommitted = true;
+    parameterForm->SetNotes(parameter->GetNotes());
     form->fParameters.Put(parameter->fName, parameterForm);
   }
   fInheritedForm = form;

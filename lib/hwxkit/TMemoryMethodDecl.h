@@ -8,6 +8,7 @@
 #include <string>
 
 #include "hwxcore/schema/ICIMMethodDecl.h"
+#include "hwxkit/TElementNotes.h"
 #include "hwxkit/TMemoryParameterDecl.h"
 #include "hwxkit/TMemoryQualifiedElement.h"
 #include "hwxkit/TNameTable.h"
@@ -24,6 +25,7 @@ class TMemoryClass;
 ///
 /// Thread-safety: none.
 class TMemoryMethodDecl : public TMemoryQualifiedElement<ICIMMethodDecl>,
+                          public TNotedElement,
                           public boost::enable_shared_from_this<TMemoryMethodDecl> {
  public:
   ~TMemoryMethodDecl() override;

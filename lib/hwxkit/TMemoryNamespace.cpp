@@ -46,16 +46,15 @@ boost::shared_ptr<ICIMClass> TMemoryNamespace::CreateClass(const std::string& na
   if (superclass && (!parent || parent->fNamespace.lock().get() != this))
     throw THWXException(kHWXStatusInvalidClass);
   if (parent && !parent->fCommitted) throw THWXException(kHWXStatusInvalidOpSequence);
-  if (parent && fClasses.Find(parent->fName) != parent)
-    throw THWXException(kHWXStatusInvalidClass);  // deleted
+  if (parent && !Knows(parent)) throw THWXException(kHWXStatusInvalidClass);  // deleted
+  if (parent && parent->fDepth >= kMaxClassDepth) throw THWXException(kHWXStatusNotSupported);
   return boost::shared_ptr<TMemoryClass>(new TMemoryClass(shared_from_this(), name, parent));
 }
 
 void TMemoryNamespace::CommitClass(const boost::shared_ptr<TMemoryClass>& newClass) {
   if (fClasses.Find(newClass->fName)) throw THWXException(kHWXStatusAlreadyExists);
   const boost::shared_ptr<TMemoryClass>& superclass = newClass->fSuperClass;
-  if (superclass && fClasses.Find(superclass->fName) != superclass)
-    throw THWXException(kHWXStatusInvalidClass);
+  if (superclass && !Knows(superclass)) throw THWXException(kHWXStatusInvalidClass);
   fContents[newClass.get()] = newClass->fOpenContents;
   fClasses.Put(newClass->fName, newClass);
   if (superclass) superclass->fSubClasses.push_back(newClass);
@@ -70,6 +69,23 @@ boost::shared_ptr<TMemoryClass> TMemoryNamespace::FindClass(const std::string& n
   return fClasses.Find(name);
 }
 
+boost::shared_ptr<TMemoryClass> TMemoryNamespace::OutsideClass(const std::string& name) {
+  CheckCIMName(name);
+  if (const boost::shared_ptr<TMemoryClass> found = fOutside.Find(name)) return found;
+  const boost::shared_ptr<TMemoryClass> made(
+      new TMemoryClass(shared_from_this(), name, boost::shared_ptr<TMemoryClass>()));
+  made->fOpenContents.reset();
+  made->fIsOutside = true;
+  made->fCommitted = true;
+  fOutside.Put(name, made);
+  return made;
+}
+
+// Whether a class may be the superclass of another.
+bool TMemoryNamespace::Knows(const boost::shared_ptr<TMemoryClass>& parent) const {
+  return fClasses.Find(parent->fName) == parent || fOutside.Find(parent->fName) == parent;
+}
+
 boost::shared_ptr<ICIMClass> TMemoryNamespace::GetClass(const std::string& name,
                                                         TCIMContext context) {
   const boost::shared_ptr<TMemoryClass> found = fClasses.Find(name);
@@ -82,7 +98,8 @@ void TMemoryNamespace::EnumerateClasses(
   if (!Answers(context)) return;
   std::vector<boost::shared_ptr<TMemoryClass> > roots;
   for (const auto& c : fClasses.Items()) {
-    if (!c->fSuperClass) roots.push_back(c);
+    if (!c->fSuperClass || fClasses.Find(c->fSuperClass->fName) != c->fSuperClass)
+      roots.push_back(c);
   }
   detail::Enumerate(roots, callback);
 }
@@ -124,6 +141,17 @@ void TMemoryNamespace::EnumerateQualifierDecls(
     const boost::function<bool(boost::shared_ptr<ICIMQualifierDecl>)>& callback,
     TCIMContext /*context*/) {
   detail::Enumerate(fQualifierDecls.Items(), callback);
+}
+
+void TMemoryNamespace::OrderQualifierDecls(const std::vector<std::string>& names) {
+  TNameTable<TMemoryQualifierDecl> ordered;
+  for (const std::string& name : names) {
+    if (const boost::shared_ptr<TMemoryQualifierDecl> decl = fQualifierDecls.Find(name))
+      ordered.Put(decl->fName, decl);
+  }
+  for (const auto& decl : fQualifierDecls.Items())
+    ordered.Put(decl->fName, decl);
+  fQualifierDecls = ordered;
 }
 
 // Instances.

@@ -42,18 +42,24 @@ class TMemoryNamespace : public ICIMNamespace,
                                                     const std::string& providerName = "");
   ~TMemoryNamespace() override;
 
+  /// How many classes may stand one under the other.
+  static constexpr unsigned int kMaxClassDepth = 1000;
+
   const std::string& GetName(TCIMContext context) override;
+  void SetName(const std::string& name) { fName = name; }
   /// Counts all classes, not only root classes.
   unsigned int GetClassCount(TCIMContext context) override;
   /// Throws `kHWXStatusAlreadyExists`, `kHWXStatusInvalidCIMName`, `kHWXStatusInvalidOpSequence`
   /// for a superclass that isn't committed, `kHWXStatusInvalidClass` for one that isn't in this
-  /// namespace.
+  /// namespace and none of its `OutsideClass`, and `kHWXStatusNotSupported` beyond
+  /// `kMaxClassDepth`.
   boost::shared_ptr<ICIMClass> CreateClass(const std::string& name,
                                            boost::shared_ptr<ICIMClass> superclass,
                                            TCIMContext context) override;
   /// Finds committed classes only.
   boost::shared_ptr<ICIMClass> GetClass(const std::string& name, TCIMContext context) override;
-  /// Presents the root classes in the order of commitment.
+  /// Presents the root classes in the order of commitment, and with them the classes whose
+  /// superclass is outside the namespace.
   void EnumerateClasses(const boost::function<bool(boost::shared_ptr<ICIMClass>)>& callback,
                         TCIMContext context) override;
   /// Removes a class and its instances. Throws `kHWXStatusNotFound`, and
@@ -69,10 +75,13 @@ class TMemoryNamespace : public ICIMNamespace,
                                                            TCIMContext context) override;
   boost::shared_ptr<ICIMQualifierDecl> GetQualifierDecl(const std::string& name,
                                                         TCIMContext context) override;
-  /// In the order of commitment.
+  /// In the order of commitment, unless `OrderQualifierDecls` has changed it.
   void EnumerateQualifierDecls(
       const boost::function<bool(boost::shared_ptr<ICIMQualifierDecl>)>& callback,
       TCIMContext context) override;
+
+  /// Puts the declarations with these names in front of all others, in this order.
+  void OrderQualifierDecls(const std::vector<std::string>& names);
 
   /// `FindInstance` with the class name and the keys of the reference. A reference to a class of
   /// another namespace finds what this one has by those names. Throws `kHWXStatusInvalidReference`
@@ -85,6 +94,12 @@ class TMemoryNamespace : public ICIMNamespace,
 
   /// The committed class of that name, or an empty pointer.
   boost::shared_ptr<TMemoryClass> FindClass(const std::string& name) const;
+
+  /// A class of which no more than the name is known, such as the superclass of a class that came
+  /// without it, or what a reference leads to in another namespace. It isn't among the classes of
+  /// the namespace, but can be a superclass in it, and be referred to. The same for the same name.
+  /// Throws `kHWXStatusInvalidCIMName`.
+  boost::shared_ptr<TMemoryClass> OutsideClass(const std::string& name);
 
   /// The instance of that class, or of a subclass, with those keys, or an empty pointer. The keys
   /// must be all keys of the class, each of the declared type. An added instance is found in
@@ -100,12 +115,14 @@ class TMemoryNamespace : public ICIMNamespace,
   TMemoryNamespace(const std::string& name, const std::string& providerName);
 
   bool Answers(const TCIMContext& context) const;
+  bool Knows(const boost::shared_ptr<TMemoryClass>& parent) const;
   void CommitClass(const boost::shared_ptr<TMemoryClass>& newClass);
   void CommitQualifierDecl(const boost::shared_ptr<TMemoryQualifierDecl>& decl);
 
-  const std::string fName;
+  std::string fName;
   const std::string fProviderName;
   TNameTable<TMemoryClass> fClasses;
+  TNameTable<TMemoryClass> fOutside;
   TNameTable<TMemoryQualifierDecl> fQualifierDecls;
   // Instances and static values may refer back to their class. They are held here and not by the
   // class: otherwise the two would keep each other alive.

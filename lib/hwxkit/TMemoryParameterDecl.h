@@ -7,6 +7,7 @@
 #include <string>
 
 #include "hwxcore/schema/ICIMParameterDecl.h"
+#include "hwxkit/TElementNotes.h"
 #include "hwxkit/TMemoryQualifiedElement.h"
 
 namespace NQORHWX20 {
@@ -18,6 +19,7 @@ class TMemoryMethodDecl;
 ///
 /// Thread-safety: none.
 class TMemoryParameterDecl : public TMemoryQualifiedElement<ICIMParameterDecl>,
+                             public TNotedElement,
                              public boost::enable_shared_from_this<TMemoryParameterDecl> {
  public:
   ~TMemoryParameterDecl() override;

@@ -1,8 +1,11 @@
 #include "hwxkit/TMemoryProperty.h"
 
+#include <boost/make_shared.hpp>
+
 #include "hwxcore/value/THWXException.h"
 #include "hwxkit/TMemoryInstance.h"
 #include "hwxkit/TMemoryPropertyDecl.h"
+#include "hwxkit/detail/InstanceValues.h"
 #include "hwxkit/detail/ReferencedClass.h"
 
 namespace NQORHWX20 {
@@ -15,18 +18,32 @@ typedef TCIMValue::TCIMType TCIMType;
 
 TMemoryProperty::TMemoryProperty(const boost::shared_ptr<TMemoryPropertyDecl>& decl,
                                  const boost::weak_ptr<TMemoryInstance>& instance,
+                                 const boost::shared_ptr<detail::TInstanceValues>& values,
+                                 std::size_t index)
+    : fDecl(decl), fInstance(instance), fValues(values), fIndex(index) {}
+
+TMemoryProperty::TMemoryProperty(const boost::shared_ptr<TMemoryPropertyDecl>& decl,
                                  const TCIMValue& value)
-    : fDecl(decl), fInstance(instance), fValue(new TCIMValue(value)) {}
+    : fDecl(decl), fValues(boost::make_shared<detail::TInstanceValues>(1)), fIndex(0) {
+  Replace(value);
+}
 
 TMemoryProperty::~TMemoryProperty() = default;
 
-void TMemoryProperty::CheckType(const TCIMValue& value) const {
-  if (value.GetType() != fDecl->GetType(TCIMContext())) throw THWXException(kHWXStatusTypeMismatch);
-  detail::CheckRefersTo(fDecl->GetDefaultValue(TCIMContext()).GetReferencedClass(), value);
+const TCIMValue& TMemoryProperty::Value() const {
+  const auto& value = fValues->fValues[fIndex];
+  return value ? *value : fDecl->GetDefaultValue(TCIMContext());
 }
 
 void TMemoryProperty::Replace(const TCIMValue& value) {
-  fValue.reset(new TCIMValue(value));  // copied first: `value` may lie in the old one
+  fValues->fValues[fIndex].reset(new TCIMValue(value));  // copied first: it may lie in the old one
+}
+
+const TElementNotes& TMemoryProperty::GetNotes() const {
+  static const TElementNotes none;
+  if (!fValues->fNotes) return none;
+  const auto found = fValues->fNotes->find(fIndex);
+  return found == fValues->fNotes->end() ? none : found->second;
 }
 
 const std::string& TMemoryProperty::GetName(TCIMContext /*context*/) {
@@ -34,15 +51,15 @@ const std::string& TMemoryProperty::GetName(TCIMContext /*context*/) {
 }
 
 TCIMType TMemoryProperty::GetType(TCIMContext /*context*/) {
-  return fValue->GetType();
+  return Value().GetType();
 }
 
 bool TMemoryProperty::IsNull(TCIMContext /*context*/) {
-  return fValue->IsNull();
+  return Value().IsNull();
 }
 
 const TCIMValue& TMemoryProperty::GetValue(TCIMContext /*context*/) {
-  return *fValue;
+  return Value();
 }
 
 void TMemoryProperty::SetValue(const TCIMValue& value, TCIMContext context) {
@@ -50,7 +67,7 @@ void TMemoryProperty::SetValue(const TCIMValue& value, TCIMContext context) {
     instance->SetPropertyValue(fDecl->GetName(TCIMContext()), value, context);
     return;
   }
-  CheckType(value);
+  fDecl->CheckFits(value);
   detail::CheckReferencedClass(value);
   Replace(value);
 }
@@ -64,46 +81,46 @@ boost::shared_ptr<ICIMPropertyDecl> TMemoryProperty::GetPropertyDecl(TCIMContext
 }
 
 bool TMemoryProperty::GetBooleanValue() {
-  return fValue->operator bool();
+  return Value().operator bool();
 }
 
 unsigned short TMemoryProperty::GetUInt16Value() {
-  return fValue->operator unsigned short();
+  return Value().operator unsigned short();
 }
 
 unsigned int TMemoryProperty::GetUInt32Value() {
-  return fValue->operator unsigned int();
+  return Value().operator unsigned int();
 }
 
 unsigned long TMemoryProperty::GetUInt64Value() {
-  return fValue->operator unsigned long();
+  return Value().operator unsigned long();
 }
 
 int TMemoryProperty::GetSInt32Value() {
-  return fValue->operator int();
+  return Value().operator int();
 }
 
 long TMemoryProperty::GetSInt64Value() {
-  return fValue->operator long();
+  return Value().operator long();
 }
 
 double TMemoryProperty::GetReal64Value() {
-  return fValue->operator double();
+  return Value().operator double();
 }
 
 std::string TMemoryProperty::GetStringValue() {
-  return fValue->operator std::string();
+  return Value().operator std::string();
 }
 
 TCIMDateTime TMemoryProperty::GetDateTimeValue() {
-  return fValue->operator TCIMDateTime();
+  return Value().operator TCIMDateTime();
 }
 
 std::vector<std::string> TMemoryProperty::GetStringArrayValue() {
-  if (fValue->IsNull()) throw THWXException(kHWXStatusValueIsNULL);
-  if (fValue->GetType() != (TCIMType::kCIMTypeString | TCIMType::kCIMTypeArrayFlag))
+  if (Value().IsNull()) throw THWXException(kHWXStatusValueIsNULL);
+  if (Value().GetType() != (TCIMType::kCIMTypeString | TCIMType::kCIMTypeArrayFlag))
     throw THWXException(kHWXStatusTypeMismatch);
-  const std::vector<TCIMValue>& elements = *fValue;
+  const std::vector<TCIMValue>& elements = Value();
   std::vector<std::string> texts;
   texts.reserve(elements.size());
   for (const TCIMValue& element : elements)

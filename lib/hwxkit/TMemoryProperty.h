@@ -3,7 +3,7 @@
 
 #include <boost/shared_ptr.hpp>
 #include <boost/weak_ptr.hpp>
-#include <memory>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -14,9 +14,15 @@ namespace NQORHWX20 {
 class TMemoryClass;
 class TMemoryInstance;
 class TMemoryPropertyDecl;
+struct TElementNotes;
+
+namespace detail {
+struct TInstanceValues;
+}
 
 /// The kit's property: of an instance, or a static one of a class. It holds its declaration
-/// strongly and its instance weakly, and shows the value that was set last.
+/// strongly and its instance weakly, and shows the value that was set last. An instance makes one
+/// whenever it is asked for a property.
 ///
 /// Thread-safety: none.
 class TMemoryProperty : public ICIMProperty {
@@ -51,21 +57,27 @@ class TMemoryProperty : public ICIMProperty {
   /// Also throws `kHWXStatusValueIsNULL` for a null element.
   std::vector<std::string> GetStringArrayValue() override;
 
+  /// What a file said of the property; empty for a static one.
+  const TElementNotes& GetNotes() const;
+
  private:
   friend class TMemoryClass;
   friend class TMemoryInstance;
 
+  /// A property of an instance, which has the place `index` among its values.
   TMemoryProperty(const boost::shared_ptr<TMemoryPropertyDecl>& decl,
-                  const boost::weak_ptr<TMemoryInstance>& instance, const TCIMValue& value);
+                  const boost::weak_ptr<TMemoryInstance>& instance,
+                  const boost::shared_ptr<detail::TInstanceValues>& values, std::size_t index);
+  /// A static property.
+  TMemoryProperty(const boost::shared_ptr<TMemoryPropertyDecl>& decl, const TCIMValue& value);
 
-  void CheckType(const TCIMValue& value) const;
+  const TCIMValue& Value() const;
   void Replace(const TCIMValue& value);
 
   const boost::shared_ptr<TMemoryPropertyDecl> fDecl;
   const boost::weak_ptr<TMemoryInstance> fInstance;
-  // Replaced by a new copy, never assigned to: assignment of values compares first, and takes any
-  // two characters for equal.
-  std::unique_ptr<const TCIMValue> fValue;
+  const boost::shared_ptr<detail::TInstanceValues> fValues;
+  const std::size_t fIndex;
 };
 
 }  // namespace NQORHWX20

@@ -2,6 +2,7 @@
 
 #include "hwxcore/value/THWXException.h"
 #include "hwxkit/TMemoryClass.h"
+#include "hwxkit/detail/ReferencedClass.h"
 
 namespace NQORHWX20 {
 
@@ -24,6 +25,7 @@ boost::shared_ptr<TMemoryPropertyDecl> TMemoryPropertyDecl::InheritedForm() {
   if (!fInheritedForm) {
     fInheritedForm.reset(new TMemoryPropertyDecl(fClass, fName, fDefaultValue,
                                                  fQualifiers->InheritedForm(), IsKey(), true));
+    fInheritedForm->SetNotes(GetNotes());
   }
   return fInheritedForm;
 }
@@ -57,6 +59,11 @@ boost::shared_ptr<ICIMQualifier> TMemoryPropertyDecl::GetQualifier(const std::st
   const boost::shared_ptr<ICIMQualifier> qualifier = fQualifiers->Find(name);
   if (!qualifier) throw THWXException(kHWXStatusNotFound);
   return qualifier;
+}
+
+void TMemoryPropertyDecl::CheckFits(const TCIMValue& value) const {
+  if (value.GetType() != fDefaultValue.GetType()) throw THWXException(kHWXStatusTypeMismatch);
+  detail::CheckRefersTo(fDefaultValue.GetReferencedClass(), value);
 }
 
 bool TMemoryPropertyDecl::IsKey() const {

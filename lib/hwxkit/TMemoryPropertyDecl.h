@@ -7,6 +7,7 @@
 #include <string>
 
 #include "hwxcore/schema/ICIMPropertyDecl.h"
+#include "hwxkit/TElementNotes.h"
 #include "hwxkit/TMemoryQualifiedElement.h"
 
 namespace NQORHWX20 {
@@ -21,6 +22,7 @@ class TMemoryClass;
 ///
 /// Thread-safety: none.
 class TMemoryPropertyDecl : public TMemoryQualifiedElement<ICIMPropertyDecl>,
+                            public TNotedElement,
                             public boost::enable_shared_from_this<TMemoryPropertyDecl> {
  public:
   ~TMemoryPropertyDecl() override;
@@ -40,6 +42,11 @@ class TMemoryPropertyDecl : public TMemoryQualifiedElement<ICIMPropertyDecl>,
   /// Whether the qualifier "Key" is true here or on a declaration that this one overrides: a key
   /// stays one in all subclasses.
   bool IsKey() const;
+
+  /// Throws `kHWXStatusTypeMismatch` for a value of another type than the declared one, null or
+  /// not, and `kHWXStatusInvalidClass` for a reference to another class than the declared one and
+  /// its subclasses, by name.
+  void CheckFits(const TCIMValue& value) const;
 
   /// Whether this is an inherited form.
   bool IsInherited() const { return fInherited; }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "hwxcore/schema/ICIMQualifier.h"
+#include "hwxkit/TElementNotes.h"
 
 namespace NQORHWX20 {
 
@@ -17,6 +18,7 @@ class TQualifierTable;
 ///
 /// Thread-safety: none.
 class TMemoryQualifier : public ICIMQualifier,
+                         public TNotedElement,
                          public boost::enable_shared_from_this<TMemoryQualifier> {
  public:
   ~TMemoryQualifier() override;
@@ -30,17 +32,27 @@ class TMemoryQualifier : public ICIMQualifier,
   boost::shared_ptr<ICIMQualifierDecl> GetQualifierDecl(TCIMContext context) override;
   const TCIMValue& GetValue(TCIMContext context) override;
 
+  /// Bits of `EQualifierFlavor`, by which the qualifier is inherited: those of its declaration,
+  /// unless it was given its own.
+  unsigned int GetFlavor() const { return fFlavor; }
+  /// To be called before the commitment.
+  void SetFlavor(unsigned int flavor) { fFlavor = flavor; }
+
  private:
   friend class TQualifierTable;
 
   TMemoryQualifier(const boost::shared_ptr<ICIMQualifierDecl>& decl, const TCIMValue& value,
                    const boost::weak_ptr<TQualifierTable>& table, bool inherited);
 
+  boost::shared_ptr<TMemoryQualifier> InheritedForm();
+
   const boost::shared_ptr<ICIMQualifierDecl> fDecl;
   const TCIMValue fValue;
   const boost::weak_ptr<TQualifierTable> fTable;  // empty for an inherited one
   const bool fInherited;
   bool fCommitted;
+  unsigned int fFlavor;
+  boost::shared_ptr<TMemoryQualifier> fInheritedForm;  // made when a subclass first needs it
 };
 
 }  // namespace NQORHWX20

@@ -14,7 +14,8 @@ TMemoryQualifierDecl::TMemoryQualifierDecl(const boost::shared_ptr<TMemoryNamesp
       fDefaultValue(defaultValue),
       fScope(scope),
       fFlavor(flavor),
-      fCommitted(false) {}
+      fCommitted(false),
+      fIsOutside(false) {}
 
 TMemoryQualifierDecl::~TMemoryQualifierDecl() = default;
 

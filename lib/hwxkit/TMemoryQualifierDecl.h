@@ -37,6 +37,10 @@ class TMemoryQualifierDecl : public ICIMQualifierDecl,
   /// Bits of `EQualifierFlavor`.
   unsigned int GetFlavor(TCIMContext context) override;
 
+  /// Whether nothing but its use is known of the qualifier: its declaration was left to others.
+  bool IsOutside() const { return fIsOutside; }
+  void SetOutside() { fIsOutside = true; }
+
  private:
   friend class TMemoryNamespace;
 
@@ -49,6 +53,7 @@ class TMemoryQualifierDecl : public ICIMQualifierDecl,
   const unsigned int fScope;
   const unsigned int fFlavor;
   bool fCommitted;
+  bool fIsOutside;
 };
 
 }  // namespace NQORHWX20

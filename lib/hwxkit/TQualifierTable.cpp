@@ -31,14 +31,8 @@ boost::shared_ptr<TQualifierTable> TQualifierTable::InheritedForm() const {
 
 void TQualifierTable::Inherit(const TQualifierTable& inherited) {
   for (const auto& qualifier : inherited.fQualifiers.Items()) {
-    const auto& decl = qualifier->fDecl;
-    if ((decl->GetFlavor(TCIMContext()) & kFlavorToSubclass) == 0) continue;
-    boost::shared_ptr<TMemoryQualifier> form = qualifier;
-    if (!form->fInherited) {
-      form.reset(
-          new TMemoryQualifier(decl, qualifier->fValue, boost::weak_ptr<TQualifierTable>(), true));
-    }
-    fQualifiers.Put(decl->GetName(TCIMContext()), form);
+    if ((qualifier->fFlavor & kFlavorToSubclass) == 0) continue;
+    fQualifiers.Put(qualifier->fDecl->GetName(TCIMContext()), qualifier->InheritedForm());
   }
 }
 
@@ -62,7 +56,7 @@ void TQualifierTable::CheckFree(const std::string& name, const TCIMValue& value)
   const boost::shared_ptr<TMemoryQualifier> there = fQualifiers.Find(name);
   if (!there) return;
   if (!there->fInherited) throw THWXException(kHWXStatusAlreadyExists);
-  const bool overridable = (there->fDecl->GetFlavor(TCIMContext()) & kFlavorEnableOverride) != 0;
+  const bool overridable = (there->fFlavor & kFlavorEnableOverride) != 0;
   if (!overridable && detail::ContentText(value) != detail::ContentText(there->fValue))
     throw THWXException(kHWXStatusNotOverridable);
 }
