@@ -1,12 +1,31 @@
 #ifndef HWXKIT_ICONTAINERSOURCE_H
 #define HWXKIT_ICONTAINERSOURCE_H
 
+#include <boost/function.hpp>
 #include <boost/shared_ptr.hpp>
+#include <cstdint>
 #include <string>
 
 #include "hwxkit/INamespaceSource.h"
 
 namespace NQORHWX20 {
+
+/// How a container is loaded.
+struct TContainerLoading {
+  /// Which of several namespaces in a file, with or without its host; empty for the only one.
+  std::string fNamespace;
+  /// Bytes of memory that the content may take.
+  std::uint64_t fMaxMemory = std::uint64_t{1} << 30;
+  /// Takes what a file leaves to others and the like, a line at a time without its end. Without it
+  /// the lines go to the log as warnings.
+  boost::function<void(const std::string&)> fWarn;
+};
+
+/// The languages in which a container can be written.
+enum EContainerLanguage {
+  kContainerXML,  ///< CIM-XML, as in files.
+  kContainerMOF   ///< The Managed Object Format.
+};
 
 /// A provider of containers: namespaces in memory that are kept as files. Front ends find the one
 /// of this system in the registry as "container":
@@ -28,6 +47,8 @@ namespace NQORHWX20 {
 /// - `kHWXStatusFileSystemError`: another failure of the file system, such as a full disk.
 /// - `kHWXStatusInvalidGzipFile`: the name says compressed, and the file isn't.
 /// - `kHWXStatusCorruptGzipFile`: the compressed data is damaged, cut off or goes on.
+/// - `kHWXStatusNotFound`: a file holds several namespaces and none was chosen, or not the one that
+///   was.
 /// - `kHWXStatusVersionMismatch`: the file is of another major version of CIM-XML.
 /// - `kHWXStatusCorruptedContainer`: the file is malformed, or says what can't be.
 /// - `kHWXStatusInvalidClass`, `kHWXStatusInvalidProperty`, `kHWXStatusNotSupported`: for saving,
@@ -56,6 +77,8 @@ class IContainerSource : public INamespaceSource {
 
   /// The container that a file holds; the caller owns it, and it has no ties to the file.
   virtual boost::shared_ptr<ICIMNamespace> LoadContainer(const std::string& path) = 0;
+  virtual boost::shared_ptr<ICIMNamespace> LoadContainer(const std::string& path,
+                                                         const TContainerLoading& loading) = 0;
 
   /// Writes a namespace to a file, which is there whole or not at all: whatever goes wrong, a file
   /// that was there stays as it was. `ns` may be any namespace of the kit; of live classes the
@@ -66,6 +89,12 @@ class IContainerSource : public INamespaceSource {
   /// The text of the file that `SaveContainer` would write, if its name doesn't end in ".gz". Fails
   /// as that does.
   virtual std::string ContainerText(const boost::shared_ptr<ICIMNamespace>& ns) = 0;
+
+  /// Writes a namespace piece by piece, each handed to `sink` as it comes. Fails as `SaveContainer`
+  /// does; what the sink throws passes through.
+  virtual void WriteContainer(const boost::shared_ptr<ICIMNamespace>& ns,
+                              EContainerLanguage language,
+                              const boost::function<void(const std::string&)>& sink) = 0;
 };
 
 }  // namespace NQORHWX20

@@ -37,8 +37,15 @@ std::size_t TMemorySource::Read(char* buffer, std::size_t size) {
 
 // Expanding.
 
-TGunzipSource::TGunzipSource(TByteSource& compressed, const std::string& name)
-    : fCompressed(compressed), fName(name), fBuffer(kBufferSize), fTaken(0), fAtEnd(false) {
+TGunzipSource::TGunzipSource(TByteSource& compressed, const std::string& name,
+                             const TLimits& limits)
+    : fCompressed(compressed),
+      fName(name),
+      fBuffer(kBufferSize),
+      fLimits(limits),
+      fTaken(0),
+      fExpanded(0),
+      fAtEnd(false) {
   fStream = z_stream();
   if (::inflateInit2(&fStream, kGzipWindow) != Z_OK) throw std::bad_alloc();
 }
@@ -78,6 +85,16 @@ void TGunzipSource::CheckEnd() {
     Fail("there is more behind the end of the compressed data");
 }
 
+// What was written by a machine about a machine repeats itself, but not a thousand times.
+void TGunzipSource::CheckExpansion(std::size_t count) {
+  fExpanded += count;
+  if (fExpanded <= fLimits.fExpansionFree) return;
+  if (fExpanded - fLimits.fExpansionFree > (fTaken - fStream.avail_in) * fLimits.fExpansion) {
+    Fail("each byte stands for more than " + std::to_string(fLimits.fExpansion) +
+         " bytes of the document, which is the limit");
+  }
+}
+
 std::size_t TGunzipSource::Read(char* buffer, std::size_t size) {
   const uInt wanted = Length(size);
   fStream.next_out = Address(buffer);
@@ -91,6 +108,7 @@ std::size_t TGunzipSource::Read(char* buffer, std::size_t size) {
     else if (result != Z_OK && result != Z_BUF_ERROR)
       Fail("the compressed data is damaged");
   }
+  CheckExpansion(wanted - fStream.avail_out);
   return wanted - fStream.avail_out;
 }
 

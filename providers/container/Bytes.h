@@ -12,6 +12,8 @@
 #include <string_view>
 #include <vector>
 
+#include "providers/container/Limits.h"
+
 namespace container {
 
 /// How many bytes are read, packed or written at once.
@@ -57,10 +59,11 @@ class TStringSink : public TByteSink {
 /// Expands what a gzip file holds, one compressed stream and nothing behind it. `name` is the
 /// file's in messages. Throws `TContainerException` with `kHWXStatusInvalidGzipFile` for a file
 /// that isn't one and `kHWXStatusCorruptGzipFile` for a damaged one, also one that is cut off or
-/// goes on.
+/// goes on, or expands beyond `limits`.
 class TGunzipSource : public TByteSource {
  public:
-  TGunzipSource(TByteSource& compressed, const std::string& name);
+  TGunzipSource(TByteSource& compressed, const std::string& name,
+                const TLimits& limits = TLimits());
   ~TGunzipSource() override;
   TGunzipSource(const TGunzipSource&) = delete;
   TGunzipSource& operator=(const TGunzipSource&) = delete;
@@ -71,12 +74,15 @@ class TGunzipSource : public TByteSource {
   bool Refill();
   void CheckHead();
   void CheckEnd();
+  void CheckExpansion(std::size_t count);
   [[noreturn]] void Fail(const std::string& why) const;
 
   TByteSource& fCompressed;
   const std::string fName;
   std::vector<char> fBuffer;
-  std::uint64_t fTaken;  // bytes of the file in the buffer and in front of it
+  const TLimits fLimits;
+  std::uint64_t fTaken;     // bytes of the file in the buffer and in front of it
+  std::uint64_t fExpanded;  // bytes that they gave
   bool fAtEnd;
   z_stream fStream;
 };

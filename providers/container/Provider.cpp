@@ -3,6 +3,7 @@
 
 #include <boost/make_shared.hpp>
 #include <string>
+#include <string_view>
 
 #include "hwxcore/diagnostics/ILogger.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
@@ -11,7 +12,9 @@
 #include "hwxkit/TContainerException.h"
 #include "hwxkit/TMemoryNamespace.h"
 #include "hwxkit/TProviderRegistration.h"
+#include "providers/container/MofWriter.h"
 #include "providers/container/Store.h"
+#include "providers/container/Writer.h"
 
 namespace container {
 
@@ -39,6 +42,23 @@ TMemoryNamespace& Kept(const TNamespace& ns, const std::string& name) {
                             name + ": the namespace isn't one that can be kept in a file");
 }
 
+void Warn(const TContainerLoading& loading, const std::string& line) {
+  if (loading.fWarn)
+    loading.fWarn(line);
+  else
+    TRootObject::GetCoreLogger()->OutputLogEntry(ILogger::kHWXLogWarning, line);
+}
+
+// Hands on what is written.
+class TCallbackSink : public TByteSink {
+ public:
+  explicit TCallbackSink(const boost::function<void(const std::string&)>& take) : fTake(take) {}
+  void Write(std::string_view bytes) override { fTake(std::string(bytes)); }
+
+ private:
+  const boost::function<void(const std::string&)>& fTake;
+};
+
 class TContainerProvider : public IContainerSource {
  public:
   const std::string& GetName(TCIMContext /*context*/) override { return fName; }
@@ -57,7 +77,15 @@ class TContainerProvider : public IContainerSource {
   }
 
   TNamespace LoadContainer(const std::string& path) override {
-    return Logged([&] { return LoadFile(path); });
+    return LoadContainer(path, TContainerLoading());
+  }
+
+  TNamespace LoadContainer(const std::string& path, const TContainerLoading& loading) override {
+    TReading reading;
+    reading.fLimits.fMemory = loading.fMaxMemory;
+    reading.fNamespace = loading.fNamespace;
+    reading.fWarn = [&loading](const std::string& line) { Warn(loading, line); };
+    return Logged([&] { return LoadFile(path, reading); });
   }
 
   void SaveContainer(const TNamespace& ns, const std::string& path) override {
@@ -66,6 +94,17 @@ class TContainerProvider : public IContainerSource {
 
   std::string ContainerText(const TNamespace& ns) override {
     return Logged([&] { return Text(Kept(ns, "container"), "container"); });
+  }
+
+  void WriteContainer(const TNamespace& ns, EContainerLanguage language,
+                      const boost::function<void(const std::string&)>& sink) override {
+    TCallbackSink taken(sink);
+    Logged([&] {
+      if (language == kContainerMOF)
+        WriteMof(Kept(ns, "container"), taken, "container");
+      else
+        container::WriteContainer(Kept(ns, "container"), taken, "container");
+    });
   }
 
  private:

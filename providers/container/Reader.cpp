@@ -1,245 +1,501 @@
 #include "providers/container/Reader.h"
 
+#include <algorithm>
 #include <cstdint>
-#include <unordered_set>
+#include <list>
+#include <map>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
-#include "hwxcore/schema/ICIMProperty.h"
 #include "hwxkit/CIMName.h"
-#include "hwxkit/TMemoryClass.h"
-#include "hwxkit/TMemoryInstance.h"
-#include "hwxkit/TMemoryPropertyDecl.h"
-#include "providers/container/Piece.h"
+#include "hwxkit/TContainerException.h"
+#include "providers/container/Builder.h"
+#include "providers/container/Encoding.h"
+#include "providers/container/PartReader.h"
 #include "providers/container/ScalarText.h"
 #include "providers/container/Scanner.h"
-#include "providers/container/SchemaReader.h"
-#include "providers/container/ValueReader.h"
-#include "providers/container/ValueWriter.h"
-#include "providers/container/Weight.h"
 
 namespace container {
 
 namespace {
 
 using namespace NQORHWX20;
-typedef boost::shared_ptr<TMemoryNamespace> TNamespace;
-typedef boost::shared_ptr<TMemoryClass> TClass;
+typedef boost::shared_ptr<TMemoryNamespace> TNamespacePtr;
 
-// Reads one instance.
-class TInstanceReader {
+const char kObjects[] = "QUALIFIER.DECLARATION, CLASS, INSTANCE or a VALUE with one of them";
+
+// About what a part takes while it waits.
+constexpr std::uint64_t kWaitingMemory = 350;
+
+std::uint64_t Weight(const TClassPart& part) {
+  return kWaitingMemory *
+         (1 + part.fProperties.size() + part.fQualifiers.size() + 2 * part.fMethods.size());
+}
+
+std::uint64_t Weight(const TInstancePart& part) {
+  return kWaitingMemory * (1 + part.fProperties.size());
+}
+
+// A namespace's name without the host in front of it.
+std::string WithoutHost(const std::string& name) {
+  if (name.compare(0, 2, "//") != 0) return name;
+  const std::size_t slash = name.find('/', 2);
+  return slash == std::string::npos ? name : name.substr(slash + 1);
+}
+
+// Two hyphens can't stand in a comment.
+std::string WithHyphens(std::string text) {
+  constexpr std::string_view kHyphen = "&#45;";
+  for (std::size_t at = text.find(kHyphen); at != std::string::npos; at = text.find(kHyphen, at))
+    text.replace(at, kHyphen.size(), "-");
+  return text;
+}
+
+// Takes the parts of a document in any order, and makes what can be made.
+class TAssembler {
  public:
-  TInstanceReader(const TPiece& piece, const TNamespace& ns)
-      : fPiece(piece), fNamespace(ns), fValues(piece, ns) {}
+  TAssembler(TScanner& scanner, const TNamespacePtr& ns, TWarnings& warnings)
+      : fScanner(scanner), fNamespace(ns), fBuilder(scanner, ns, warnings) {}
 
-  // `name`, the INSTANCENAME, may be missing: the keys then have to be among the properties.
-  void Read(const pugi::xml_node& name, const pugi::xml_node& element, TWeight& weight,
-            std::uint64_t bytes) {
-    fPiece.CheckAttributes(element, {"CLASSNAME"});
-    fPiece.Name(element, "CLASSNAME");  // throws if there is none
-    fClass = fValues.FindClass(element, "CLASSNAME");
-    if (!weight.AddInstanceOf(*fClass, bytes))
-      fPiece.Fail(element, "all default values together are too large");
-    fInstance = fPiece.Guard(element, [&] { return fClass->NewInstance(); });
-    fPiece.ForEachElement(element, [&](const pugi::xml_node& child) { ReadProperty(child); });
-    if (name) ReadName(name);
-    fPiece.Guard(element, [&] { Add(element); });
+  void Take(TQualifierDeclPart&& part) {
+    fDeclNames.push_back(part.fName);
+    if (fBuilder.IsReady(part)) return fBuilder.Add(part);
+    fDecls.push_back(std::move(part));
+  }
+
+  /// Once a class waits, all that follow wait with it, so that they keep their order.
+  void Take(TClassPart&& part) {
+    AddReadyDecls();
+    if (fClasses.empty() && fBuilder.IsReady(part)) return fBuilder.Add(part);
+    fScanner.Keep(Weight(part));
+    fClasses.push_back(std::move(part));
+    fMayAddClasses = true;
+  }
+
+  void Take(TStaticPart&& part) {
+    if (fBuilder.IsReady(part)) return fBuilder.Add(part);
+    fStatics.push_back(std::move(part));
+  }
+
+  /// Leaves the part for the next instance, if it isn't needed.
+  void Take(TInstancePart& part) {
+    if (fMayAddClasses) AddWaitingClasses(false);
+    if (fBuilder.IsReady(part)) return fBuilder.Add(part);
+    fScanner.Keep(Weight(part));
+    fInstances.push_back(std::move(part));
+    part = TInstancePart();
+  }
+
+  /// Makes what has waited in vain.
+  void Finish() {
+    AddReadyDecls();
+    for (TQualifierDeclPart& decl : fDecls)
+      fBuilder.Add(decl);
+    fNamespace->OrderQualifierDecls(fDeclNames);
+    AddWaitingClasses(true);
+    for (TStaticPart& part : fStatics)
+      fBuilder.Add(part);
+    FinishInstances();
+    fBuilder.Finish();
   }
 
  private:
-  typedef std::unordered_set<const TMemoryPropertyDecl*> TDecls;
+  typedef std::unordered_map<std::string, TClassPart*, TCIMNameHash, TCIMNameEqual> TWaiting;
 
-  void ReadProperty(const pugi::xml_node& element) {
-    if (!Is(element, "PROPERTY") && !Is(element, "PROPERTY.ARRAY") &&
-        !Is(element, "PROPERTY.REFERENCE"))
-      fPiece.FailUnexpected(element);
-    fPiece.CheckAttributes(element, {"NAME", "TYPE", "CLASSORIGIN", "PROPAGATED", "ARRAYSIZE",
-                                     "REFERENCECLASS", "EmbeddedObject", "EMBEDDEDOBJECT"});
-    const std::string name = fPiece.Name(element, "NAME");
-    const boost::shared_ptr<TMemoryPropertyDecl> decl = fClass->FindPropertyDecl(name);
-    if (!decl) fPiece.Fail(element, "the class has no such property");
-    const TType type = decl->GetType(TCIMContext());
-    if (fValues.PropertyType(element) != type) {
-      fPiece.Fail(element, "the class declares the property as " + type.ToString() +
-                               (IsArrayType(type) ? " array" : ""));
+  void AddReadyDecls() {
+    fDecls.remove_if([this](TQualifierDeclPart& decl) {
+      const bool isReady = fBuilder.IsReady(decl);
+      if (isReady) fBuilder.Add(decl);
+      return isReady;
+    });
+  }
+
+  // Adds the classes that wait, whose references may lead to classes that still come. Those that
+  // lack a superclass or a qualifier go on waiting, unless nothing more comes.
+  void AddWaitingClasses(bool isComplete) {
+    fMayAddClasses = false;
+    TWaiting waiting;
+    for (TClassPart& part : fClasses) {
+      if (!waiting.emplace(part.fName, &part).second)
+        fScanner.Fail(part.fLine, "CLASS " + Quoted(part.fName) + ": the class stands twice");
     }
-    if (!fSet.insert(decl.get()).second) fPiece.Fail(element, "the property stands twice");
-    Set(element, name, fValues.Value(element, type));
+    for (TClassPart& part : fClasses)
+      AddWithSuperclasses(part, waiting, isComplete);
+    fClasses.remove_if(
+        [&waiting](const TClassPart& part) { return waiting.count(part.fName) == 0; });
   }
 
-  void Set(const pugi::xml_node& element, const std::string& name, const TCIMValue& value) {
-    fPiece.Guard(element, [&] { fInstance->SetPropertyValue(name, value, TCIMContext()); });
-  }
-
-  // The keys in the name have to be those of the instance.
-  void ReadName(const pugi::xml_node& element) {
-    fPiece.CheckAttributes(element, {"CLASSNAME"});
-    if (!IsSameCIMName(fPiece.Name(element, "CLASSNAME"), fClass->GetName(TCIMContext())))
-      fPiece.Fail(element, "names another class than the instance");
-    TDecls keys;
-    fValues.Keys(element, fClass,
-                 [&](const pugi::xml_node& key, const std::string& name, const TCIMValue& value) {
-                   const auto decl = fClass->FindPropertyDecl(name);
-                   if (!decl->IsKey()) fPiece.Fail(key, "the property is no key");
-                   if (!keys.insert(decl.get()).second) fPiece.Fail(key, "the key stands twice");
-                   ReadKey(key, name, value, fSet.count(decl.get()) != 0);
-                 });
-    std::size_t count = 0;
-    fInstance->EnumerateKeyProperties(
-        [&count](const boost::shared_ptr<ICIMProperty>&) { return ++count != 0; }, TCIMContext());
-    if (keys.size() != count) {
-      fPiece.Fail(element, "has " + std::to_string(keys.size()) + " keys, where the class has " +
-                               std::to_string(count));
+  // Superclasses first; all else in the order of the document. Takes what it adds out of `waiting`.
+  void AddWithSuperclasses(TClassPart& part, TWaiting& waiting, bool isComplete) {
+    std::vector<TClassPart*> chain;
+    for (auto next = waiting.find(part.fName); next != waiting.end();
+         next = waiting.find(chain.back()->fSuperClass)) {
+      CheckNoCircle(*next->second, chain);
+      chain.push_back(next->second);
+    }
+    if (!isComplete && !CanAdd(chain)) return;
+    for (; !chain.empty(); chain.pop_back()) {
+      waiting.erase(chain.back()->fName);
+      fBuilder.Add(*chain.back());
     }
   }
 
-  void ReadKey(const pugi::xml_node& element, const std::string& name, const TCIMValue& value,
-               bool isProperty) {
-    if (!isProperty) return Set(element, name, value);
-    const auto property = fInstance->GetProperty(name, TCIMContext());
-    if (Text(value) != Text(property->GetValue(TCIMContext())))
-      fPiece.Fail(element, "the key has another value than the property");
-  }
-
-  // Equal for values that are the same in type and content.
-  std::string Text(const TCIMValue& value) const {
-    TValueWriter writer(*fNamespace, true);
-    writer.Extent(value);
-    writer.Value(value);
-    return writer.XML();
-  }
-
-  void Add(const pugi::xml_node& element) {
-    try {
-      fClass->AddInstance(fInstance);
-    } catch (const THWXException& failure) {
-      if (failure.GetStatus() == kHWXStatusAlreadyExists)
-        fPiece.Fail(element, "another instance has the same keys");
-      if (failure.GetStatus() == kHWXStatusInvalidInstance)
-        fPiece.Fail(element, "a key is missing, null or an array");
-      throw;
+  bool CanAdd(const std::vector<TClassPart*>& chain) const {
+    if (chain.empty()) return true;
+    const std::string& superclass = chain.back()->fSuperClass;
+    if (!superclass.empty() && !fBuilder.HasClass(superclass)) return false;
+    for (const TClassPart* const part : chain) {
+      if (!fBuilder.HasQualifiers(*part)) return false;
     }
-  }
-
-  const TPiece& fPiece;
-  const TNamespace fNamespace;
-  const TValueReader fValues;
-  TClass fClass;
-  boost::shared_ptr<TMemoryInstance> fInstance;
-  TDecls fSet;  // the properties that the element has
-};
-
-// Goes through the document, which is a frame around pieces.
-class TReader {
- public:
-  TReader(TByteSource& source, const std::string& name, const TLimits& limits)
-      : fScanner(source, name, limits), fWeight(limits) {}
-
-  TNamespace Read() {
-    Open("CIM");
-    const TPiece cim(fScanner);
-    cim.CheckAttributes(cim.Root(), {"CIMVERSION", "DTDVERSION"});
-    CheckVersion(cim, "CIMVERSION");
-    CheckVersion(cim, "DTDVERSION");
-    Open("DECLARATION");
-    CheckTag();
-    for (auto token = fScanner.Next(); token != TScanner::kEndTag; token = fScanner.Next())
-      ReadGroup(token);
-    if (fScanner.Next() != TScanner::kEndTag) FailUnexpected();
-    fScanner.Next();  // throws unless it is the end
-    return fNamespace ? fNamespace : TMemoryNamespace::Create(std::string());
-  }
-
- private:
-  [[noreturn]] void FailUnexpected() const {
-    fScanner.Fail(fScanner.Line(), fScanner.Element() + " doesn't belong here");
-  }
-
-  // Goes on to an element of the frame.
-  void Open(const char* element) {
-    if (fScanner.Next() != TScanner::kStartTag || fScanner.Element() != element)
-      fScanner.Fail(fScanner.Line(), std::string("no container: a ") + element + " is missing");
-  }
-
-  void CheckTag() const {
-    const TPiece tag(fScanner);
-    tag.CheckAttributes(tag.Root(), {});
-  }
-
-  void CheckVersion(const TPiece& cim, const char* attribute) const {
-    const std::string version = cim.Name(cim.Root(), attribute);
-    if (version.compare(0, 2, "2.") == 0) return;
-    throw TContainerException(kHWXStatusVersionMismatch,
-                              fScanner.FileName() + ":" + std::to_string(fScanner.Line()) +
-                                  ": CIM: " + attribute + " is " + Quoted(version) + ", and not 2");
-  }
-
-  void ReadGroup(TScanner::EToken token) {
-    if (fScanner.Element() != "DECLGROUP" && fScanner.Element() != "DECLGROUP.WITHNAME")
-      FailUnexpected();
-    CheckTag();
-    if (token == TScanner::kEmptyTag) return;
-    for (token = fScanner.Next(); token != TScanner::kEndTag; token = fScanner.Next()) {
-      if (token == TScanner::kStartTag) fScanner.ReadElement();
-      ReadPiece(TPiece(fScanner));
-    }
-  }
-
-  void ReadPiece(const TPiece& piece) {
-    const pugi::xml_node element = piece.Root();
-    if (Is(element, "LOCALNAMESPACEPATH")) return ReadNamespaceName(piece, element);
-    if (!fNamespace) fNamespace = TMemoryNamespace::Create(std::string());
-    if (Is(element, "QUALIFIER.DECLARATION"))
-      TSchemaReader(piece, fNamespace).ReadQualifierDecl(element);
-    else if (Is(element, "STATIC"))
-      TSchemaReader(piece, fNamespace).ReadStaticValues(element);
-    else if (Is(element, "CLASS") || Is(element, "INSTANCE"))
-      ReadObject(piece, {element});
-    else if (Is(element, "VALUE.OBJECT") || Is(element, "VALUE.NAMEDOBJECT") ||
-             Is(element, "VALUE.NAMEDINSTANCE"))
-      ReadWrapped(piece, element);
-    else
-      FailUnexpected();
-  }
-
-  void ReadNamespaceName(const TPiece& piece, const pugi::xml_node& element) {
-    const std::string name = NamespaceName(piece, element);
-    if (!fNamespace) fNamespace = TMemoryNamespace::Create(name);
-    if (fNamespace->GetName(TCIMContext()) != name)
-      piece.Fail(element, "the container has two namespaces");
-  }
-
-  void ReadWrapped(const TPiece& piece, const pugi::xml_node& element) {
-    piece.CheckAttributes(element, {});
-    if (!ReadObject(piece, piece.Elements(element)))
-      piece.Fail(element,
-                 "holds neither a CLASS, nor an INSTANCE with or without its INSTANCENAME");
-  }
-
-  bool ReadObject(const TPiece& piece, const std::vector<pugi::xml_node>& objects) {
-    const bool hasName = objects.size() == 2 && Is(objects[0], "INSTANCENAME");
-    if (objects.size() != 1 && !hasName) return false;
-    if (Is(objects.back(), "INSTANCE")) {
-      TInstanceReader(piece, fNamespace)
-          .Read(hasName ? objects[0] : pugi::xml_node(), objects.back(), fWeight,
-                fScanner.BytesRead());
-      return true;
-    }
-    if (hasName || !Is(objects[0], "CLASS")) return false;
-    const TClass added = TSchemaReader(piece, fNamespace).ReadClass(objects[0]);
-    if (!fWeight.AddClass(*added, fScanner.BytesRead()))
-      piece.Fail(objects[0], "all classes together inherit too much");
     return true;
   }
 
+  void CheckNoCircle(const TClassPart& next, const std::vector<TClassPart*>& chain) const {
+    if (chain.size() > TMemoryNamespace::kMaxClassDepth) {
+      fScanner.Fail(chain.front()->fLine,
+                    "CLASS " + Quoted(chain.front()->fName) + ": has more than " +
+                        std::to_string(TMemoryNamespace::kMaxClassDepth) + " superclasses");
+    }
+    if (std::find(chain.begin(), chain.end(), &next) != chain.end()) {
+      fScanner.Fail(chain.back()->fLine,
+                    "CLASS " + Quoted(chain.back()->fName) + ": descends from itself");
+    }
+  }
+
+  void FinishInstances() {
+    std::vector<std::string> order;
+    std::map<std::string, std::vector<TInstancePart*> > unknown;
+    for (TInstancePart& part : fInstances) {
+      if (fBuilder.HasClass(part.fClass)) continue;
+      std::vector<TInstancePart*>& instances = unknown[FoldedCIMName(part.fClass)];
+      if (instances.empty()) order.push_back(FoldedCIMName(part.fClass));
+      instances.push_back(&part);
+    }
+    for (const std::string& name : order)
+      fBuilder.AddClassOf(unknown[name]);
+    while (!fInstances.empty()) {
+      fBuilder.Add(fInstances.front());
+      fInstances.pop_front();
+    }
+  }
+
+  TScanner& fScanner;
+  const TNamespacePtr fNamespace;
+  TBuilder fBuilder;
+  std::vector<std::string> fDeclNames;  // in the order of the document
+  std::list<TQualifierDeclPart> fDecls;
+  std::list<TClassPart> fClasses;
+  bool fMayAddClasses = false;  // something new waits
+  std::list<TStaticPart> fStatics;
+  std::list<TInstancePart> fInstances;
+};
+
+// Goes through the document, which is a frame around parts.
+class TReader {
+ public:
+  TReader(TByteSource& source, const std::string& name, const TReading& reading)
+      : fReading(reading),
+        fScanner(source, name, reading.fLimits),
+        fParts(fScanner, fWarnings),
+        fNamespace(TMemoryNamespace::Create(std::string())),
+        fAssembler(fScanner, fNamespace, fWarnings) {}
+
+  TNamespacePtr Read() {
+    if (!fScanner.Next() || fScanner.Element() != EElement::kCIM)
+      fScanner.Fail(fScanner.Line(), "no container: a CIM is missing");
+    fScanner.CheckAttributes({"CIMVERSION", "DTDVERSION"});
+    CheckVersion("CIMVERSION");
+    CheckVersion("DTDVERSION");
+    ReadContent();
+    CheckNamespaces();
+    fAssembler.Finish();
+    if (fReading.fWarn) {
+      for (const std::string& line : fWarnings.Lines(fScanner.FileName()))
+        fReading.fWarn(line);
+    }
+    return fNamespace;
+  }
+
+ private:
+  [[noreturn]] void Fail(THWXStatusCode status, const std::string& why) const {
+    throw TContainerException(status, fScanner.FileName() + why);
+  }
+
+  void CheckVersion(const char* attribute) const {
+    const std::string* const version = fScanner.Attribute(attribute);
+    if (version == nullptr) fScanner.FailHere(std::string("lacks the attribute ") + attribute);
+    if (version->compare(0, 2, "2.") == 0) return;
+    Fail(kHWXStatusVersionMismatch, ":" + std::to_string(fScanner.Line()) + ": CIM: " + attribute +
+                                        " is " + Quoted(*version) + ", and not 2");
+  }
+
+  void ReadContent() {
+    const char* const expected = "a DECLARATION or MESSAGE";
+    if (!fScanner.Next()) fScanner.Fail(fScanner.Line(), std::string("CIM: lacks ") + expected);
+    if (fScanner.Element() == EElement::kDeclaration)
+      ReadDeclaration();
+    else if (fScanner.Element() == EElement::kMessage)
+      ReadMessage();
+    else
+      fScanner.FailUnexpected(expected);
+    if (fScanner.Next()) fScanner.FailUnexpected("nothing more");
+    fScanner.Next();  // refuses anything but the end
+  }
+
+  // Declarations.
+
+  void ReadDeclaration() {
+    fScanner.CheckAttributes({});
+    while (fScanner.Next()) {
+      if (fScanner.Element() != EElement::kDeclGroup &&
+          fScanner.Element() != EElement::kDeclGroupWithName &&
+          fScanner.Element() != EElement::kDeclGroupWithPath)
+        fScanner.FailUnexpected("DECLGROUP, DECLGROUP.WITHNAME or DECLGROUP.WITHPATH");
+      ReadGroup();
+    }
+  }
+
+  void ReadGroup() {
+    fScanner.CheckAttributes({});
+    bool isWanted = true;
+    for (bool isOpen = true; isOpen;) {
+      isOpen = fScanner.Next();
+      ReadNotes(isWanted);
+      if (!isOpen) break;
+      if (IsNamespace())
+        isWanted = IsWanted(fParts.NamespaceName());
+      else if (!isWanted)
+        fScanner.Skip();
+      else if (!ReadObject())
+        fScanner.FailUnexpected(kObjects);
+    }
+  }
+
+  // Static values, which CIM-XML has no element for, stand in notes.
+  void ReadNotes(bool isWanted) {
+    constexpr std::string_view kStatic = "static";
+    if (fScanner.Notes().empty()) return;
+    const std::vector<TScanner::TNote> notes = fScanner.Notes();
+    for (const TScanner::TNote& note : notes) {
+      if (note.fText.compare(0, kStatic.size(), kStatic) != 0)
+        fScanner.Fail(note.fLine, "a note that isn't known: " + Quoted(note.fText));
+      if (isWanted) ReadStatic(note.fLine, WithHyphens(note.fText.substr(kStatic.size())));
+    }
+  }
+
+  void ReadStatic(TLine line, const std::string& text) {
+    TMemorySource source(text);
+    TScanner scanner(source, fScanner.FileName(), fReading.fLimits, line);
+    if (!scanner.Next() || scanner.Element() != EElement::kStatic)
+      scanner.Fail(line, "a note without static values");
+    TPartReader parts(scanner, fWarnings);
+    fAssembler.Take(parts.Static());
+    scanner.Next();  // refuses anything but the end
+  }
+
+  // Namespaces.
+
+  bool IsNamespace() const {
+    return fScanner.Element() == EElement::kNamespacePath ||
+           fScanner.Element() == EElement::kLocalNamespacePath;
+  }
+
+  // Whether what is in that namespace is to be read. What is in none belongs to every one.
+  bool IsWanted(const std::string& name) {
+    bool isKnown = false;
+    for (const std::string& known : fNamespaces)
+      isKnown = isKnown || IsSameCIMName(known, name);
+    if (!isKnown) fNamespaces.push_back(name);
+    const std::string& chosen = fReading.fNamespace.empty() ? fNamespaces[0] : fReading.fNamespace;
+    if (!IsSameCIMName(name, chosen) && !IsSameCIMName(WithoutHost(name), chosen)) return false;
+    if (!fHasNamespace) fNamespace->SetName(name);
+    fHasNamespace = true;
+    return true;
+  }
+
+  void CheckNamespaces() const {
+    if (fReading.fNamespace.empty() && fNamespaces.size() <= 1) return;
+    if (fHasNamespace && !fReading.fNamespace.empty()) return;
+    std::string names;
+    for (const std::string& name : fNamespaces)
+      names += (names.empty() ? "" : ", ") + Quoted(name);
+    if (fReading.fNamespace.empty())
+      Fail(kHWXStatusNotFound,
+           ": holds the namespaces " + names + ", one of which has to be chosen");
+    Fail(kHWXStatusNotFound, ": there is no namespace " + Quoted(fReading.fNamespace) +
+                                 (names.empty() ? "" : " among " + names));
+  }
+
+  // Objects.
+
+  // False if the open element is none.
+  bool ReadObject() {
+    switch (fScanner.Element()) {
+      case EElement::kQualifierDeclaration:
+        fAssembler.Take(fParts.QualifierDecl());
+        return true;
+      case EElement::kClass:
+        fAssembler.Take(fParts.Class());
+        return true;
+      case EElement::kStatic:
+        fAssembler.Take(fParts.Static());
+        return true;
+      case EElement::kInstance:
+        fInstance.fInstanceName.reset();
+        ReadInstance();
+        return true;
+      case EElement::kValueObject:
+      case EElement::kValueNamedObject:
+      case EElement::kValueNamedInstance:
+      case EElement::kValueObjectWithPath:
+      case EElement::kValueObjectWithLocalPath:
+      case EElement::kValueInstanceWithPath:
+        ReadWrapped();
+        return true;
+      default:
+        return false;
+    }
+  }
+
+  void ReadInstance() {
+    fParts.Instance(fInstance);
+    fAssembler.Take(fInstance);
+  }
+
+  // An object with or without the name or path in front of it.
+  void ReadWrapped() {
+    fScanner.CheckAttributes({});
+    const TLine line = fScanner.Line();
+    const std::string element = fScanner.ElementName();
+    bool isWanted = true;
+    bool hasObject = false;
+    fInstance.fInstanceName.reset();
+    while (fScanner.Next()) {
+      if (hasObject) fScanner.FailUnexpected("one object");
+      if (ReadPath(isWanted)) continue;
+      hasObject = true;
+      if (!isWanted)
+        fScanner.Skip();
+      else if (fScanner.Element() == EElement::kInstance)
+        ReadInstance();
+      else if (fInstance.fInstanceName || !ReadBareObject())
+        fScanner.FailUnexpected("CLASS or INSTANCE");
+    }
+    if (!hasObject) {
+      fScanner.Fail(line, element +
+                              ": holds neither a CLASS, nor an INSTANCE with or without its "
+                              "INSTANCENAME");
+    }
+  }
+
+  bool ReadBareObject() {
+    if (fScanner.Element() != EElement::kClass &&
+        fScanner.Element() != EElement::kQualifierDeclaration)
+      return false;
+    return ReadObject();
+  }
+
+  // False if the open element is no name or path.
+  bool ReadPath(bool& isWanted) {
+    switch (fScanner.Element()) {
+      case EElement::kInstanceName:
+        fInstance.fInstanceName.emplace(fParts.InstanceName());
+        return true;
+      case EElement::kClassName:
+        fParts.Object();
+        return true;
+      case EElement::kClassPath:
+      case EElement::kLocalClassPath:
+      case EElement::kInstancePath:
+      case EElement::kLocalInstancePath: {
+        const bool isInstance = fScanner.Element() == EElement::kInstancePath ||
+                                fScanner.Element() == EElement::kLocalInstancePath;
+        TReferencePart path = fParts.Object();
+        isWanted = IsWanted(path.fNamespace);
+        if (!isInstance) return true;
+        fInstance.fInstanceName.emplace();
+        fInstance.fInstanceName->fLine = path.fLine;
+        fInstance.fInstanceName->fClass = path.fClass;
+        fInstance.fInstanceName->fKeys = std::move(path.fKeys);
+        return true;
+      }
+      default:
+        return false;
+    }
+  }
+
+  // Messages of CIM operations.
+
+  void ReadMessage() {
+    fScanner.CheckAttributes({"ID", "PROTOCOLVERSION"});
+    const TLine line = fScanner.Line();
+    ReadMessagePart(true);
+    if (fHasObjects || (fOther.empty() && !fOperation.empty())) return;
+    if (fOther.empty()) fOther = "is empty";
+    fScanner.Fail(line, "MESSAGE: " + (fOperation.empty() ? "the message" : fOperation) + " " +
+                            fOther +
+                            ", where classes, instances or qualifier declarations are expected");
+  }
+
+  static bool IsFrame(EElement element) {
+    return element >= EElement::kSimpleReq && element <= EElement::kIReturnValue;
+  }
+
+  void NameOperation(const char* what) {
+    const std::string* const name = fScanner.Attribute("NAME");
+    if (name != nullptr) fOperation = what + Quoted(*name);
+  }
+
+  void ReadMessagePart(bool isWanted) {
+    while (fScanner.Next()) {
+      const EElement element = fScanner.Element();
+      if (element == EElement::kIMethodCall || element == EElement::kMethodCall ||
+          element == EElement::kExpMethodCall)
+        NameOperation("the request ");
+      if (element == EElement::kIMethodResponse || element == EElement::kMethodResponse)
+        NameOperation("the answer to ");
+      if (IsNamespace()) {
+        isWanted = IsWanted(fParts.NamespaceName());
+      } else if (IsFrame(element)) {
+        ReadMessagePart(isWanted);
+      } else if (element == EElement::kError) {
+        const std::string* const code = fScanner.Attribute("CODE");
+        const std::string* const text = fScanner.Attribute("DESCRIPTION");
+        fOther = "is the error " + (code ? *code : "?") + (text ? " " + Quoted(*text) : "");
+        fScanner.Skip();
+      } else if (!isWanted) {
+        fHasObjects = true;
+        fScanner.Skip();
+      } else if (ReadObject()) {
+        fHasObjects = true;
+      } else {
+        if (fOther.empty()) fOther = "holds " + fScanner.ElementName();
+        fScanner.Skip();
+      }
+    }
+  }
+
+  const TReading& fReading;
   TScanner fScanner;
-  TWeight fWeight;
-  TNamespace fNamespace;
+  TWarnings fWarnings;
+  TPartReader fParts;
+  const TNamespacePtr fNamespace;
+  TAssembler fAssembler;
+  TInstancePart fInstance;  // the one that is being read, whose memory is used again
+  std::vector<std::string> fNamespaces;
+  bool fHasNamespace = false;
+  bool fHasObjects = false;
+  std::string fOperation;
+  std::string fOther;  // what a message holds that can't be taken
 };
 
 }  // namespace
 
-TNamespace ReadContainer(TByteSource& source, const std::string& name, const TLimits& limits) {
-  return TReader(source, name, limits).Read();
+TNamespacePtr ReadContainer(TByteSource& source, const std::string& name, const TReading& reading) {
+  TDecodedSource decoded(source, name);
+  return TReader(decoded, name, reading).Read();
 }
 
 }  // namespace container

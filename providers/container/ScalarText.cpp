@@ -1,5 +1,6 @@
 #include "providers/container/ScalarText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -172,6 +173,31 @@ std::string PlainDateTime(const TCIMDateTime& moment) {
   if (moment.IsInterval()) return text + ":000";
   const int offset = moment.GetUTCOffset();
   return text + (offset < 0 ? "-" : "+") + Padded(static_cast<unsigned int>(std::abs(offset)), 3);
+}
+
+// The nearest that the 25 characters can tell.
+TCIMDateTime Clamped(const TCIMDateTime& moment) {
+  const auto atMost = [](auto field, unsigned int most) {
+    return static_cast<unsigned short>(std::min<unsigned int>(field, most));
+  };
+  const unsigned int microSeconds = std::min(moment.GetMicroSeconds(), 999999U);
+  TCIMDateTime clamped;
+  try {
+    if (moment.IsInterval()) {
+      clamped.Set(std::min(moment.GetDay(), 0xFFFFU), atMost(moment.GetHour(), 23),
+                  atMost(moment.GetMinute(), 59), atMost(moment.GetSecond(), 59), microSeconds);
+    } else {
+      const short offset =
+          std::max<short>(-999, std::min<short>(moment.GetUTCOffset(), short{999}));
+      clamped.Set(atMost(moment.GetYear(), 9999), atMost(moment.GetMonth(), 12),
+                  atMost(moment.GetDay(), 31), atMost(moment.GetHour(), 23),
+                  atMost(moment.GetMinute(), 59), atMost(moment.GetSecond(), 59), microSeconds,
+                  offset);
+    }
+  } catch (const THWXException&) {  // the zone has no such moment
+    clamped.Set(0U, 0, 0, 0, 0);
+  }
+  return clamped;
 }
 
 std::string DateTimeFields(const TCIMDateTime& moment) {
@@ -356,6 +382,21 @@ TScalarText ScalarText(const TCIMValue& value) {
       return DateTimeText(value.operator TCIMDateTime());
     default:
       return StringText(value.operator std::string());
+  }
+}
+
+std::string StandInText(const TCIMValue& value, const TScalarText& text) {
+  switch (text.fForm) {
+    case EForm::kEscaped:
+      return value.GetType() == TCIMType::kCIMTypeChar16 ? FromCodePoint(0xFFFD) : text.fText;
+    case EForm::kFields:
+      return PlainDateTime(Clamped(value.operator TCIMDateTime()));
+    case EForm::kBits:
+      return "NaN";
+    case EForm::kCleared:
+      return std::string();
+    default:
+      return text.fText;
   }
 }
 

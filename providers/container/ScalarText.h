@@ -30,6 +30,10 @@ struct TScalarText {
   std::string fText;
 };
 
+/// What stands in place of a text that isn't plain, for those who know CIM-XML alone: a string with
+/// its escapes, another value that comes near.
+std::string StandInText(const NQORHWX20::TCIMValue& value, const TScalarText& text);
+
 /// Why a text is no value of a type, as a phrase: "70000" is out of range for uint16.
 class TMalformedText : public std::runtime_error {
  public:

@@ -13,84 +13,164 @@ namespace container {
 namespace {
 
 constexpr std::size_t kMostAttributes = 64;
-constexpr int kEnd = -1;
+constexpr std::string_view kNoteStart = "hwx ";
 
-bool IsBlank(int c) {
+bool IsBlank(char c) {
   return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
-// All characters beyond ASCII pass. No element or attribute that is known here has one in its name.
-bool StartsName(int c) {
+// Characters beyond ASCII all pass: no name with one is known here.
+bool StartsName(unsigned char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == ':' || c >= 0x80;
 }
 
-bool ContinuesName(int c) {
+bool ContinuesName(unsigned char c) {
   return StartsName(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
 }
 
-bool EndsWith(std::string_view text, std::string_view end) {
-  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+bool StartsWith(std::string_view text, std::string_view start) {
+  return text.substr(0, start.size()) == start;
+}
+
+std::size_t SkippedBlanks(std::string_view text, std::size_t at) {
+  while (at < text.size() && IsBlank(text[at]))
+    ++at;
+  return at;
+}
+
+unsigned long LineFeeds(std::string_view text) {
+  unsigned long count = 0;
+  for (std::size_t at = text.find('\n'); at != std::string_view::npos; at = text.find('\n', at + 1))
+    ++count;
+  return count;
 }
 
 // The value of an attribute in the XML declaration; empty if it has none of that name.
-std::string DeclaredValue(const std::string& declaration, const std::string& name) {
+std::string_view DeclaredValue(std::string_view declaration, std::string_view name) {
   const std::size_t at = declaration.find(name);
-  if (at == std::string::npos) return std::string();
+  if (at == std::string_view::npos) return std::string_view();
   const std::size_t start = declaration.find_first_of("\"'", at);
-  if (start == std::string::npos) return std::string();
+  if (start == std::string_view::npos) return std::string_view();
   const std::size_t end = declaration.find(declaration[start], start + 1);
-  return end == std::string::npos ? std::string() : declaration.substr(start + 1, end - start - 1);
+  return end == std::string_view::npos ? std::string_view()
+                                       : declaration.substr(start + 1, end - start - 1);
 }
 
-std::string LowerCase(std::string text) {
-  for (char& c : text) {
+std::string LowerCase(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   }
-  return text;
+  return lower;
+}
+
+bool BelongsToXML(std::string_view attribute) {
+  return StartsWith(attribute, "xml:") || StartsWith(attribute, "xmlns");
+}
+
+void AppendCharacter(std::string& text, unsigned long code) {
+  if (code <= 0xFFFF) {
+    text += FromCodePoint(static_cast<unsigned short>(code));
+    return;
+  }
+  const auto part = [code](int shift) { return static_cast<char>(0x80 | (code >> shift & 0x3F)); };
+  text += static_cast<char>(0xF0 | code >> 18);
+  text += part(12);
+  text += part(6);
+  text += part(0);
 }
 
 }  // namespace
 
-TScanner::TScanner(TByteSource& source, const std::string& name, const TLimits& limits)
+TScanner::TScanner(TByteSource& source, const std::string& name, const TLimits& limits,
+                   unsigned long line)
     : fSource(source),
       fName(name),
       fLimits(limits),
       fBuffer(kBufferSize),
-      fPosition(0),
+      fMark(0),
       fFilled(0),
       fRead(0),
       fTotal(0),
-      fLine(1),
+      fKept(0),
+      fLine(line),
+      fDepth(0),
       fIsAtStart(true),
       fHasRoot(false),
-      fTextLine(1) {
-  if (Peek() == 0xEF) Expect("\xEF\xBB\xBF");
+      fIsEmptyTag(false),
+      fElement(EElement::kUnknown),
+      fTagLine(line),
+      fAttributeCount(0),
+      fNotesAreOld(false) {
+  if (Has(1) && Buffered()[0] == '\xEF' && Has(3) && StartsWith(Buffered(), "\xEF\xBB\xBF"))
+    Advance(3);
 }
+
+// Failures.
 
 void TScanner::Fail(unsigned long line, const std::string& why) const {
   throw NQORHWX20::TContainerException(NQORHWX20::kHWXStatusCorruptedContainer,
                                        fName + ":" + std::to_string(line) + ": " + why);
 }
 
+void TScanner::FailHere(const std::string& why) const {
+  std::string element = fElementName;
+  for (const char* const attribute : {"NAME", "CLASSNAME"}) {
+    const std::string* const name = Attribute(attribute);
+    if (name == nullptr) continue;
+    element += " " + Quoted(*name);
+    break;
+  }
+  Fail(fTagLine, element + ": " + why);
+}
+
+void TScanner::FailUnexpected(const std::string& expected) const {
+  const std::string parent = fDepth >= 2 ? fOpen[fDepth - 2].fName : "the document";
+  FailHere("doesn't belong into " + parent + ", where " + expected + " is expected");
+}
+
+void TScanner::Keep(std::uint64_t bytes) {
+  fKept += bytes;
+  if (fKept <= fLimits.fMemory) return;
+  constexpr std::uint64_t kMebibyte = 1U << 20;
+  Fail("the content takes more than " + std::to_string(fLimits.fMemory / kMebibyte) +
+       " MiB of memory, which is the limit");
+}
+
 // Bytes.
 
+std::string_view TScanner::Buffered() const {
+  return std::string_view(fBuffer.data() + fMark, fFilled - fMark);
+}
+
+// Moves what is still to be read to the beginning, and makes the buffer larger if that fills it.
+void TScanner::MakeRoom() {
+  std::memmove(fBuffer.data(), fBuffer.data() + fMark, fRead - fMark);
+  fFilled -= fMark;
+  fRead -= fMark;
+  fMark = 0;
+  if (fRead < fBuffer.size()) return;
+  if (fBuffer.size() > fLimits.fPiece)
+    Fail("an element is larger than " + std::to_string(fLimits.fPiece) + " bytes");
+  fBuffer.resize(2 * fBuffer.size());
+}
+
+// False at the end of the file.
 bool TScanner::Refill() {
-  const std::size_t tail = fRead - fFilled;
-  std::memmove(fBuffer.data(), fBuffer.data() + fFilled, tail);
-  const std::size_t count = fSource.Read(fBuffer.data() + tail, fBuffer.size() - tail);
-  fPosition = 0;
-  fRead = tail + count;
-  fFilled = 0;
+  MakeRoom();
+  const std::size_t before = fFilled;
+  const std::size_t count = fSource.Read(fBuffer.data() + fRead, fBuffer.size() - fRead);
+  fRead += count;
   fTotal += count;
   if (fTotal > fLimits.fDocument)
     Fail("the document is larger than " + std::to_string(fLimits.fDocument) + " bytes");
-  if (count == 0 && tail != 0) Fail("the file ends within a character");
+  if (count == 0 && fRead != fFilled) Fail("the file ends within a character");
   TakeInCharacters();
-  // If the bytes end within a character, more are read.
-  return fFilled != 0 || (count != 0 && Refill());
+  // A character that is still cut off needs another look.
+  return fFilled != before || (count != 0 && Refill());
 }
 
-// Takes in whole characters. Bytes of a last one that isn't complete stay for the next time.
+// Takes in whole characters; what is left over at the end waits for its other bytes.
 void TScanner::TakeInCharacters() {
   constexpr std::size_t kLongest = 4;
   const std::string_view bytes(fBuffer.data(), fRead);
@@ -101,298 +181,414 @@ void TScanner::TakeInCharacters() {
     const std::size_t length = XMLCharacterLength(rest);
     if (length == 0) {
       if (static_cast<unsigned char>(rest[0]) >= 0xC2 && rest.size() < kLongest) return;
-      const auto line =
-          fLine + static_cast<unsigned long>(
-                      std::count(bytes.begin(), bytes.end() - std::ptrdiff_t(rest.size()), '\n'));
-      Fail(line, "a byte that XML can't carry: " + Quoted(rest.substr(0, 1)));
+      Fail(fLine + LineFeeds(Buffered()),
+           "a byte that XML can't carry: " + Quoted(rest.substr(0, 1)));
     }
     fFilled += length;
   }
 }
 
-int TScanner::Peek() {
-  if (fPosition == fFilled && !Refill()) return kEnd;
-  return static_cast<unsigned char>(fBuffer[fPosition]);
-}
-
-// Takes the character that `Peek` has shown, which must not have been the end.
-char TScanner::Take() {
-  const char c = fBuffer[fPosition++];
-  if (c == '\n') ++fLine;
-  fText += c;
-  CheckSize();
-  return c;
-}
-
-void TScanner::CheckSize() const {
-  if (fText.size() > fLimits.fPiece)
-    Fail(fTextLine, "an element is larger than " + std::to_string(fLimits.fPiece) + " bytes");
-}
-
-// The same for all bytes up to one for which `stop` is true, or to the end.
-template <typename Stop>
-void TScanner::TakeUntil(Stop stop) {
-  while (Peek() != kEnd) {
-    const auto start = fBuffer.begin() + static_cast<std::ptrdiff_t>(fPosition);
-    const auto last = fBuffer.begin() + static_cast<std::ptrdiff_t>(fFilled);
-    const auto end =
-        std::find_if(start, last, [&](char c) { return stop(static_cast<unsigned char>(c)); });
-    fText.append(start, end);
-    fLine += static_cast<unsigned long>(std::count(start, end, '\n'));
-    fPosition += static_cast<std::size_t>(end - start);
-    CheckSize();
-    if (end != last) return;
+// Whether so many bytes are there to be read.
+bool TScanner::Has(std::size_t count) {
+  while (fFilled - fMark < count) {
+    if (!Refill()) return false;
   }
+  return true;
 }
 
-// Small parts of the grammar.
-
-bool TScanner::TakeBlanks() {
-  const bool any = IsBlank(Peek());
-  while (IsBlank(Peek()))
-    Take();
-  return any;
-}
-
-void TScanner::Expect(std::string_view text) {
-  for (const char c : text) {
-    if (Peek() != static_cast<unsigned char>(c)) Fail("malformed XML");
-    Take();
-  }
-}
-
-// The name stays valid until more is taken.
-std::string_view TScanner::TakeName() {
-  const std::size_t start = fText.size();
-  if (StartsName(Peek())) TakeUntil([](int c) { return !ContinuesName(c); });
-  if (fText.size() == start) Fail("malformed XML: a name is missing");
-  return std::string_view(fText).substr(start);
-}
-
-void TScanner::SkipUntil(std::string_view end, const char* what) {
-  const unsigned long line = fLine;
-  const std::size_t start = fText.size();
-  while (!EndsWith(std::string_view(fText).substr(start), end)) {
-    TakeUntil([&](int c) { return c == end.back(); });
-    if (Peek() == kEnd) Fail(line, std::string(what) + " doesn't end");
-    Take();
-  }
-}
-
-// What stands in front of the elements and among them.
-
-void TScanner::CheckDeclaration() const {
-  if (!fIsAtStart) Fail("an XML declaration that isn't at the beginning");
-  const std::string encoding = LowerCase(DeclaredValue(fText, "encoding"));
-  if (DeclaredValue(fText, "version") != "1.0") Fail("not XML 1.0");
-  if (!encoding.empty() && encoding != "utf-8" && encoding != "us-ascii")
-    Fail("the encoding isn't UTF-8, but " + Quoted(encoding));
-}
-
-void TScanner::TakeProcessingInstruction() {
-  Expect("?");
-  const std::string target = LowerCase(std::string(TakeName()));
-  SkipUntil("?>", "a processing instruction");
-  if (target == "xml") CheckDeclaration();
-}
-
-void TScanner::TakeDocumentType() {
-  if (fHasRoot) Fail("a document type declaration that isn't in front of the elements");
-  Expect("DOCTYPE");
-  while (Peek() != '>') {
-    const int c = Peek();
-    if (c == kEnd) Fail("the document type declaration doesn't end");
-    if (c == '[') Fail("a document type declaration with definitions, which aren't read");
-    Take();
-    if (c == '"' || c == '\'') SkipUntil(std::string_view(c == '"' ? "\"" : "'"), "a literal");
-  }
-  Take();
-}
-
-// Behind "<!".
-void TScanner::TakeMarkup() {
-  if (Peek() == '-') {
-    Expect("--");
-    const unsigned long line = fLine;
-    SkipUntil("--", "a comment");
-    if (Peek() != '>') Fail(line, "a comment with two hyphens in it");
-    Take();
-  } else if (Peek() == '[') {
-    Expect("[CDATA[");
-    SkipUntil("]]>", "a CDATA section");
-  } else {
-    TakeDocumentType();
-  }
-}
-
-void TScanner::CheckCharacterReference(const std::string& name) {
-  const bool isHexadecimal = name.size() > 1 && name[1] == 'x';
-  const char* const start = name.data() + (isHexadecimal ? 2 : 1);
-  const char* const end = name.data() + name.size();
-  unsigned long codePoint = 0;
-  const auto result = std::from_chars(start, end, codePoint, isHexadecimal ? 16 : 10);
-  if (result.ec != std::errc() || result.ptr != end || !IsXMLCharacter(codePoint))
-    Fail("&" + name + "; is no character that XML can carry");
-}
-
-void TScanner::TakeReference() {
-  constexpr std::size_t kLongest = 16;
-  Expect("&");
-  std::string name;
-  while (Peek() != ';') {
-    if (name.size() == kLongest || (Peek() != '#' && !ContinuesName(Peek())))
-      Fail("an ampersand that begins no reference");
-    name += Take();
-  }
-  Take();
-  if (name[0] == '#') return CheckCharacterReference(name);
-  for (const char* known : {"amp", "lt", "gt", "quot", "apos"}) {
-    if (name == known) return;
-  }
-  Fail("the entity &" + name + "; isn't one of XML's own");
-}
-
-// Character data, up to the next markup.
-void TScanner::TakeText() {
-  const std::size_t start = fText.size();
+// The place of the first such byte behind `from`, counted from the mark; `npos` if the file ends
+// before.
+std::size_t TScanner::Find(char c, std::size_t from) {
   for (;;) {
-    TakeUntil([](int c) { return c == '<' || c == '&' || c == '>'; });
-    const int c = Peek();
-    if (c == '&') {
-      TakeReference();
-    } else if (c == '>') {
-      Take();
-      if (EndsWith(std::string_view(fText).substr(start), "]]>")) Fail("\"]]>\" within a text");
-    } else {
-      return;
-    }
+    const std::string_view bytes = Buffered();
+    const std::size_t at = bytes.find(c, from);
+    if (at != std::string_view::npos) return at;
+    from = bytes.size();
+    if (from > fLimits.fPiece)
+      Fail("an element is larger than " + std::to_string(fLimits.fPiece) + " bytes");
+    if (!Refill()) return std::string_view::npos;
   }
+}
+
+// The same for a text whose last character is rare. `what` doesn't end without it.
+std::size_t TScanner::FindText(std::string_view text, std::size_t from, const char* what) {
+  from += text.size() - 1;
+  for (;;) {
+    const std::size_t last = Find(text.back(), from);
+    if (last == std::string_view::npos) Fail(std::string(what) + " doesn't end");
+    if (last > fLimits.fPiece)
+      Fail("an element is larger than " + std::to_string(fLimits.fPiece) + " bytes");
+    const std::size_t start = last + 1 - text.size();
+    if (StartsWith(Buffered().substr(start), text)) return start;
+    from = last + 1;
+  }
+}
+
+void TScanner::Advance(std::size_t count) {
+  fLine += LineFeeds(Buffered().substr(0, count));
+  fMark += count;
 }
 
 // Tags.
 
-void TScanner::CheckAttributeName(std::string_view name) {
-  const std::string_view text = fText;
-  for (const auto& [start, end] : fAttributes) {
-    if (text.substr(start, end - start) == name)
+std::size_t TScanner::NameLength(std::string_view text) const {
+  std::size_t length = 0;
+  if (!text.empty() && StartsName(static_cast<unsigned char>(text[0]))) {
+    do {
+      ++length;
+    } while (length < text.size() && ContinuesName(static_cast<unsigned char>(text[length])));
+  }
+  if (length == 0) Fail("malformed XML: a name is missing");
+  return length;
+}
+
+// Appends what the reference at a place in `whole`, which begins at the mark, stands for. Its
+// length.
+std::size_t TScanner::AppendReference(std::string& text, std::string_view whole,
+                                      std::size_t at) const {
+  const std::string_view raw = whole.substr(at);
+  const auto fail = [&](const std::string& why) {
+    Fail(fLine + LineFeeds(whole.substr(0, at)), why);
+  };
+  constexpr std::size_t kLongest = 16;
+  std::size_t end = 1;
+  while (end < raw.size() && raw[end] != ';' && end <= kLongest &&
+         (raw[end] == '#' || ContinuesName(static_cast<unsigned char>(raw[end]))))
+    ++end;
+  if (end == raw.size() || raw[end] != ';') fail("an ampersand that begins no reference");
+  const std::string_view name = raw.substr(1, end - 1);
+  if (StartsWith(name, "#")) {
+    const bool isHexadecimal = name.size() > 1 && name[1] == 'x';
+    const char* const last = name.data() + name.size();
+    unsigned long code = 0;
+    const auto result =
+        std::from_chars(name.data() + (isHexadecimal ? 2 : 1), last, code, isHexadecimal ? 16 : 10);
+    if (result.ec != std::errc() || result.ptr != last || !IsXMLCharacter(code))
+      fail("&" + std::string(name) + "; is no character that XML can carry");
+    AppendCharacter(text, code);
+    return end + 1;
+  }
+  constexpr std::pair<std::string_view, char> kEntities[] = {
+      {"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}};
+  for (const auto& [known, character] : kEntities) {
+    if (name != known) continue;
+    text += character;
+    return end + 1;
+  }
+  fail("the entity &" + std::string(name) + "; isn't one of XML's own");
+  return 0;
+}
+
+// All white space in attributes is read as blanks.
+void TScanner::AddAttribute(std::string_view name, std::string_view value) {
+  for (std::size_t i = 0; i < fAttributeCount; ++i) {
+    if (fAttributes[i].fName == name)
       Fail("the attribute " + std::string(name) + " stands twice in one tag");
   }
-  if (fAttributes.size() == kMostAttributes) Fail("too many attributes");
-  fAttributes.emplace_back(fText.size() - name.size(), fText.size());
+  if (fAttributeCount == kMostAttributes) Fail("too many attributes");
+  if (fAttributeCount == fAttributes.size()) fAttributes.emplace_back();
+  TAttribute& attribute = fAttributes[fAttributeCount++];
+  attribute.fName = name;
+  attribute.fValue.clear();
+  for (std::size_t at = 0; at < value.size();) {
+    const std::size_t end = std::min(value.find_first_of("&<\t\n\r", at), value.size());
+    attribute.fValue.append(value, at, end - at);
+    if (end == value.size()) return;
+    at = end + 1;
+    if (value[end] == '<') Fail("a \"<\" within the attribute " + std::string(name));
+    if (value[end] == '&')
+      at = end + AppendReference(attribute.fValue, value, end);
+    else if (value[end] != '\r' || value.substr(at, 1) != "\n")
+      attribute.fValue += ' ';
+  }
 }
 
-void TScanner::TakeAttribute() {
-  CheckAttributeName(TakeName());
-  TakeBlanks();
-  Expect("=");
-  TakeBlanks();
-  const auto failHere = [this](const std::string& before, const std::string& behind) {
-    const auto& [start, end] = fAttributes.back();
-    Fail(before + fText.substr(start, end - start) + behind);
-  };
-  const int quote = Peek();
-  if (quote != '"' && quote != '\'') failHere("the attribute ", " has no quotation mark");
-  Take();
+// Reads one attribute of a tag; where it ends, or `npos` if the tag goes on behind what is there.
+std::size_t TScanner::ParseAttribute(std::string_view tag, std::size_t at) {
+  const std::string_view name = tag.substr(at, NameLength(tag.substr(at)));
+  at = SkippedBlanks(tag, at + name.size());
+  if (at == tag.size() || tag[at] != '=') Fail("malformed XML");
+  at = SkippedBlanks(tag, at + 1);
+  if (at == tag.size() || (tag[at] != '"' && tag[at] != '\''))
+    Fail("the attribute " + std::string(name) + " has no quotation mark");
+  const std::size_t end = tag.find(tag[at], at + 1);
+  if (end == std::string_view::npos) return end;
+  AddAttribute(name, tag.substr(at + 1, end - at - 1));
+  return end + 1;
+}
+
+// Reads a start tag without its angle brackets. False if it goes on, as the bracket stands within
+// an attribute.
+bool TScanner::ParseTag(std::string_view tag) {
+  fAttributeCount = 0;
+  fIsEmptyTag = false;
+  const std::string_view name = tag.substr(0, NameLength(tag));
+  std::size_t at = name.size();
   for (;;) {
-    TakeUntil([quote](int c) { return c == quote || c == '<' || c == '&'; });
-    const int c = Peek();
-    if (c == quote) break;
-    if (c == kEnd) failHere("the attribute ", " doesn't end");
-    if (c == '<') failHere("a \"<\" within the attribute ", "");
-    TakeReference();
+    const std::size_t next = SkippedBlanks(tag, at);
+    if (next == tag.size()) break;
+    if (tag[next] == '/') {
+      if (next + 1 != tag.size()) Fail("malformed XML");
+      fIsEmptyTag = true;
+      break;
+    }
+    if (next == at) Fail("malformed XML in a tag of " + std::string(name));
+    at = ParseAttribute(tag, next);
+    if (at == std::string_view::npos) return false;
   }
-  Take();
+  OpenElement(name);
+  return true;
 }
 
-TScanner::EToken TScanner::TakeStartTag() {
-  const unsigned long line = fLine;
-  fElement = TakeName();
-  fAttributes.clear();
-  bool isSeparated = TakeBlanks();
-  while (Peek() != '>' && Peek() != '/') {
-    if (!isSeparated) Fail("malformed XML in a tag of " + fElement);
-    TakeAttribute();
-    isSeparated = TakeBlanks();
-  }
-  const bool isEmpty = Peek() == '/';
-  if (isEmpty) Take();
-  Expect(">");
-  if (fOpen.empty() && fHasRoot) Fail(line, "a second element at the top: " + fElement);
-  if (fOpen.size() == kMaxElementDepth) Fail(line, "elements are nested too deeply");
+void TScanner::OpenElement(std::string_view name) {
+  if (fDepth == 0 && fHasRoot) Fail("a second element at the top: " + std::string(name));
+  if (fDepth == kMaxElementDepth) Fail("elements are nested too deeply");
   fHasRoot = true;
-  if (isEmpty) return kEmptyTag;
-  fOpen.emplace_back(fElement, line);
-  return kStartTag;
+  fElementName = name;
+  fElement = ElementOf(name);
+  fTagLine = fLine;
+  if (fDepth == fOpen.size()) fOpen.emplace_back();
+  fOpen[fDepth].fName = name;
+  fOpen[fDepth].fLine = fLine;
+  ++fDepth;
+}
+
+void TScanner::TakeStartTag() {
+  std::size_t end = Find('>', 1);
+  for (;;) {
+    if (end == std::string_view::npos) {
+      // What stands there tells best what is wrong with it.
+      if (!ParseTag(Buffered().substr(1))) {
+        const std::string tag(Buffered());
+        const std::size_t equals = tag.rfind('=');
+        const std::size_t start = tag.find_last_of(" \t\r\n", equals) + 1;
+        Fail("the attribute " + tag.substr(start, equals - start) + " doesn't end");
+      }
+      Fail("malformed XML");
+    }
+    if (ParseTag(Buffered().substr(1, end - 1))) break;
+    end = Find('>', end + 1);
+  }
+  Advance(end + 1);
 }
 
 void TScanner::TakeEndTag() {
-  Expect("/");
-  fElement = TakeName();
-  TakeBlanks();
-  Expect(">");
-  if (fOpen.empty()) Fail("an end tag of " + fElement + " without a start tag");
-  if (fOpen.back().first != fElement) {
-    Fail("an end tag of " + fElement + " where " + fOpen.back().first + ", begun in line " +
-         std::to_string(fOpen.back().second) + ", has to end");
+  const std::size_t end = Find('>', 2);
+  if (end == std::string_view::npos) Fail("malformed XML");
+  const std::string_view tag = Buffered().substr(2, end - 2);
+  const std::string_view name = tag.substr(0, NameLength(tag));
+  if (SkippedBlanks(tag, name.size()) != tag.size()) Fail("malformed XML");
+  if (fDepth == 0) Fail("an end tag of " + std::string(name) + " without a start tag");
+  const TOpen& open = fOpen[fDepth - 1];
+  if (open.fName != name) {
+    Fail("an end tag of " + std::string(name) + " where " + open.fName + ", begun in line " +
+         std::to_string(open.fLine) + ", has to end");
   }
-  fOpen.pop_back();
+  --fDepth;
+  Advance(end + 1);
 }
 
-// What a "<" has begun.
+// What stands in front of the elements and among them.
+
+void TScanner::TakeComment() {
+  const std::size_t end = FindText("-->", 4, "a comment");
+  const std::string_view text = Buffered().substr(4, end - 4);
+  if (text.find("--") != std::string_view::npos || (!text.empty() && text.back() == '-'))
+    Fail("a comment with two hyphens in it");
+  if (StartsWith(text, kNoteStart))
+    fNotes.push_back({fLine, std::string(text.substr(kNoteStart.size()))});
+  Advance(end + 3);
+}
+
+void TScanner::CheckDeclaration(std::string_view declaration) const {
+  if (!fIsAtStart) Fail("an XML declaration that isn't at the beginning");
+  if (DeclaredValue(declaration, "version") != "1.0") Fail("not XML 1.0");
+}
+
+void TScanner::TakeProcessingInstruction() {
+  const std::size_t end = FindText("?>", 2, "a processing instruction");
+  const std::string_view text = Buffered().substr(2, end - 2);
+  if (LowerCase(text.substr(0, NameLength(text))) == "xml") CheckDeclaration(text);
+  Advance(end + 2);
+}
+
+void TScanner::TakeDocumentType() {
+  constexpr std::string_view kStart = "<!DOCTYPE";
+  if (fHasRoot) Fail("a document type declaration that isn't in front of the elements");
+  if (!Has(kStart.size()) || !StartsWith(Buffered(), kStart)) Fail("malformed XML");
+  for (std::size_t at = kStart.size();; ++at) {
+    if (!Has(at + 1)) Fail("the document type declaration doesn't end");
+    const char c = Buffered()[at];
+    if (c == '[') Fail("a document type declaration with definitions, which aren't read");
+    if (c == '>') return Advance(at + 1);
+    if (c != '"' && c != '\'') continue;
+    at = Find(c, at + 1);
+    if (at == std::string_view::npos) Fail("a literal doesn't end");
+  }
+}
+
+void TScanner::TakeCData() {
+  constexpr std::string_view kStart = "<![CDATA[";
+  if (!Has(kStart.size()) || !StartsWith(Buffered(), kStart)) Fail("malformed XML");
+  const std::size_t end = FindText("]]>", kStart.size(), "a CDATA section");
+  std::string_view text = Buffered().substr(kStart.size(), end - kStart.size());
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t next = std::min(text.find('\r', at), text.size());
+    fText.append(text, at, next - at);
+    if (next != text.size() && text.substr(next + 1, 1) != "\n") fText += '\n';
+    at = next + 1;
+  }
+  Advance(end + 3);
+}
+
+// What a "<" begins.
 TScanner::EToken TScanner::TakeTag() {
-  switch (Peek()) {
+  if (fNotesAreOld) fNotes.clear();
+  fNotesAreOld = false;
+  if (!Has(2)) Fail("malformed XML");
+  switch (Buffered()[1]) {
     case '!':
-      Take();
-      TakeMarkup();
-      return kOtherMarkup;
+      if (Has(4) && StartsWith(Buffered(), "<!--"))
+        TakeComment();
+      else if (Has(3) && Buffered()[2] == '[')
+        TakeCData();
+      else
+        TakeDocumentType();
+      return kOther;
     case '?':
       TakeProcessingInstruction();
-      return kOtherMarkup;
+      return kOther;
     case '/':
       TakeEndTag();
+      fNotesAreOld = true;
       return kEndTag;
     default:
-      return TakeStartTag();
+      TakeStartTag();
+      fNotesAreOld = true;
+      return kStartTag;
   }
 }
 
-TScanner::EToken TScanner::Next() {
+// Texts.
+
+void TScanner::AppendText(std::string_view raw) {
+  for (std::size_t at = 0; at < raw.size();) {
+    const std::size_t next = std::min(raw.find_first_of("&\r>", at), raw.size());
+    fText.append(raw, at, next - at);
+    if (next == raw.size()) return;
+    at = next + 1;
+    if (raw[next] == '&')
+      at = next + AppendReference(fText, raw, next);
+    else if (raw[next] == '\r')
+      fText.append(raw.substr(at, 1) == "\n" ? "" : "\n");
+    else if (next >= 2 && raw.substr(next - 2, 3) == "]]>")
+      Fail(fLine + LineFeeds(raw.substr(0, next)), "\"]]>\" within a text");
+    else
+      fText += '>';
+  }
+}
+
+// Appends character data up to the next markup.
+void TScanner::TakeText() {
+  std::size_t end = Find('<', 0);
+  const bool isEnd = end == std::string_view::npos;
+  if (isEnd) end = Buffered().size();
+  if (fText.size() + end > fLimits.fPiece)
+    Fail(fTagLine, "an element is larger than " + std::to_string(fLimits.fPiece) + " bytes");
+  AppendText(Buffered().substr(0, end));
+  Advance(end);
+  if (!isEnd) return;
+  const TOpen& open = fOpen[fDepth - 1];
+  Fail("the file ends within " + open.fName + ", begun in line " + std::to_string(open.fLine));
+}
+
+void TScanner::SkipBlanks() {
   for (;;) {
-    fText.clear();
-    fTextLine = fLine;
-    if (TakeBlanks()) fIsAtStart = false;
-    fText.clear();
-    if (Peek() == kEnd) break;
-    if (Peek() != '<') Fail("a text where an element is expected");
-    fTextLine = fLine;
-    Take();
-    const EToken token = TakeTag();
-    if (token != kOtherMarkup) return token;
-    if (fText.compare(0, 3, "<![") == 0) Fail(fTextLine, "a text where an element is expected");
-    fIsAtStart = false;
+    const std::string_view bytes = Buffered();
+    const std::size_t count = SkippedBlanks(bytes, 0);
+    if (count != 0) fIsAtStart = false;
+    Advance(count);
+    if (count != bytes.size() || !Refill()) return;
   }
-  CheckComplete();
-  return kEndOfDocument;
 }
 
-void TScanner::CheckComplete() const {
-  if (!fOpen.empty()) {
-    Fail("the file ends within " + fOpen.back().first + ", begun in line " +
-         std::to_string(fOpen.back().second));
+// Going on.
+
+bool TScanner::Next() {
+  if (fIsEmptyTag) {
+    fIsEmptyTag = false;
+    fNotes.clear();
+    --fDepth;
+    return false;
+  }
+  for (;;) {
+    SkipBlanks();
+    if (!Has(1)) break;
+    const unsigned long line = fLine;
+    if (Buffered()[0] != '<' || (Has(3) && StartsWith(Buffered(), "<![")))
+      Fail(line, "a text where an element is expected");
+    const EToken token = TakeTag();
+    fIsAtStart = false;
+    if (token != kOther) return token == kStartTag;
+  }
+  if (fDepth != 0) {
+    const TOpen& open = fOpen[fDepth - 1];
+    Fail("the file ends within " + open.fName + ", begun in line " + std::to_string(open.fLine));
   }
   if (!fHasRoot) Fail("no XML document");
+  return false;
 }
 
-void TScanner::ReadElement() {
-  const std::size_t depth = fOpen.size();
-  const std::string element = fElement;
-  while (fOpen.size() >= depth) {
+const std::string& TScanner::Text() {
+  fText.clear();
+  const bool isEmpty = fIsEmptyTag;
+  if (isEmpty) Next();
+  while (!isEmpty) {
     TakeText();
-    if (Peek() == kEnd) CheckComplete();
-    Take();
-    TakeTag();
+    const EToken token = TakeTag();
+    if (token == kStartTag) FailUnexpected("text alone");
+    if (token == kEndTag) break;
   }
-  fElement = element;
+  return fText;
+}
+
+void TScanner::Close() {
+  const unsigned long line = fTagLine;
+  const std::string name = fElementName;
+  if (!Text().empty()) Fail(line, name + ": isn't empty");
+}
+
+void TScanner::Skip() {
+  const std::size_t depth = fDepth;
+  if (fIsEmptyTag) {
+    Next();
+    return;
+  }
+  while (fDepth >= depth) {
+    fText.clear();
+    TakeText();
+    TakeTag();
+    if (!fIsEmptyTag) continue;
+    fIsEmptyTag = false;
+    --fDepth;
+  }
+}
+
+// Attributes.
+
+const std::string* TScanner::Attribute(std::string_view name) const {
+  for (std::size_t i = 0; i < fAttributeCount; ++i) {
+    if (fAttributes[i].fName == name) return &fAttributes[i].fValue;
+  }
+  return nullptr;
+}
+
+void TScanner::CheckAttributes(std::initializer_list<std::string_view> names) const {
+  for (std::size_t i = 0; i < fAttributeCount; ++i) {
+    const std::string& attribute = fAttributes[i].fName;
+    if (std::find(names.begin(), names.end(), attribute) == names.end() && !BelongsToXML(attribute))
+      FailHere("has no attribute " + Quoted(attribute));
+  }
 }
 
 }  // namespace container

@@ -17,11 +17,12 @@ bool IsCompressed(const std::string& path) {
 
 }  // namespace
 
-boost::shared_ptr<NQORHWX20::TMemoryNamespace> LoadFile(const std::string& path) {
+boost::shared_ptr<NQORHWX20::TMemoryNamespace> LoadFile(const std::string& path,
+                                                        const TReading& reading) {
   TFileSource file(path);
-  if (!IsCompressed(path)) return ReadContainer(file, path);
-  TGunzipSource expanded(file, path);
-  return ReadContainer(expanded, path);
+  if (!IsCompressed(path)) return ReadContainer(file, path, reading);
+  TGunzipSource expanded(file, path, reading.fLimits);
+  return ReadContainer(expanded, path, reading);
 }
 
 void SaveFile(NQORHWX20::TMemoryNamespace& ns, const std::string& path) {

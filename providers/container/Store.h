@@ -5,12 +5,14 @@
 #include <string>
 
 #include "hwxkit/TMemoryNamespace.h"
+#include "providers/container/Reader.h"
 
 namespace container {
 
 /// The namespace in a file, which is compressed if its name ends in ".gz". See
 /// `IContainerSource::LoadContainer` for failures.
-boost::shared_ptr<NQORHWX20::TMemoryNamespace> LoadFile(const std::string& path);
+boost::shared_ptr<NQORHWX20::TMemoryNamespace> LoadFile(const std::string& path,
+                                                        const TReading& reading = TReading());
 
 /// Writes a namespace to a file, or changes nothing. See `IContainerSource::SaveContainer` for
 /// failures.

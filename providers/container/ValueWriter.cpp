@@ -24,6 +24,19 @@ bool HasKeys(const TCIMReference& reference) {
   return any;
 }
 
+bool EndsWith(const std::string& text, std::string_view end) {
+  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+// The host in a name of the form "//host/name"; empty for any other name.
+std::string HostOf(const std::string& name) {
+  if (name.compare(0, 2, "//") != 0) return std::string();
+  const std::size_t end = name.find('/', 2);
+  if (end == std::string::npos) return std::string();
+  const std::string host = name.substr(2, end - 2);
+  return IsXMLText(host) ? host : std::string();
+}
+
 }  // namespace
 
 void TValueWriter::Attribute(const char* name, std::string_view text) {
@@ -51,21 +64,7 @@ void TValueWriter::Extent(const TCIMValue& value) {
     Attribute("ARRAYSIZE", std::to_string(value.GetMaxArraySize()));
   if (!value.IsReference()) return;
   if (const boost::shared_ptr<ICIMClass> referenced = value.GetReferencedClass())
-    Attribute("REFERENCECLASS", ClassOf(referenced)->GetName(TCIMContext()));
-}
-
-// Goes by the name of the class, since elements of a copied array still refer to the classes of the
-// namespace that it was copied from.
-boost::shared_ptr<TMemoryClass> TValueWriter::ClassOf(
-    const boost::shared_ptr<ICIMClass>& referenced) const {
-  const std::string& name = referenced->GetName(TCIMContext());
-  const boost::shared_ptr<TMemoryClass> found = fNamespace.FindClass(name);
-  if (!found || !HasClass(name)) {
-    throw TUnsavable(kHWXStatusInvalidClass,
-                     "a reference to the class " + Quoted(name) +
-                         (found ? ", which comes later" : ", which isn't in the namespace"));
-  }
-  return found;
+    Attribute("REFERENCECLASS", referenced->GetName(TCIMContext()));
 }
 
 void TValueWriter::Value(const TCIMValue& value, bool isKey, unsigned int depth) {
@@ -78,17 +77,26 @@ void TValueWriter::Value(const TCIMValue& value, bool isKey, unsigned int depth)
     Scalar(value, isKey);
 }
 
+void TValueWriter::Note(EForm form, const std::string& text) {
+  fXML.append("<!--hwx ").append(FormName(form));
+  if (!text.empty()) fXML.append(" ").append(text);
+  fXML += "-->";
+}
+
 void TValueWriter::Scalar(const TCIMValue& value, bool isKey) {
   const TScalarText text = ScalarText(value);
+  // A string keeps its escapes in the open: whoever doesn't know the note has a text all the same.
+  const bool isString = value.GetType() == TType::kCIMTypeString;
+  if (text.fForm != EForm::kPlain) Note(text.fForm, isString ? std::string() : text.fText);
+  if (text.fForm == EForm::kCleared && !isKey) return;
   const char* const element = ValueElement(value.GetType(), isKey);
   fXML.append("<").append(element);
   if (isKey) {
     Attribute("VALUETYPE", KindOfKey(value.GetType()));
     Attribute("TYPE", value.GetType().ToString());
   }
-  if (text.fForm != EForm::kPlain) Attribute("FORM", FormName(text.fForm));
   fXML += '>';
-  AppendContent(fXML, text.fText);
+  AppendContent(fXML, text.fForm == EForm::kPlain ? text.fText : StandInText(value, text));
   End(element);
 }
 
@@ -97,7 +105,7 @@ void TValueWriter::Array(const TCIMValue& value, unsigned int depth) {
   const std::vector<TCIMValue>& elements = value;
   fXML.append("<").append(name).append(">");
   for (const TCIMValue& element : elements) {
-    // An array that was changed in place may hold elements of any type.
+    // Whoever changes an array in place may put anything into it.
     if (element.GetType() != AsElement(value.GetType()))
       throw TUnsavable(kHWXStatusInvalidProperty, "an array with an element of another type");
     if (element.IsNull()) {
@@ -108,6 +116,7 @@ void TValueWriter::Array(const TCIMValue& value, unsigned int depth) {
       Reference(element, depth);
     } else {
       Scalar(element, false);
+      if (EndsWith(fXML, "-->")) fXML += "<VALUE.NULL/>";  // a cleared one
     }
   }
   End(name);
@@ -120,7 +129,7 @@ void TValueWriter::Reference(const TCIMValue& value, unsigned int depth) {
     throw TUnsavable(kHWXStatusNotSupported, "references that are nested deeper than " +
                                                  std::to_string(kMaxReferenceDepth));
   }
-  // In the kit every reference that is kept has a class.
+  // No value keeps a reference without a class.
   fXML += "<VALUE.REFERENCE>";
   Target(value, depth);
   fXML += "</VALUE.REFERENCE>";
@@ -129,27 +138,31 @@ void TValueWriter::Reference(const TCIMValue& value, unsigned int depth) {
 void TValueWriter::Target(const TCIMReference& reference, unsigned int depth) {
   const bool hasKeys = HasKeys(reference);
   const std::string label = reference.GetNameSpaceName();
-  const char* const path = hasKeys ? "LOCALINSTANCEPATH" : "LOCALCLASSPATH";
+  std::string path = HostOf(label).empty() ? "LOCAL" : "";
+  path += hasKeys ? "INSTANCEPATH" : "CLASSPATH";
   if (!label.empty()) {
     fXML.append("<").append(path).append(">");
     NamespacePath(label);
   }
-  const boost::shared_ptr<TMemoryClass> named = ClassOf(reference.GetClass());
+  const std::string& named = reference.GetClassName();
   fXML += hasKeys ? "<INSTANCENAME" : "<CLASSNAME";
-  Attribute(hasKeys ? "CLASSNAME" : "NAME", named->GetName(TCIMContext()));
+  Attribute(hasKeys ? "CLASSNAME" : "NAME", named);
   fXML += hasKeys ? ">" : "/>";
   reference.EnumerateKeyBindings([&](const std::pair<std::string, TCIMValue>& key) {
-    CheckKey(*named, key.first, key.second);
+    CheckKey(named, key.first, key.second);
     Key(key.first, key.second, depth + 1);
     return true;
   });
   if (hasKeys) fXML += "</INSTANCENAME>";
-  if (!label.empty()) End(path);
+  if (!label.empty()) End(path.c_str());
 }
 
-void TValueWriter::CheckKey(const TMemoryClass& keyClass, const std::string& name,
+// A class of another namespace isn't there to tell the type of a key that doesn't tell it itself.
+void TValueWriter::CheckKey(const std::string& className, const std::string& name,
                             const TCIMValue& value) const {
-  const auto decl = keyClass.FindPropertyDecl(name);
+  const boost::shared_ptr<TMemoryClass> keyClass = fNamespace.FindClass(className);
+  if (!keyClass && !value.IsNull() && !value.IsArray()) return;
+  const auto decl = keyClass ? keyClass->FindPropertyDecl(name) : nullptr;
   if (decl && decl->GetType(TCIMContext()) == value.GetType()) return;
   throw TUnsavable(kHWXStatusInvalidClass, "a reference with the key " + Quoted(name) +
                                                ", which its class doesn't declare so");
@@ -158,22 +171,28 @@ void TValueWriter::CheckKey(const TMemoryClass& keyClass, const std::string& nam
 void TValueWriter::Key(const std::string& name, const TCIMValue& value, unsigned int depth) {
   fXML += "<KEYBINDING";
   Attribute("NAME", name);
-  if (value.IsNull() || !value.IsReference()) Extent(value);  // else the value names its class
+  if (value.IsNull() || !value.IsReference()) Extent(value);  // else the class stands in the value
   fXML += '>';
   Value(value, true, depth);
   fXML += "</KEYBINDING>";
 }
 
 void TValueWriter::NamespacePath(const std::string& name) {
+  const std::string host = HostOf(name);
+  if (!host.empty()) {
+    fXML += "<NAMESPACEPATH><HOST>";
+    AppendContent(fXML, host);
+    fXML += "</HOST>";
+  }
   fXML += "<LOCALNAMESPACEPATH>";
-  for (std::size_t start = 0; start <= name.size();) {
+  for (std::size_t start = host.empty() ? 0 : host.size() + 3; start <= name.size();) {
     const std::size_t end = std::min(name.find('/', start), name.size());
     fXML += "<NAMESPACE";
     Attribute("NAME", std::string_view(name).substr(start, end - start));
     fXML += "/>";
     start = end + 1;
   }
-  fXML += "</LOCALNAMESPACEPATH>";
+  fXML += host.empty() ? "</LOCALNAMESPACEPATH>" : "</LOCALNAMESPACEPATH></NAMESPACEPATH>";
 }
 
 }  // namespace container

@@ -5,13 +5,12 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 
 #include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/TCIMValue.h"
 #include "hwxcore/value/THWXStatusCode.h"
-#include "hwxkit/CIMName.h"
 #include "hwxkit/TMemoryNamespace.h"
+#include "providers/container/ScalarText.h"
 
 namespace container {
 
@@ -31,16 +30,11 @@ class TUnsavable : public std::runtime_error {
 /// Thread-safety: none.
 class TValueWriter {
  public:
-  /// `ns` is the namespace that is being saved. References may name classes that were added by
-  /// `AddClass`, or with `isComplete` all of the namespace.
-  explicit TValueWriter(const NQORHWX20::TMemoryNamespace& ns, bool isComplete = false)
-      : fNamespace(ns), fIsComplete(isComplete) {}
+  /// `ns` is the namespace that is being saved.
+  explicit TValueWriter(const NQORHWX20::TMemoryNamespace& ns) : fNamespace(ns) {}
 
   /// What has been written so far, to be taken away or added to.
   std::string& XML() { return fXML; }
-
-  void AddClass(const std::string& name) { fClasses.insert(name); }
-  bool HasClass(const std::string& name) const { return fIsComplete || fClasses.count(name) != 0; }
 
   /// Appends ` NAME="text"`. A name's escapes need no mark, as no other name has a backslash.
   void Attribute(const char* name, std::string_view text);
@@ -54,30 +48,29 @@ class TValueWriter {
   /// Appends the attributes ARRAYSIZE and REFERENCECLASS that a value needs.
   void Extent(const NQORHWX20::TCIMValue& value);
 
-  /// Appends the element of a value, or nothing for a null.
+  /// Appends the element of a value, or nothing for a null. A note in front of it tells how it is
+  /// to be read where CIM-XML can't say it.
   void Value(const NQORHWX20::TCIMValue& value) { Value(value, false, 0); }
 
   /// Appends a KEYBINDING.
   void Key(const std::string& name, const NQORHWX20::TCIMValue& value) { Key(name, value, 0); }
 
-  /// Appends a LOCALNAMESPACEPATH, with a NAMESPACE for each part of the name.
+  /// Appends a LOCALNAMESPACEPATH, with a NAMESPACE for each part of the name, or a NAMESPACEPATH
+  /// for a name of the form "//host/name".
   void NamespacePath(const std::string& name);
 
  private:
   void Value(const NQORHWX20::TCIMValue& value, bool isKey, unsigned int depth);
   void Key(const std::string& name, const NQORHWX20::TCIMValue& value, unsigned int depth);
   void Scalar(const NQORHWX20::TCIMValue& value, bool isKey);
+  void Note(EForm form, const std::string& text);
   void Array(const NQORHWX20::TCIMValue& value, unsigned int depth);
   void Reference(const NQORHWX20::TCIMValue& value, unsigned int depth);
   void Target(const NQORHWX20::TCIMReference& reference, unsigned int depth);
-  void CheckKey(const NQORHWX20::TMemoryClass& keyClass, const std::string& name,
+  void CheckKey(const std::string& className, const std::string& name,
                 const NQORHWX20::TCIMValue& value) const;
-  boost::shared_ptr<NQORHWX20::TMemoryClass> ClassOf(
-      const boost::shared_ptr<NQORHWX20::ICIMClass>& referenced) const;
 
   const NQORHWX20::TMemoryNamespace& fNamespace;
-  const bool fIsComplete;
-  std::unordered_set<std::string, NQORHWX20::TCIMNameHash, NQORHWX20::TCIMNameEqual> fClasses;
   std::string fXML;
 };
 

@@ -66,6 +66,7 @@ constexpr TFlagName kScopeNames[] = {
 
 constexpr TFlagName kFlavorNames[] = {{"OVERRIDABLE", NQORHWX20::kFlavorEnableOverride},
                                       {"TOSUBCLASS", NQORHWX20::kFlavorToSubclass},
+                                      {"TOINSTANCE", NQORHWX20::kFlavorToInstance},
                                       {"TRANSLATABLE", NQORHWX20::kFlavorTranslatable}};
 
 }  // namespace container

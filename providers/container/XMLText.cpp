@@ -58,7 +58,8 @@ const char* AttributeReference(char c) {
   }
 }
 
-void Append(std::string& xml, std::string_view text, const char* (*reference)(char)) {
+template <typename Reference>
+void Append(std::string& xml, std::string_view text, Reference reference) {
   std::size_t start = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char* const replacement = reference(text[i]);
@@ -150,11 +151,11 @@ std::optional<std::string> Unescaped(std::string_view text) {
 }
 
 void AppendContent(std::string& xml, std::string_view text) {
-  Append(xml, text, &ContentReference);
+  Append(xml, text, [](char c) { return ContentReference(c); });
 }
 
 void AppendAttributeValue(std::string& xml, std::string_view text) {
-  Append(xml, text, &AttributeReference);
+  Append(xml, text, [](char c) { return AttributeReference(c); });
 }
 
 }  // namespace container

@@ -32,16 +32,20 @@ inline NQORHWX20::TCIMValue Null(Type::ECIMType type) {
 /// The document of a namespace.
 inline std::string Save(NQORHWX20::TMemoryNamespace& ns,
                         const container::TLimits& limits = container::TLimits()) {
+  container::TWriting writing;
+  writing.fLimits = limits;
   container::TStringSink sink;
-  container::WriteContainer(ns, sink, "saved.xml", limits);
+  container::WriteContainer(ns, sink, "saved.xml", writing);
   return sink.Bytes();
 }
 
 /// The namespace of a document.
 inline Namespace Load(std::string_view document,
                       const container::TLimits& limits = container::TLimits()) {
+  container::TReading reading;
+  reading.fLimits = limits;
   container::TMemorySource source(document);
-  return container::ReadContainer(source, "file.xml", limits);
+  return container::ReadContainer(source, "file.xml", reading);
 }
 
 /// A document around qualifier declarations, classes and instances, which begin in line 2.

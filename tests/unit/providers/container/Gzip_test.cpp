@@ -120,7 +120,8 @@ TEST(Gzip, PassesOnWhatTheDocumentBehindItDoesWrong) {
   TMemorySource source(bytes);
   TGunzipSource expanded(source, "file.gz");
   EXPECT_EQ(FailureOf([&] { ReadContainer(expanded, "file.gz"); }).text,
-            "file.gz:2: NONSENSE doesn't belong here");
+            "file.gz:2: NONSENSE: doesn't belong into DECLGROUP.WITHNAME, where "
+            "QUALIFIER.DECLARATION, CLASS, INSTANCE or a VALUE with one of them is expected");
 }
 
 // So much of nothing that it would fill every disk takes neither memory nor much time.
@@ -132,10 +133,18 @@ TEST(Gzip, MayNotExpandWithoutEnd) {
       return size;
     }
   } blanks;
-  TLimits limits;
-  limits.fDocument = 50000000;
-  EXPECT_THAT(FailureOf([&] { ReadContainer(blanks, "file.gz", limits); }).text,
+  TReading reading;
+  reading.fLimits.fDocument = 50000000;
+  EXPECT_THAT(FailureOf([&] { ReadContainer(blanks, "file.gz", reading); }).text,
               HasSubstr(": the document is larger than 50000000 bytes"));
+}
+
+TEST(Gzip, MayNotExpandAThousandTimes) {
+  const std::string bytes = Gzip(Document(std::string(60 << 20, ' ')));
+  TMemorySource source(bytes);
+  TGunzipSource expanded(source, "file.gz");
+  EXPECT_THAT(FailureOf([&] { ReadContainer(expanded, "file.gz"); }).text,
+              HasSubstr(": each byte stands for more than 200 bytes of the document"));
 }
 
 }  // namespace

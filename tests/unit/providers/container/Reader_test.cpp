@@ -93,16 +93,19 @@ TEST(Reader, ChecksTheFrame) {
   EXPECT_EQ(WhyRefused("\n<CIM CIMVERSION='2.0'>x"),
             "file.xml:2: CIM: lacks the attribute DTDVERSION");
   EXPECT_EQ(WhyRefused("<CIM CIMVERSION='2.0' DTDVERSION='2.0'>\n<MESSAGE>"),
-            "file.xml:2: no container: a DECLARATION is missing");
+            "file.xml:2: the file ends within MESSAGE, begun in line 2");
   EXPECT_EQ(WhyRefused("<CIM CIMVERSION='2.0' DTDVERSION='2.0' a='b'>"),
             "file.xml:1: CIM: has no attribute \"a\"");
   EXPECT_EQ(WhyRefused(Document("x")), "file.xml:2: a text where an element is expected");
-  EXPECT_EQ(Why("<NONSENSE/>"), "3: NONSENSE doesn't belong here");
-  EXPECT_EQ(Why("</DECLGROUP.WITHNAME><NONSENSE>"), "3: NONSENSE doesn't belong here");
+  EXPECT_EQ(
+      Why("<NONSENSE/>"),
+      "3: NONSENSE: doesn't belong into DECLGROUP.WITHNAME, where QUALIFIER.DECLARATION, CLASS, "
+      "INSTANCE or a VALUE with one of them is expected");
+  EXPECT_EQ(Why("</DECLGROUP.WITHNAME><NONSENSE>"),
+            "3: NONSENSE: doesn't belong into DECLARATION, where DECLGROUP, DECLGROUP.WITHNAME or "
+            "DECLGROUP.WITHPATH is expected");
   EXPECT_EQ(Why("</DECLGROUP.WITHNAME></DECLARATION><DECLARATION>"),
-            "3: DECLARATION doesn't belong here");
-  EXPECT_EQ(Why("<LOCALNAMESPACEPATH><NAMESPACE NAME='a'/></LOCALNAMESPACEPATH>"),
-            "3: LOCALNAMESPACEPATH: the container has two namespaces");
+            "3: DECLARATION: doesn't belong into CIM, where nothing more is expected");
 }
 
 TEST(Reader, TellsOtherVersions) {
@@ -138,9 +141,9 @@ TEST(Reader, ChecksQualifierDeclarations) {
   EXPECT_EQ(why("NAME='A' TYPE='string'", "<SCOPE PROPERTY='1'/>"),
             "4: SCOPE: PROPERTY is neither true nor false, but \"1\"");
   EXPECT_EQ(why("NAME='A' TYPE='string'", "<SCOPE/><SCOPE/>"),
-            "4: SCOPE: doesn't belong into QUALIFIER.DECLARATION");
+            "4: SCOPE: doesn't belong into QUALIFIER.DECLARATION, where one SCOPE is expected");
   EXPECT_EQ(why("NAME='A' TYPE='string'", "<VALUE/><VALUE/>"),
-            "4: VALUE: doesn't belong into QUALIFIER.DECLARATION");
+            "4: VALUE: doesn't belong into QUALIFIER.DECLARATION, where one value is expected");
   EXPECT_EQ(why("NAME='A' TYPE='uint8'", "<VALUE>x</VALUE>"), "4: VALUE: \"x\" is no uint8");
 }
 
@@ -150,13 +153,9 @@ TEST(Reader, ChecksQualifiers) {
                "</VALUE></QUALIFIER></CLASS>");
   };
   EXPECT_EQ(why("NAME='key' TYPE='boolean'"), "");
-  EXPECT_EQ(why("NAME='B' TYPE='boolean'"),
-            "4: QUALIFIER \"B\": there is no declaration of this qualifier in front of it");
   EXPECT_EQ(why("NAME='Key' TYPE='string'"),
             "4: QUALIFIER \"Key\": the qualifier is declared as boolean");
   EXPECT_EQ(why("NAME='Key' TYPE='boolean'", "1"), "4: VALUE: \"1\" is no boolean");
-  EXPECT_EQ(why("NAME='Key' TYPE='boolean' OVERRIDABLE='true'"),
-            "4: QUALIFIER \"Key\": OVERRIDABLE differs from the qualifier's declaration");
   EXPECT_EQ(why("NAME='Key' TYPE='boolean' PROPAGATED='true'"),
             "4: QUALIFIER \"Key\": PROPAGATED, but from nowhere");
   EXPECT_EQ(Why("<CLASS NAME='A'><QUALIFIER NAME='Key' TYPE='boolean'/>\n"
@@ -166,14 +165,14 @@ TEST(Reader, ChecksQualifiers) {
 
 TEST(Reader, ChecksClasses) {
   EXPECT_EQ(Why("<CLASS NAME='disk'/>"), "3: CLASS \"disk\": the class stands twice");
-  EXPECT_EQ(Why("<CLASS NAME='A' SUPERCLASS='B'/>"),
-            "3: CLASS \"A\": SUPERCLASS: there is no class \"B\" in front of this");
   EXPECT_EQ(Why("<CLASS/>"), "3: CLASS: lacks the attribute NAME");
   EXPECT_EQ(Why("<CLASS NAME='a b'/>"), "3: CLASS \"a b\": refused with kHWXStatusInvalidCIMName");
-  EXPECT_EQ(Why("<CLASS NAME='A'>\n<INSTANCE/></CLASS>"), "4: INSTANCE: doesn't belong into CLASS");
-  EXPECT_EQ(Why("<CLASS NAME='A'>\ntext</CLASS>"),
-            "3: CLASS \"A\": a text that doesn't belong here: \" text\"");
-  EXPECT_EQ(Why("<CLASS NAME='a\\x'/>"), "3: CLASS \"a\\\\x\": a malformed escape in NAME");
+  EXPECT_EQ(Why("<CLASS NAME='A'>\n<INSTANCE/></CLASS>"),
+            "4: INSTANCE: doesn't belong into CLASS, where QUALIFIER, PROPERTY or METHOD is "
+            "expected");
+  EXPECT_EQ(Why("<CLASS NAME='A'>\ntext</CLASS>"), "4: a text where an element is expected");
+  EXPECT_EQ(Why("<CLASS NAME='a\\x'/>"),
+            "3: CLASS \"a\\\\x\": refused with kHWXStatusInvalidCIMName");
 }
 
 TEST(Reader, ChecksPropertiesOfClasses) {
@@ -189,9 +188,6 @@ TEST(Reader, ChecksPropertiesOfClasses) {
             "4: PROPERTY \"B\": PROPAGATED, but from nowhere");
   EXPECT_EQ(why("<PROPERTY NAME='B' TYPE='uint8' CLASSORIGIN='C'/>"),
             "4: PROPERTY \"B\": CLASSORIGIN is neither the class nor a superclass: \"C\"");
-  EXPECT_EQ(
-      why("<PROPERTY.REFERENCE NAME='B' REFERENCECLASS='C'/>"),
-      "4: PROPERTY.REFERENCE \"B\": REFERENCECLASS: there is no class \"C\" in front of this");
   EXPECT_EQ(why("<PROPERTY NAME='B' TYPE='uint8' WRONG=''/>"),
             "4: PROPERTY \"B\": has no attribute \"WRONG\"");
 }
@@ -206,9 +202,10 @@ TEST(Reader, ChecksMethods) {
   EXPECT_EQ(why("<PARAMETER NAME='P'/>"), "4: PARAMETER \"P\": lacks the attribute TYPE");
   EXPECT_EQ(why("<PARAMETER NAME='P' TYPE='uint8'/><PARAMETER NAME='p' TYPE='uint8'/>"),
             "4: PARAMETER \"p\": refused with kHWXStatusAlreadyExists");
-  EXPECT_EQ(why("<VALUE/>"), "4: VALUE: doesn't belong into METHOD");
+  EXPECT_EQ(why("<VALUE/>"),
+            "4: VALUE: doesn't belong into METHOD, where QUALIFIER or PARAMETER is expected");
   EXPECT_EQ(why("<PARAMETER NAME='P' TYPE='uint8'><VALUE/></PARAMETER>"),
-            "4: VALUE: doesn't belong into PARAMETER");
+            "4: VALUE: doesn't belong into PARAMETER, where QUALIFIER is expected");
 }
 
 TEST(Reader, ChecksStaticValues) {
@@ -224,14 +221,11 @@ TEST(Reader, ChecksStaticValues) {
             "4: PROPERTY \"B\": refused with kHWXStatusNotFound");
   EXPECT_EQ(why(size + "</STATIC><STATIC CLASSNAME='Disk'>"),
             "4: STATIC \"Disk\": the static values stand twice");
-  EXPECT_EQ(Why("<STATIC CLASSNAME='B'/>"),
-            "3: STATIC \"B\": CLASSNAME: there is no class \"B\" in front of this");
+  EXPECT_EQ(Why("<STATIC CLASSNAME='B'/>"), "3: STATIC \"B\": there is no class \"B\"");
 }
 
 TEST(Reader, ChecksInstances) {
   EXPECT_EQ(Why(Instance("")), "");
-  EXPECT_EQ(Why("<INSTANCE CLASSNAME='B'/>"),
-            "3: INSTANCE \"B\": CLASSNAME: there is no class \"B\" in front of this");
   EXPECT_EQ(Why("<INSTANCE/>"), "3: INSTANCE: lacks the attribute CLASSNAME");
   EXPECT_EQ(Why("<INSTANCE CLASSNAME='Disk'/>"),
             "3: INSTANCE \"Disk\": a key is missing, null or an array");
@@ -256,13 +250,14 @@ TEST(Reader, ChecksPropertiesOfInstances) {
   EXPECT_EQ(
       WhyProperty("<PROPERTY NAME='Size' TYPE='uint16'/><PROPERTY NAME='SIZE' TYPE='uint16'/>"),
       "4: PROPERTY \"SIZE\": the property stands twice");
-  EXPECT_EQ(WhyProperty("<QUALIFIER/>"), "4: QUALIFIER: doesn't belong into INSTANCE");
+  EXPECT_EQ(WhyProperty("<VALUE/>"),
+            "4: VALUE: doesn't belong into INSTANCE, where PROPERTY is expected");
   EXPECT_EQ(WhyProperty("<PROPERTY NAME='Size' TYPE='uint16'><VALUE.ARRAY/></PROPERTY>"),
             "4: VALUE.ARRAY: a uint16 stands in a VALUE");
   EXPECT_EQ(WhyProperty("<PROPERTY.ARRAY NAME='Names' TYPE='string'><VALUE/></PROPERTY.ARRAY>"),
             "4: VALUE: a string array stands in a VALUE.ARRAY");
   EXPECT_EQ(WhyProperty("<PROPERTY NAME='Size' TYPE='uint16'><VALUE><VALUE/></VALUE></PROPERTY>"),
-            "4: VALUE: doesn't belong into VALUE");
+            "4: VALUE: doesn't belong into VALUE, where text alone is expected");
   EXPECT_EQ(WhyProperty("<PROPERTY NAME='ID' TYPE='string'><VALUE FORM='odd'/></PROPERTY>"),
             "4: VALUE: FORM has no value \"odd\"");
   EXPECT_EQ(
@@ -297,7 +292,8 @@ TEST(Reader, ChecksTheNamesOfInstances) {
             "4: KEYBINDING \"B\": the class \"Disk\" has no such property");
   EXPECT_EQ(why(key("", "a"), "Other"),
             "3: INSTANCENAME \"Other\": names another class than the instance");
-  EXPECT_EQ(why("<KEYVALUE/>"), "4: KEYVALUE: doesn't belong into INSTANCENAME");
+  EXPECT_EQ(why("<VALUE/>"),
+            "4: VALUE: doesn't belong into INSTANCENAME, where KEYBINDING is expected");
 }
 
 TEST(Reader, ChecksReferences) {
@@ -313,15 +309,17 @@ TEST(Reader, ChecksReferences) {
   EXPECT_EQ(why(""), "4: VALUE.REFERENCE: doesn't hold one object");
   EXPECT_EQ(why("<CLASSNAME NAME='Disk'/><CLASSNAME NAME='Disk'/>"),
             "4: VALUE.REFERENCE: doesn't hold one object");
-  EXPECT_EQ(why("<VALUE/>"), "5: VALUE: doesn't belong into VALUE.REFERENCE");
-  EXPECT_EQ(why("<CLASSNAME NAME='B'/>"),
-            "5: CLASSNAME \"B\": NAME: there is no class \"B\" in front of this");
-  EXPECT_EQ(why("<CLASSNAME NAME='Disk'>x</CLASSNAME>"), "5: CLASSNAME \"Disk\": isn't empty");
+  EXPECT_EQ(
+      why("<VALUE/>"),
+      "5: VALUE: doesn't belong into VALUE.REFERENCE, where CLASSNAME, INSTANCENAME or one of "
+      "their paths is expected");
+  EXPECT_EQ(why("<CLASSNAME NAME='Disk'>x</CLASSNAME>"), "5: CLASSNAME: isn't empty");
   EXPECT_EQ(why("<INSTANCENAME CLASSNAME='Disk'><KEYBINDING NAME='Size'><KEYVALUE "
                 "VALUETYPE='numeric'>x</KEYVALUE></KEYBINDING></INSTANCENAME>"),
             "5: KEYVALUE: \"x\" is no uint16");
   EXPECT_EQ(why("<LOCALCLASSPATH><CLASSNAME NAME='Disk'/></LOCALCLASSPATH>"),
-            "5: LOCALCLASSPATH: doesn't hold a LOCALNAMESPACEPATH and a CLASSNAME");
+            "5: CLASSNAME \"Disk\": doesn't belong into LOCALCLASSPATH, where NAMESPACEPATH or "
+            "LOCALNAMESPACEPATH is expected");
 }
 
 TEST(Reader, RefusesReferencesThatNestDeeply) {
@@ -336,31 +334,6 @@ TEST(Reader, RefusesReferencesThatNestDeeply) {
   };
   EXPECT_EQ(nested(kMaxReferenceDepth - 1), "");
   EXPECT_EQ(nested(kMaxReferenceDepth), "4: VALUE.REFERENCE: references are nested too deeply");
-}
-
-// Each line of such a document makes a class with all properties of all others.
-TEST(Reader, RefusesClassesThatInheritWithoutEnd) {
-  std::string classes = "<CLASS NAME='C0'>";
-  for (int i = 0; i < 2000; ++i)
-    classes += "<PROPERTY NAME='P" + std::to_string(i) + "' TYPE='uint8'/>";
-  classes += "</CLASS>\n";
-  for (int i = 1; i < 4000; ++i) {
-    classes +=
-        "<CLASS NAME='C" + std::to_string(i) + "' SUPERCLASS='C" + std::to_string(i - 1) + "'/>\n";
-  }
-  EXPECT_THAT(WhyRefused(Document(classes)), HasSubstr(": all classes together inherit too much"));
-}
-
-// Each line of such a document makes an instance with large default values.
-TEST(Reader, RefusesInstancesThatGrowWithoutEnd) {
-  std::string document = "<CLASS NAME='C'><PROPERTY NAME='P' TYPE='string'><VALUE>" +
-                         std::string(1000000, 'x') + "</VALUE></PROPERTY></CLASS>\n";
-  for (int i = 1; i < 10000; ++i)
-    document += "<INSTANCE CLASSNAME='C'/>\n";
-  TLimits limits;
-  limits.fWeight = 100000;
-  EXPECT_THAT(WhyRefused(Document(document), limits),
-              HasSubstr(": INSTANCE \"C\": all default values together are too large"));
 }
 
 }  // namespace

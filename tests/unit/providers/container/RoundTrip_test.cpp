@@ -63,10 +63,10 @@ TEST(RoundTrip, IsTriedWithEverythingThatThereIs) {
                            "<LOCALINSTANCEPATH",
                            "<LOCALCLASSPATH",
                            "<KEYVALUE",
-                           "FORM=\"escaped\"",
-                           "FORM=\"fields\"",
-                           "FORM=\"bits\"",
-                           "FORM=\"cleared\"",
+                           "<!--hwx escaped-->",
+                           "<!--hwx fields ",
+                           "<!--hwx bits ",
+                           "<!--hwx cleared-->",
                            "<KEYBINDING NAME=\"P0\"><VALUE.REFERENCE>"})
     EXPECT_NE(all.find(part), std::string::npos) << part;
 }
