@@ -5,7 +5,7 @@
 run_packages=(
   g++ cmake ninja-build pkg-config
   libboost-dev libboost-thread-dev
-  libpugixml-dev zlib1g-dev
+  zlib1g-dev
   libcli11-dev nlohmann-json3-dev
   libcurl4  # opened at run time, for file transfer
 )
@@ -17,6 +17,8 @@ test_packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   libspdlog-dev libpoco-dev libglib2.0-dev
   dmidecode lshw clang-format
+  libxml2-utils  # checks documents against their definition
+  libpugixml-dev  # a peer of the container benchmark
   pure-ftpd openssh-server openssh-sftp-server tinyproxy-bin  # to transfer to and through
   curl
   hwinfo dosfstools e2fsprogs fdisk mount
