@@ -7,6 +7,8 @@
 #include <optional>
 #include <string>
 
+#include "hwx/inventory/Containers.h"
+
 namespace hwx {
 
 /// Adds an option, or, without dashes in front of its name, a positional argument, whose text may
@@ -14,6 +16,9 @@ namespace hwx {
 /// text.
 CLI::Option* AddText(CLI::App& app, const char* name, std::optional<std::string>& target,
                      const char* description, const char* argument);
+
+/// Adds the options that say how files are read, "--namespace" and "--max-memory".
+void AddFileReading(CLI::App& app, TFileReading& reading);
 
 /// Adds the option "--json".
 void AddJson(CLI::App& app, bool& target);

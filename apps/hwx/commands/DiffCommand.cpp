@@ -38,13 +38,14 @@ class TDiffCommand : public ICommand {
         ->type_name("CLASS.PROPERTY")
         ->expected(1)
         ->take_all();
+    AddFileReading(*app, fReading);
     AddJson(*app, fJson);
     return app;
   }
 
   int Run(const TGlobalOptions&) override {
-    const auto oldSide = LoadContainer(*fOldPath);
-    const auto newSide = LoadContainer(*fNewPath);
+    const auto oldSide = LoadContainer(*fOldPath, fReading);
+    const auto newSide = LoadContainer(*fNewPath, fReading);
     const TDifference difference = Compare(*oldSide, *newSide, Ignored());
     WriteOutput(fJson ? DifferenceJson(difference) : DifferenceText(difference));
     if (!difference.fIsComplete) return kTrouble;
@@ -64,6 +65,7 @@ class TDiffCommand : public ICommand {
   std::optional<std::string> fOldPath;
   std::optional<std::string> fNewPath;
   std::vector<std::string> fIgnored;
+  TFileReading fReading;
   bool fJson = false;
 };
 

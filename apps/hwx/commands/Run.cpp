@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <exception>
+#include <new>
 #include <string>
 
 #include "hwx/commands/CommandLine.h"
@@ -59,6 +60,8 @@ int Guarded(int failureStatus, Step step) {
     return step();
   } catch (const THWXException& failure) {
     ReportError("the library failed: " + InWords(failure.GetStatus()));
+  } catch (const std::bad_alloc&) {
+    ReportError("there isn't enough memory");
   } catch (const std::exception& failure) {
     ReportError(failure.what());
   } catch (...) {  // of a plug-in's own type

@@ -17,30 +17,42 @@ class TShowCommand : public ICommand {
         program.add_subcommand("show", "Show what a file holds, or this machine without one");
     AddText(*app, "file", fPath, "A file that \"hwx collect\" wrote", "FILE");
     AddText(*app, "--class", fClass, "Show instances of NAME and its subclasses only", "NAME");
-    app->add_option("--format", fFormat, "table, json or xml; a table by default")
-        ->check(CLI::IsMember({"table", "json", "xml"}))
+    app->add_option("--format", fFormat, "table, json, xml or mof; a table by default")
+        ->check(CLI::IsMember({"table", "json", "xml", "mof"}))
         ->type_name("FORMAT");
+    AddFileReading(*app, fReading);
     return app;
   }
 
   int Run(const TGlobalOptions& options) override {
-    const auto shown = Shown(fPath ? LoadContainer(*fPath) : OpenMachine(options));
+    const NamespacePtr ns = fPath ? LoadContainer(*fPath, fReading) : OpenMachine(options);
+    if (fFormat == "xml" || fFormat == "mof") return PrintWhole(ns);
+    const TShownClasses shown = Shown(ns);
     WriteOutput(shown.fText);
     return shown.fIsComplete ? kExitOK : kExitFailed;
   }
 
  private:
-  TShownClasses Shown(const NamespacePtr& ns) const {
-    if (fFormat == "xml") {
-      const TCollection collection = Collect(ns, fClass);
-      return {ContainerText(collection.fContainer), collection.fIsComplete};
+  // A file is printed as it stands; a machine, or a part of a file, is collected first.
+  int PrintWhole(const NamespacePtr& ns) const {
+    const auto language = fFormat == "mof" ? EContainerText::kMOF : EContainerText::kXML;
+    if (fPath && !fClass) {
+      PrintContainer(ns, language);
+      return kExitOK;
     }
+    const TCollection collection = Collect(ns, fClass);
+    PrintContainer(collection.fContainer, language);
+    return collection.fIsComplete ? kExitOK : kExitFailed;
+  }
+
+  TShownClasses Shown(const NamespacePtr& ns) const {
     const TClasses classes = ClassesUnder(*ns, fClass);
     return fFormat == "json" ? ShowJson(classes) : ShowTable(classes);
   }
 
   std::optional<std::string> fPath;
   std::optional<std::string> fClass;
+  TFileReading fReading;
   std::string fFormat = "table";
 };
 

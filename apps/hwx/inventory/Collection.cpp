@@ -5,8 +5,9 @@
 #include "hwx/text/Failure.h"
 #include "hwx/text/Output.h"
 #include "hwx/text/StatusWords.h"
-#include "hwxcore/schema/TCIMCopy.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxkit/NamespaceCopy.h"
+#include "hwxkit/TMemoryNamespace.h"
 
 namespace hwx {
 
@@ -14,10 +15,17 @@ using namespace NQORHWX20;
 
 namespace {
 
-void CopySchema(const NamespacePtr& machine, const NamespacePtr& container) {
+boost::shared_ptr<TMemoryNamespace> Target(const TCollection& collection) {
+  return boost::static_pointer_cast<TMemoryNamespace>(collection.fContainer);
+}
+
+void CopyDeclarations(ICIMNamespace& machine, TCollection& collection) {
+  const auto failed = [&collection](const std::string& what, const std::string& why) {
+    ReportError(what + " can't be copied: " + why);
+    collection.fIsComplete = false;
+  };
   try {
-    // Products are copied with all other instances.
-    TCIMCopy::CopyClasses(machine, container, true);
+    CopySchema(machine, Target(collection), failed);
   } catch (const THWXException& failure) {
     throw TFailure("the schema can't be copied: " + InWords(failure.GetStatus()));
   }
@@ -45,7 +53,7 @@ class TInstanceCopier {
   // One that can't be copied costs itself alone.
   void Copy(const InstancePtr& instance) {
     try {
-      TCIMCopy::CopyInstance(instance, fCollection.fContainer);
+      CopyInstance(*instance, Target(fCollection));
       ++fCollection.fInstances;
     } catch (const THWXException& failure) {
       ReportError(InstancePath(*instance) + " can't be copied: " + InWords(failure.GetStatus()));
@@ -61,7 +69,7 @@ class TInstanceCopier {
 TCollection Collect(const NamespacePtr& machine, const std::optional<std::string>& onlyClass) {
   const TClasses chosen = ClassesUnder(*machine, onlyClass);
   TCollection collection = {NewContainer(machine->GetName(TCIMContext())), 0, 0, true};
-  CopySchema(machine, collection.fContainer);
+  CopyDeclarations(*machine, collection);
   collection.fClasses = AllClasses(*collection.fContainer).size();
   TInstanceCopier(collection).CopyAll(chosen);
   return collection;

@@ -3,7 +3,9 @@
 #include <boost/pointer_cast.hpp>
 
 #include "hwx/plugins/ProviderLoading.h"
+#include "hwx/system/MemoryLimit.h"
 #include "hwx/text/Failure.h"
+#include "hwx/text/Output.h"
 #include "hwxkit/IContainerSource.h"
 #include "hwxkit/TContainerException.h"
 
@@ -36,16 +38,25 @@ NamespacePtr NewContainer(const std::string& name) {
   return Asked([&](IContainerSource& containers) { return containers.NewContainer(name); });
 }
 
-NamespacePtr LoadContainer(const std::string& path) {
-  return Asked([&](IContainerSource& containers) { return containers.LoadContainer(path); });
+NamespacePtr LoadContainer(const std::string& path, const TFileReading& reading) {
+  TContainerLoading loading;
+  loading.fNamespace = reading.fNamespace;
+  loading.fMaxMemory = reading.fMaxMemory;
+  loading.fWarn = [](const std::string& line) { ReportError("warning: " + line); };
+  LimitMemory(reading.fMaxMemory);
+  return Asked(
+      [&](IContainerSource& containers) { return containers.LoadContainer(path, loading); });
 }
 
 void SaveContainer(const NamespacePtr& container, const std::string& path) {
   Asked([&](IContainerSource& containers) { containers.SaveContainer(container, path); });
 }
 
-std::string ContainerText(const NamespacePtr& container) {
-  return Asked([&](IContainerSource& containers) { return containers.ContainerText(container); });
+void PrintContainer(const NamespacePtr& container, EContainerText language) {
+  Asked([&](IContainerSource& containers) {
+    containers.WriteContainer(
+        container, language == EContainerText::kMOF ? kContainerMOF : kContainerXML, &WriteOutput);
+  });
 }
 
 }  // namespace hwx

@@ -26,6 +26,7 @@ TNames ClassAndAncestors(ClassPtr cimClass) {
 }
 
 TNames IgnoredIn(const ClassPtr& cimClass, const std::vector<TIgnoredProperty>& ignored) {
+  if (ignored.empty()) return TNames();  // a class may have a thousand ancestors
   const TNames classes = ClassAndAncestors(cimClass);
   TNames properties;
   for (const TIgnoredProperty& property : ignored) {
