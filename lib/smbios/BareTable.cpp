@@ -1,6 +1,8 @@
 #include "smbios/BareTable.h"
 
 #include <algorithm>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 #include "smbios/TableWalker.h"
@@ -8,6 +10,9 @@
 namespace smbios {
 
 namespace {
+
+// How the anchors of the entry points begin.
+constexpr std::string_view kAnchors[] = {"_SM3", "_SM_", "_DMI"};
 
 // The types that the format keeps for its future versions.
 constexpr int kFirstReserved = 47;
@@ -37,6 +42,18 @@ constexpr TLength kLengths[] = {
     {kTypeMemoryDevice, 0x5C, 3, 3},
 };
 
+// Whether the bytes begin with so much of an anchor that it isn't chance.
+bool BeginsLikeAnEntryPoint(const std::uint8_t* bytes, std::size_t size) {
+  constexpr std::size_t kSize = 4;
+  return size >= kSize && std::any_of(std::begin(kAnchors), std::end(kAnchors), [&](auto anchor) {
+           std::size_t same = 0;
+           for (std::size_t i = 0; i < kSize; ++i) {
+             same += bytes[i] == static_cast<std::uint8_t>(anchor[i]) ? 1 : 0;
+           }
+           return same >= kSize / 2;
+         });
+}
+
 bool IsPlausible(const TStructure& structure) {
   const int type = structure.Type();
   if (type == kTypeBiosInformation) {
@@ -49,14 +66,15 @@ bool IsPlausible(const TStructure& structure) {
 }  // namespace
 
 bool IsBareTable(const std::uint8_t* table, std::size_t size) {
-  bool hasBios = false;
-  bool hasSystem = false;
+  bool tellsOfMachine = false;
   const TWalk walk = WalkTable(table, size, 0, [&](const TStructure& structure) {
-    hasBios = hasBios || structure.Type() == kTypeBiosInformation;
-    hasSystem = hasSystem || structure.Type() == kTypeSystemInformation;
+    const int type = structure.Type();
+    tellsOfMachine =
+        tellsOfMachine || type == kTypeBiosInformation || type == kTypeSystemInformation;
     return IsPlausible(structure);
   });
-  return walk.fDamage.empty() && !walk.fStopped && hasBios && hasSystem;
+  return walk.fDamage.empty() && !walk.fStopped && tellsOfMachine &&
+         !BeginsLikeAnEntryPoint(table, size);
 }
 
 TEntryPoint EntryPointOfBareTable(const std::uint8_t* table, std::size_t size) {
