@@ -1,22 +1,16 @@
-# What tests must not leave behind. Sourced by ./test, which calls
+# What tests must not leave behind. Sourced by ./test, which runs them by
 #
-#   watch_surroundings        before the tests: makes the directory $test_scratch, to be their TMPDIR
-#   report_leftovers          behind them: names what they left, and fails if there is anything
+#   run_watched COMMAND [ARGUMENT...]
 #
-# A file that somebody else makes meanwhile in one of the places that are watched counts too.
-
-watch_surroundings() {
-  test_scratch=$(mktemp -d --tmpdir hwx-tests.XXXXXX)
-  chmod 1777 "$test_scratch"  # for the users too whom tests become
-  surroundings=$(surroundings)
-  trap 'rm -rf --one-file-system "$test_scratch"' EXIT
-}
+# This gives them a directory of their own for TMPDIR, and afterwards names what they left there and
+# elsewhere. It fails if there is anything, and only then. A file that somebody else makes meanwhile in one of
+# the places that are watched counts too.
 
 # What is there, one thing a line, sorted. Of /tmp and /var/log only what bears the names of this project,
 # since others write there all the time; and not what other runs of the tests have in /tmp.
 surroundings() {
   {
-    find . \( -path ./build -o -path ./.git \) -prune -o -print
+    find . \( -path ./build -o -path ./.cache -o -path ./.git \) -prune -o -print
     find "$HOME" /mnt -mindepth 1 -maxdepth 1
     find /tmp -maxdepth 1 \( -name 'hwx*' -o -name capture.log -o -name intr_address.tmp \) ! -name 'hwx-test*'
     find /var/log -path '/var/log/*_Support*'
@@ -49,8 +43,20 @@ report_leftovers() {
   done
   if [ -z "$left" ]; then
     echo "The tests left nothing behind."
-    return 0
+  else
+    sed 's/^/LEFT BEHIND: /' <<<"$left"
   fi
-  sed 's/^/LEFT BEHIND: /' <<<"$left"
-  return 1
+  [ -z "$left" ]
+}
+
+run_watched() {
+  local status=0
+  test_scratch=$(mktemp -d --tmpdir hwx-tests.XXXXXX)
+  trap 'rm -rf --one-file-system "$test_scratch"' EXIT
+  chmod 1777 "$test_scratch"  # for the users too whom tests become
+  surroundings=$(surroundings)
+  TMPDIR=$test_scratch "$@" || true
+  report_leftovers || status=1
+  rm -rf --one-file-system "$test_scratch"
+  return $status
 }
