@@ -16,8 +16,8 @@ struct TDate {
   std::uint16_t fDay = 0;
 };
 
-/// Reads "mm/dd/yyyy", or "mm/dd/yy", which is of the years 1980 to 2079; month and day may be of one
-/// digit, and blanks may stand around. None for anything else, and for a month or day that no
+/// Reads "mm/dd/yyyy", or "mm/dd/yy", which is of the years 1980 to 2079; month and day may be of
+/// one digit, and blanks may stand around. None for anything else, and for a month or day that no
 /// calendar has.
 std::optional<TDate> ParseFirmwareDate(std::string_view text);
 

@@ -110,7 +110,8 @@ TEST_F(InventoryClasses, ShowChassisAndBoards) {
     PutField(chassis, 0x11, 2, 0x0202);
     PutField(chassis, 0x15, 1, 5);
     tables.Add(3, chassis, {"EXMPL", "v2", "5A17", "A-77", "SKU-1"});
-    tables.Add(2, {1, 2, 3, 4, 5, 9, 6, 0, 0, 10}, {"EXMPL", "Board 9", "v1", "B17", "B-77", "Slot 1"});
+    tables.Add(2, {1, 2, 3, 4, 5, 9, 6, 0, 0, 10},
+               {"EXMPL", "Board 9", "v1", "B17", "B-77", "Slot 1"});
   });
   EXPECT_EQ(Show("CIM_Chassis"),
             "Tag Chassis 0\nManufacturer EXMPL\nVersion v2\nSerialNumber 5A17\nSKU SKU-1\n"
