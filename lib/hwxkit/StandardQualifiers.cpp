@@ -45,6 +45,7 @@ void DeclareStandardQualifiers(TMemoryNamespace& ns) {
   Declare(ns, "MaxLen", NullOf(TCIMType::kCIMTypeUInt32), kAnyMember, kFree);
   Declare(ns, "Out", false, kScopeParameter, kFixed);
   Declare(ns, "Override", nullString, kAnyProperty | kScopeMethod, kFlavorRestricted);
+  Declare(ns, "PUnit", nullString, kAnyMember, kFree);
   Declare(ns, "Read", true, kAnyProperty, kFree);
   Declare(ns, "Required", false, kAnyMember, kFixed);
   Declare(ns, "Units", nullString, kAnyMember, kFreeText);

@@ -18,6 +18,7 @@ class TMemoryNamespace;
 /// | MaxLen           | uint32   | null    | all but classes                    | free       |
 /// | Out              | boolean  | false   | parameters                         | fixed      |
 /// | Override         | string   | null    | properties, references, methods    | restricted |
+/// | PUnit            | string   | null    | all but classes                    | free       |
 /// | Read             | boolean  | true    | properties, references             | free       |
 /// | Required         | boolean  | false   | all but classes                    | fixed      |
 /// | Units            | string   | null    | all but classes                    | free       |

@@ -43,6 +43,7 @@ void DefineDiskDrive(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns) {
       .Units("Bytes")
       .Property("MaxMediaSize", &MaxMediaSize, "The same in units of 1000 bytes.")
       .Units("KiloBytes")
+      .ProgrammaticUnit("byte * 10^3")
       .Property("DefaultBlockSize", &Row::fBlockSize, "The least that is read or written at once.")
       .Units("Bytes")
       .Property("DiskType", &Row::fDiskType, "Whether something turns in it.")

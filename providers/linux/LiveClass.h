@@ -123,6 +123,12 @@ class TLiveClass {
     return *this;
   }
 
+  /// The unit to the letter, where the name of `Units` has two meanings.
+  TLiveClass& ProgrammaticUnit(const char* unit) {
+    fBuilder.Qualifier("PUnit", unit);
+    return *this;
+  }
+
   /// What the numbers of the property that was declared last mean.
   TLiveClass& Values(const TValueMap& values) {
     DeclareValues(fBuilder, values);

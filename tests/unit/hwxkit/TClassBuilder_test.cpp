@@ -139,7 +139,7 @@ TEST_F(ClassBuilder, DeclaresTheStandardQualifiersOnceAndKeepsThoseThatAreThere)
   EXPECT_EQ(fNamespace->GetQualifierDecl("Units", {}), mine);
   const auto all = NamesFrom<ICIMQualifierDecl>(
       [&](const auto& callback) { fNamespace->EnumerateQualifierDecls(callback, {}); });
-  EXPECT_EQ(all.size(), 15u);
+  EXPECT_EQ(all.size(), 16u);
 }
 
 TEST_F(ClassBuilder, DeclaresTheStandardQualifiersWithTheirFlavors) {
@@ -151,7 +151,7 @@ TEST_F(ClassBuilder, DeclaresTheStandardQualifiersWithTheirFlavors) {
     EXPECT_EQ(flavor(name), kFlavorRestricted) << name;
   for (const char* name : {"Association", "In", "Key", "Out", "Required"})
     EXPECT_EQ(flavor(name), kFlavorToSubclass) << name;
-  for (const char* name : {"MaxLen", "Read", "ValueMap", "Write"})
+  for (const char* name : {"MaxLen", "PUnit", "Read", "ValueMap", "Write"})
     EXPECT_EQ(flavor(name), kFlavorDefault) << name;
   for (const char* name : {"Description", "Units", "Values"}) {
     EXPECT_EQ(flavor(name), kFlavorDefault | unsigned{kFlavorTranslatable}) << name;
