@@ -20,6 +20,11 @@ inline std::string JsonText(const TJson& json) {
   return json.dump(kIndent, ' ', true, TJson::error_handler_t::replace) + "\n";
 }
 
+/// `json` in one line, as `JsonText` otherwise.
+inline std::string JsonLine(const TJson& json) {
+  return json.dump(-1, ' ', true, TJson::error_handler_t::replace) + "\n";
+}
+
 /// {"value": ...}, {"value": ..., "guess": true}, or {"value": null, "reason": "..."}.
 template <typename T>
 TJson Json(const TAnswer<T>& answer) {

@@ -51,4 +51,14 @@ std::size_t CharacterCount(std::string_view text) {
          static_cast<std::size_t>(std::count_if(text.begin(), text.end(), IsContinuation));
 }
 
+std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+  std::size_t end = 0;
+  for (std::size_t taken = 0; end < text.size() && taken < count; ++taken) {
+    do
+      ++end;
+    while (end < text.size() && IsContinuation(text[end]));
+  }
+  return text.substr(0, end);
+}
+
 }  // namespace hwx

@@ -17,6 +17,9 @@ std::string Printable(std::string_view text);
 /// The number of characters in a printable text.
 std::size_t CharacterCount(std::string_view text);
 
+/// The first `count` characters of a printable text; all of it if it has no more.
+std::string_view FirstCharacters(std::string_view text, std::size_t count);
+
 }  // namespace hwx
 
 #endif  // HWX_TEXT_PRINTABLE_H
