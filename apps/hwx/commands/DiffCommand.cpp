@@ -40,6 +40,8 @@ class TDiffCommand : public ICommand {
         ->take_all();
     AddFileReading(*app, fReading);
     AddJson(*app, fJson);
+    app->add_flag("--raw", fIsRaw, "Show values as they are stored");
+    app->add_flag("--words", fHasWords, "In JSON, tell what values mean too");
     return app;
   }
 
@@ -47,7 +49,7 @@ class TDiffCommand : public ICommand {
     const auto oldSide = LoadContainer(*fOldPath, fReading);
     const auto newSide = LoadContainer(*fNewPath, fReading);
     const TDifference difference = Compare(*oldSide, *newSide, Ignored());
-    WriteOutput(fJson ? DifferenceJson(difference) : DifferenceText(difference));
+    WriteOutput(Text(difference));
     if (!difference.fIsComplete) return kTrouble;
     return difference.IsEmpty() ? kExitOK : kDifferent;
   }
@@ -55,6 +57,11 @@ class TDiffCommand : public ICommand {
   int FailureStatus() const override { return kTrouble; }
 
  private:
+  std::string Text(const TDifference& difference) const {
+    if (fJson) return DifferenceJson(difference, fHasWords ? EValues::kMeant : EValues::kStored);
+    return DifferenceText(difference, fIsRaw ? EValues::kStored : EValues::kMeant);
+  }
+
   std::vector<TIgnoredProperty> Ignored() const {
     std::vector<TIgnoredProperty> ignored;
     for (const std::string& text : fIgnored)
@@ -67,6 +74,8 @@ class TDiffCommand : public ICommand {
   std::vector<std::string> fIgnored;
   TFileReading fReading;
   bool fJson = false;
+  bool fIsRaw = false;
+  bool fHasWords = false;
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "hwx/inventory/Inventory.h"
+#include "hwx/inventory/Meaning.h"
 #include "hwx/inventory/ValueText.h"
 #include "hwxkit/CIMName.h"
 
@@ -35,14 +36,17 @@ TNames IgnoredIn(const ClassPtr& cimClass, const std::vector<TIgnoredProperty>& 
   return properties;
 }
 
-TJson ComparedValues(ICIMInstance& instance, const TNames& ignored) {
-  TJson values = TJson::object();
+TLoneInstance ComparedInstance(ICIMClass& cimClass, ICIMInstance& instance, const TNames& ignored,
+                               TMeanings& meanings) {
+  TLoneInstance compared = {InstancePath(instance), TJson::object(), {}};
   for (const TPropertyValue& property : PropertyValues(instance)) {
     TJson value = ValueJson(property.fValue);
     if (value.is_null() || ignored.count(property.fName) != 0) continue;
-    values[property.fName] = std::move(value);
+    if (auto words = meanings.Of(cimClass, property.fName).Words(value))
+      compared.fWords[property.fName] = std::move(*words);
+    compared.fValues[property.fName] = std::move(value);
   }
-  return values;
+  return compared;
 }
 
 // The instances of one side, by path and number. Only instances without keys share a path, and are
@@ -55,10 +59,11 @@ class TSide {
   };
 
   TSide(ICIMNamespace& ns, const std::vector<TIgnoredProperty>& ignored) {
+    TMeanings meanings;
     for (const auto& cimClass : AllClasses(ns)) {
       const TNames ignoredHere = IgnoredIn(cimClass, ignored);
       const auto add = [&](const InstancePtr& instance) {
-        Add({InstancePath(*instance), ComparedValues(*instance, ignoredHere)});
+        Add(ComparedInstance(*cimClass, *instance, ignoredHere, meanings));
       };
       fIsComplete = VisitInstances(*cimClass, add) && fIsComplete;
     }
@@ -87,14 +92,23 @@ class TSide {
   bool fIsComplete = true;
 };
 
-std::vector<TChangedProperty> ChangedProperties(const TJson& oldValues, const TJson& newValues) {
+std::optional<std::string> WordsOf(const TLoneInstance& instance, const std::string& property) {
+  const auto found = instance.fWords.find(property);
+  return found == instance.fWords.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::vector<TChangedProperty> ChangedProperties(const TLoneInstance& oldOne,
+                                                const TLoneInstance& newOne) {
   std::vector<TChangedProperty> changed;
-  for (const auto& [name, value] : oldValues.items()) {
-    const TJson newValue = newValues.value(name, TJson());
-    if (value != newValue) changed.push_back({name, value, newValue});
+  for (const auto& [name, value] : oldOne.fValues.items()) {
+    TJson newValue = newOne.fValues.value(name, TJson());
+    if (value == newValue) continue;
+    changed.push_back(
+        {name, value, std::move(newValue), WordsOf(oldOne, name), WordsOf(newOne, name)});
   }
-  for (const auto& [name, value] : newValues.items()) {
-    if (!oldValues.contains(name)) changed.push_back({name, nullptr, value});
+  for (const auto& [name, value] : newOne.fValues.items()) {
+    if (!oldOne.fValues.contains(name))
+      changed.push_back({name, nullptr, value, std::nullopt, WordsOf(newOne, name)});
   }
   return changed;
 }
@@ -109,7 +123,7 @@ void AddCommon(const TSide& oldSide, const TSide& newSide, TDifference& differen
   for (const TSide::TEntry& entry : oldSide.Entries()) {
     const TSide::TEntry* const other = newSide.Find(entry.fName);
     if (!other) continue;
-    auto changed = ChangedProperties(entry.fInstance.fValues, other->fInstance.fValues);
+    auto changed = ChangedProperties(entry.fInstance, other->fInstance);
     if (changed.empty()) {
       ++difference.fEqual;
     } else {

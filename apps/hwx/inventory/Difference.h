@@ -4,6 +4,8 @@
 #define HWX_INVENTORY_DIFFERENCE_H
 
 #include <cstddef>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +25,9 @@ struct TChangedProperty {
   std::string fName;
   TJson fOld;
   TJson fNew;
+  std::optional<std::string> fOldWords =
+      {};  ///< What the value means, where that is something else.
+  std::optional<std::string> fNewWords = {};
 };
 
 /// An instance that both sides have.
@@ -35,6 +40,7 @@ struct TChangedInstance {
 struct TLoneInstance {
   std::string fPath;
   TJson fValues;  ///< An object of the values that aren't null and aren't ignored.
+  std::map<std::string, std::string> fWords = {};  ///< Of those values that have some.
 };
 
 struct TDifference {

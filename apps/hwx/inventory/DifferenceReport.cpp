@@ -19,10 +19,17 @@ std::string LoneText(const char* mark, const std::vector<TLoneInstance>& instanc
   return text;
 }
 
-std::string ChangedText(const TChangedInstance& instance) {
+std::string ChangeText(const TChangedProperty& property, EValues values) {
+  const std::string oldWords = property.fOldWords.value_or(Text(property.fOld));
+  const std::string newWords = property.fNewWords.value_or(Text(property.fNew));
+  if (values == EValues::kMeant && oldWords != newWords) return oldWords + " -> " + newWords;
+  return Text(property.fOld) + " -> " + Text(property.fNew);
+}
+
+std::string ChangedText(const TChangedInstance& instance, EValues values) {
   std::vector<std::vector<std::string>> rows;
   for (const TChangedProperty& property : instance.fProperties)
-    rows.push_back({property.fName, Text(property.fOld) + " -> " + Text(property.fNew)});
+    rows.push_back({property.fName, ChangeText(property, values)});
   return "~ " + Printable(instance.fPath) + "\n" + AlignedTable(rows, "    ");
 }
 
@@ -33,38 +40,51 @@ std::string Summary(const TDifference& difference) {
          std::to_string(difference.fEqual) + " equal\n";
 }
 
-TJson Json(const std::vector<TLoneInstance>& instances) {
-  TJson json = TJson::array();
-  for (const TLoneInstance& instance : instances)
-    json.push_back({{"path", instance.fPath}, {"values", instance.fValues}});
+TJson Value(const TJson& stored, const std::optional<std::string>& words, EValues values) {
+  const bool has = words && values == EValues::kMeant;
+  return has ? TJson{{"value", stored}, {"text", *words}} : stored;
+}
+
+TJson Values(const TLoneInstance& instance, EValues values) {
+  TJson json = instance.fValues;
+  for (const auto& [name, words] : instance.fWords)
+    json[name] = Value(instance.fValues[name], words, values);
   return json;
 }
 
-TJson Json(const TChangedInstance& instance) {
+TJson Json(const std::vector<TLoneInstance>& instances, EValues values) {
+  TJson json = TJson::array();
+  for (const TLoneInstance& instance : instances)
+    json.push_back({{"path", instance.fPath}, {"values", Values(instance, values)}});
+  return json;
+}
+
+TJson Json(const TChangedInstance& instance, EValues values) {
   TJson properties = TJson::array();
   for (const TChangedProperty& property : instance.fProperties) {
-    properties.push_back(
-        {{"name", property.fName}, {"old", property.fOld}, {"new", property.fNew}});
+    properties.push_back({{"name", property.fName},
+                          {"old", Value(property.fOld, property.fOldWords, values)},
+                          {"new", Value(property.fNew, property.fNewWords, values)}});
   }
   return {{"path", instance.fPath}, {"properties", properties}};
 }
 
 }  // namespace
 
-std::string DifferenceText(const TDifference& difference) {
+std::string DifferenceText(const TDifference& difference, EValues values) {
   std::string text = LoneText("- ", difference.fRemoved) + LoneText("+ ", difference.fAdded);
   for (const TChangedInstance& instance : difference.fChanged)
-    text += ChangedText(instance);
+    text += ChangedText(instance, values);
   return text + Summary(difference);
 }
 
-std::string DifferenceJson(const TDifference& difference) {
+std::string DifferenceJson(const TDifference& difference, EValues values) {
   TJson json;
-  json["removed"] = Json(difference.fRemoved);
-  json["added"] = Json(difference.fAdded);
+  json["removed"] = Json(difference.fRemoved, values);
+  json["added"] = Json(difference.fAdded, values);
   json["changed"] = TJson::array();
   for (const TChangedInstance& instance : difference.fChanged)
-    json["changed"].push_back(Json(instance));
+    json["changed"].push_back(Json(instance, values));
   json["equal"] = difference.fEqual;
   return JsonText(json);
 }

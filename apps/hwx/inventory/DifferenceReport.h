@@ -6,13 +6,16 @@
 #include <string>
 
 #include "hwx/inventory/Difference.h"
+#include "hwx/inventory/Meaning.h"
 
 namespace hwx {
 
 /// A line for each instance that one side lacks, a table for each that changed, and a summary.
-std::string DifferenceText(const TDifference& difference);
+/// With `kMeant`, values show what they mean, unless that hides the change.
+std::string DifferenceText(const TDifference& difference, EValues values);
 
-std::string DifferenceJson(const TDifference& difference);
+/// With `kMeant`, a value that has words is {"value": ..., "text": "..."}.
+std::string DifferenceJson(const TDifference& difference, EValues values);
 
 }  // namespace hwx
 

@@ -95,13 +95,16 @@ TJson ValueJson(const TCIMValue& value) {
   }
 }
 
-std::string ValueText(const TCIMValue& value) {
-  const TJson json = ValueJson(value);
+std::string PlainText(const TJson& json) {
   if (!json.is_array()) return ScalarText(json);
   std::string text;
   for (const TJson& element : json)
     text += ScalarText(element) + ", ";
   return text.substr(0, text.empty() ? 0 : text.size() - 2);
+}
+
+std::string ValueText(const TCIMValue& value) {
+  return PlainText(ValueJson(value));
 }
 
 std::string TypeName(const TType& type) {

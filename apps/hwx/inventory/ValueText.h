@@ -19,6 +19,9 @@ TJson ValueJson(const NQORHWX20::TCIMValue& value);
 /// between them; "(null)" for null.
 std::string ValueText(const NQORHWX20::TCIMValue& value);
 
+/// The same for what `ValueJson` made of a value.
+std::string PlainText(const TJson& json);
+
 /// The type as a schema names it, as in "uint32[]".
 std::string TypeName(const NQORHWX20::TCIMValue::TCIMType& type);
 

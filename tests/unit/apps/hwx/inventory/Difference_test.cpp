@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "unit/apps/hwx/inventory/MadeDisks.h"
+#include "unit/apps/hwx/inventory/MadeModules.h"
 
 namespace hwx {
 namespace {
@@ -125,6 +126,16 @@ TEST_F(CompareTest, TellsBytesApartThatAreNoText) {
   AddNote(fOld, "\xFF");
   AddNote(fNew, "\xFE");
   EXPECT_FALSE(Difference().IsEmpty());
+}
+
+TEST_F(CompareTest, TellsWhatValuesMean) {
+  fOld = hwxtest::MakeModules();
+  fNew = hwxtest::MakeModules();
+  fNew->FindClass("EX_Module")->DeleteInstances(TCIMContext());
+  const TDifference difference = Difference();
+  ASSERT_EQ(difference.fRemoved.size(), 2U);
+  EXPECT_EQ(difference.fRemoved[0].fWords.at("Form"), "DIMM");
+  EXPECT_EQ(difference.fRemoved[0].fWords.count("Maker"), 0U);
 }
 
 }  // namespace
