@@ -27,6 +27,7 @@ enum EExitStatus : int {
 /// The options that every command has.
 struct TGlobalOptions {
   bool fVerbose = false;
+  bool fQuiet = false;
   std::optional<std::string> fFirmware;
   std::optional<std::string> fLogDirectory;
   NQORHWX20::TChildLimits fLimits;  ///< For the reading of providers.

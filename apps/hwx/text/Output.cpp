@@ -18,6 +18,7 @@ namespace {
 const char* const kEmptyLine = "\r\033[K";
 std::mutex gMutex;  // of the streams and of what follows
 bool gShowsProgress = false;
+bool gIsQuiet = false;
 
 void ClearProgress() {
   if (gShowsProgress) std::fputs(kEmptyLine, stderr);
@@ -54,9 +55,21 @@ void ReportError(const std::string& message) {
   WriteErrorText("hwx: " + Printable(message) + "\n");
 }
 
+void ReportNote(const std::string& message) {
+  const TStreamsLock lock(gMutex);
+  ClearProgress();
+  if (!gIsQuiet) std::fputs(("hwx: " + Printable(message) + "\n").c_str(), stderr);
+}
+
+void SetQuiet(bool isQuiet) {
+  const TStreamsLock lock(gMutex);
+  gIsQuiet = isQuiet;
+}
+
 void ShowProgress(const std::string& text) {
   if (::isatty(STDERR_FILENO) != 1) return;
   const TStreamsLock lock(gMutex);
+  if (gIsQuiet) return;
   ClearProgress();
   std::fputs(Printable(text).c_str(), stderr);
   gShowsProgress = true;

@@ -22,6 +22,13 @@ void WriteErrorText(const std::string& text);
 /// Writes a line for people to the standard error stream, behind the program's name.
 void ReportError(const std::string& message);
 
+/// Writes a line for people as `ReportError` does, unless the program is to be quiet: for what
+/// isn't wrong, and is no output.
+void ReportNote(const std::string& message);
+
+/// Whether notes and progress are left out.
+void SetQuiet(bool isQuiet);
+
 /// Tells on the standard error stream what is being done, if it is a terminal: in a line of its
 /// own, which gives way to the next one and to anything else that is written.
 void ShowProgress(const std::string& text);

@@ -45,6 +45,17 @@ TEST(ShowProgress, IsPrintable) {
   EXPECT_EQ(ShownBy([] { ShowProgress("a\033b"); }), "a\\x1bb");
 }
 
+TEST(ReportNote, IsLeftOutWhenTheProgramIsQuiet) {
+  EXPECT_EQ(ShownBy([] {
+              ReportNote("one");
+              SetQuiet(true);
+              ReportNote("two");
+              ShowProgress("three");
+              ReportError("trouble");
+            }),
+            "hwx: one\r\nhwx: trouble\r\n");
+}
+
 TEST(ShowProgress, WritesNothingWhereThereIsNoTerminal) {
   testing::internal::CaptureStderr();
   ShowProgress("one");
