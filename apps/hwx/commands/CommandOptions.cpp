@@ -1,5 +1,7 @@
 #include "hwx/commands/CommandOptions.h"
 
+#include <algorithm>
+
 namespace hwx {
 
 CLI::Option* AddText(CLI::App& app, const char* name, std::optional<std::string>& target,
@@ -8,6 +10,19 @@ CLI::Option* AddText(CLI::App& app, const char* name, std::optional<std::string>
     return std::string(text.empty() ? "may not be empty" : "");
   };
   return app.add_option(name, target, description)->check(check)->type_name(argument);
+}
+
+CLI::Option* AddList(CLI::App& app, const char* name, std::vector<std::string>& target,
+                     const char* description, const char* argument) {
+  const auto check = [](const std::string& text) {
+    return std::string(text.empty() ? "may not be empty" : "");
+  };
+  return app.add_option(name, target, description)
+      ->check(check)
+      ->delimiter(',')
+      ->type_name(argument)
+      ->expected(1)
+      ->take_all();
 }
 
 void AddFileReading(CLI::App& app, TFileReading& reading) {
@@ -25,6 +40,21 @@ void AddFileReading(CLI::App& app, TFileReading& reading) {
 
 void AddJson(CLI::App& app, bool& target) {
   app.add_flag("--json", target, "Print JSON, for programs");
+}
+
+void AddFormat(CLI::App& app, std::string& target, const std::vector<std::string>& formats) {
+  target = formats.front();
+  std::string list;
+  for (const std::string& format : formats)
+    list += (list.empty() ? "" : &format == &formats.back() ? " or " : ", ") + format;
+  CLI::Option* const option =
+      app.add_option("--format", target, list + "; a " + target + " by default")
+          ->check(CLI::IsMember(formats).description(""))
+          ->type_name("FORMAT");
+  if (std::find(formats.begin(), formats.end(), "json") == formats.end()) return;
+  app.add_flag_callback(
+         "--json", [&target] { target = "json"; }, "Short for --format json")
+      ->excludes(option);
 }
 
 }  // namespace hwx

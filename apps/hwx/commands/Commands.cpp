@@ -4,9 +4,12 @@ namespace hwx {
 
 std::vector<CommandPtr> AllCommands() {
   std::vector<CommandPtr> commands;
+  commands.push_back(MakeSummaryCommand());
   commands.push_back(MakeIdentityCommand());
   commands.push_back(MakeCollectCommand());
   commands.push_back(MakeShowCommand());
+  commands.push_back(MakeClassesCommand());
+  commands.push_back(MakeDescribeCommand());
   commands.push_back(MakeDiffCommand());
   commands.push_back(MakeMediaCommand());
   commands.push_back(MakeVirtualDevicesCommand());

@@ -11,8 +11,10 @@ namespace hwx {
 
 CommandPtr MakeCheckNetworkCommand();
 CommandPtr MakeCheckProxyCommand();
+CommandPtr MakeClassesCommand();
 CommandPtr MakeCollectCommand();
 CommandPtr MakeConfigCommand();
+CommandPtr MakeDescribeCommand();
 CommandPtr MakeDiffCommand();
 CommandPtr MakeFetchCommand();
 CommandPtr MakeFirmwareCommand();
@@ -22,6 +24,7 @@ CommandPtr MakeProvidersCommand();
 CommandPtr MakeRunCommand();
 CommandPtr MakeSendCommand();
 CommandPtr MakeShowCommand();
+CommandPtr MakeSummaryCommand();
 CommandPtr MakeVirtualDevicesCommand();
 
 /// The commands of the command "firmware".

@@ -2,6 +2,7 @@
 #include "hwx/commands/Commands.h"
 #include "hwx/firmware/FirmwareTables.h"
 #include "hwx/system/WholeFile.h"
+#include "hwx/text/Output.h"
 #include "smbios/Dump.h"
 
 namespace hwx {
@@ -13,7 +14,7 @@ class TFirmwareDumpCommand : public ICommand {
   CLI::App* AddTo(CLI::App& program) override {
     CLI::App* const app =
         program.add_subcommand("dump", "Write the tables to a file, for --firmware");
-    AddText(*app, "file", fFile, "Write this file", "FILE");
+    AddText(*app, "file", fFile, "Write this file; \"-\" is the output", "FILE");
     app->add_flag("--force", fForces, "Replace FILE if it is there");
     return app;
   }
@@ -30,7 +31,12 @@ class TFirmwareDumpCommand : public ICommand {
     const smbios::TTables tables = RequireFirmware(options);
     WarnOfFirmware(tables, options);
     const auto dump = smbios::MakeDump(tables);
-    WriteWholeFile(*fFile, std::string(dump.begin(), dump.end()), fForces);
+    const std::string bytes(dump.begin(), dump.end());
+    if (*fFile == "-") {
+      WriteOutput(bytes);
+    } else {
+      WriteWholeFile(*fFile, bytes, fForces);
+    }
     return kExitOK;
   }
 

@@ -7,6 +7,7 @@
 
 #include "hwx/commands/CommandLine.h"
 #include "hwx/commands/Commands.h"
+#include "hwx/text/FittedTable.h"
 #include "hwx/text/Output.h"
 #include "hwx/text/StatusWords.h"
 #include "hwxcore/diagnostics/TLogger.h"
@@ -45,6 +46,7 @@ int Print(const TNotice& notice) {
 int RunCommand(const TRequest& request) {
   RequireOpenOutput();  // first: the log is a file that could take its place
   SetUpLogger(request.fOptions);
+  SetQuiet(request.fOptions.fQuiet);
   // Providers read the environment when they are asked, or when they are loaded.
   const auto& firmware = request.fOptions.fFirmware;
   if (firmware) ::setenv("HWX_SMBIOS_TABLES", firmware->c_str(), 1);
@@ -79,6 +81,9 @@ int Obey(const std::variant<TRequest, TNotice>& line) {
 }  // namespace
 
 int Run(int argc, const char* const* argv) {
+  // Who calls the program by its name alone, in a terminal, sees the machine.
+  const char* const summary[] = {argv[0], "summary"};
+  if (argc == 1 && OutputWidth()) return Run(2, summary);
   return Guarded(kExitFailed, [&] { return Obey(ParseCommandLine(argc, argv, AllCommands())); });
 }
 

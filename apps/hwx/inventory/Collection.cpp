@@ -66,12 +66,11 @@ class TInstanceCopier {
 
 }  // namespace
 
-TCollection Collect(const NamespacePtr& machine, const std::optional<std::string>& onlyClass) {
-  const TClasses chosen = ClassesUnder(*machine, onlyClass);
+TCollection Collect(const NamespacePtr& machine, const TClasses& classes) {
   TCollection collection = {NewContainer(machine->GetName(TCIMContext())), 0, 0, true};
   CopyDeclarations(*machine, collection);
   collection.fClasses = AllClasses(*collection.fContainer).size();
-  TInstanceCopier(collection).CopyAll(chosen);
+  TInstanceCopier(collection).CopyAll(classes);
   return collection;
 }
 

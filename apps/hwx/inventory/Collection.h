@@ -4,10 +4,9 @@
 #define HWX_INVENTORY_COLLECTION_H
 
 #include <cstddef>
-#include <optional>
 #include <string>
 
-#include "hwx/inventory/Namespace.h"
+#include "hwx/inventory/Inventory.h"
 
 namespace hwx {
 
@@ -19,12 +18,10 @@ struct TCollection {
   bool fIsComplete;  ///< Whether nothing of the machine had to be left out.
 };
 
-/// Copies the schema of `machine` into a new container, then the instances of the class `onlyClass`
-/// and of what descends from it; without a name those of all classes. What can't be copied is left
-/// out and reported on the standard error stream, where progress shows too if it is a terminal.
-/// Throws `TFailure` if the schema can't be copied, or has no such class.
-TCollection Collect(const NamespacePtr& machine,
-                    const std::optional<std::string>& onlyClass = std::nullopt);
+/// Copies the schema of `machine` into a new container, then the instances of `classes`. What can't
+/// be copied is left out and reported on the standard error stream, where progress shows too if it
+/// is a terminal. Throws `TFailure` if the schema can't be copied.
+TCollection Collect(const NamespacePtr& machine, const TClasses& classes);
 
 }  // namespace hwx
 

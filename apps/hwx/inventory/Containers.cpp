@@ -44,8 +44,9 @@ NamespacePtr LoadContainer(const std::string& path, const TFileReading& reading)
   loading.fMaxMemory = reading.fMaxMemory;
   loading.fWarn = [](const std::string& line) { ReportError("warning: " + line); };
   LimitMemory(reading.fMaxMemory);
+  const std::string file = path == "-" ? "/dev/stdin" : path;
   return Asked(
-      [&](IContainerSource& containers) { return containers.LoadContainer(path, loading); });
+      [&](IContainerSource& containers) { return containers.LoadContainer(file, loading); });
 }
 
 void SaveContainer(const NamespacePtr& container, const std::string& path) {

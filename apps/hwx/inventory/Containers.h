@@ -22,8 +22,8 @@ struct TFileReading {
   std::uint64_t fMaxMemory = std::uint64_t{1} << 30;  ///< In bytes.
 };
 
-/// What a file holds. What it leaves to others is told on the standard error stream. From the first
-/// file on the program's data may take no more memory than that.
+/// What a file holds; "-" is the standard input. What it leaves to others is told on the standard
+/// error stream. From the first file on the program's data may take no more memory than that.
 NamespacePtr LoadContainer(const std::string& path, const TFileReading& reading = TFileReading());
 
 /// Writes a container to a file, whole or not at all.

@@ -1,12 +1,20 @@
 #include "hwx/inventory/Inventory.h"
 
+#include <fnmatch.h>
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+
 #include "hwx/text/Failure.h"
 #include "hwx/text/Output.h"
 #include "hwx/text/StatusWords.h"
+#include "hwx/text/Suggestion.h"
 #include "hwxcore/schema/ICIMProperty.h"
 #include "hwxcore/schema/TAddToVectorCallback.h"
 #include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxkit/CIMName.h"
 
 namespace hwx {
 
@@ -16,6 +24,34 @@ namespace {
 
 void AddDescendants(ICIMClass& cimClass, TClasses& classes) {
   cimClass.EnumerateSubClasses(TAddToVectorCallback<ICIMClass>(&classes), true, TCIMContext());
+}
+
+bool IsLike(const std::string& pattern, const std::string& name) {
+  return ::fnmatch(FoldedCIMName(pattern).c_str(), FoldedCIMName(name).c_str(), FNM_NOESCAPE) == 0;
+}
+
+[[noreturn]] void RefuseClass(const std::string& name, const TClasses& all) {
+  if (name.find_first_of("*?") != std::string::npos) throw TFailure("no class is like " + name);
+  std::vector<std::string> names;
+  names.reserve(all.size());
+  for (const ClassPtr& cimClass : all)
+    names.push_back(cimClass->GetName(TCIMContext()));
+  throw TFailure("there is no class " + name + DidYouMean(name, names));
+}
+
+void ChooseLike(const std::string& name, const TClasses& all, std::set<std::string>& chosen) {
+  bool isKnown = false;
+  for (const ClassPtr& cimClass : all) {
+    const std::string& className = cimClass->GetName(TCIMContext());
+    if (!IsLike(name, className)) continue;
+    isKnown = true;
+    chosen.insert(className);
+    TClasses descendants;
+    AddDescendants(*cimClass, descendants);
+    for (const ClassPtr& descendant : descendants)
+      chosen.insert(descendant->GetName(TCIMContext()));
+  }
+  if (!isKnown) RefuseClass(name, all);
 }
 
 void ReportIncomplete(ICIMClass& cimClass, const std::string& reason) {
@@ -36,16 +72,24 @@ TClasses AllClasses(ICIMNamespace& ns) {
   return classes;
 }
 
-TClasses ClassesUnder(ICIMNamespace& ns, const std::optional<std::string>& name) {
-  if (!name) return AllClasses(ns);
-  TClasses classes;
-  try {
-    classes.push_back(ns.GetClass(*name, TCIMContext()));
-  } catch (const THWXException& failure) {
-    if (failure.GetStatus() == kHWXStatusNotFound) throw TFailure("there is no class " + *name);
-    throw;
+ClassPtr ClassNamed(ICIMNamespace& ns, const std::string& name) {
+  const TClasses all = AllClasses(ns);
+  for (const ClassPtr& cimClass : all) {
+    if (IsSameCIMName(cimClass->GetName(TCIMContext()), name)) return cimClass;
   }
-  AddDescendants(*classes.front(), classes);
+  RefuseClass(name, all);
+}
+
+TClasses ClassesLike(ICIMNamespace& ns, const std::vector<std::string>& names) {
+  const TClasses all = AllClasses(ns);
+  if (names.empty()) return all;
+  std::set<std::string> chosen;
+  for (const std::string& name : names)
+    ChooseLike(name, all, chosen);
+  TClasses classes;
+  std::copy_if(all.begin(), all.end(), std::back_inserter(classes), [&](const ClassPtr& cimClass) {
+    return chosen.count(cimClass->GetName(TCIMContext())) != 0;
+  });
   return classes;
 }
 

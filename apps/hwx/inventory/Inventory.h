@@ -4,7 +4,6 @@
 #define HWX_INVENTORY_INVENTORY_H
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,9 +17,13 @@ typedef std::vector<ClassPtr> TClasses;
 /// All classes, each behind its superclass.
 TClasses AllClasses(NQORHWX20::ICIMNamespace& ns);
 
-/// The class of that name with all that descend from it; all classes without a name. Throws
-/// `TFailure` if there is no such class.
-TClasses ClassesUnder(NQORHWX20::ICIMNamespace& ns, const std::optional<std::string>& name);
+/// The class of that name, in whatever case. Throws `TFailure` if there is none.
+ClassPtr ClassNamed(NQORHWX20::ICIMNamespace& ns, const std::string& name);
+
+/// The classes of these names with all that descend from them, in the order of `AllClasses`; all
+/// classes without a name. Case counts for nothing, and in a name "*" stands for any characters,
+/// "?" for one and "[...]" for one of those. Throws `TFailure` for a name that no class has.
+TClasses ClassesLike(NQORHWX20::ICIMNamespace& ns, const std::vector<std::string>& names);
 
 typedef std::function<void(const InstancePtr&)> TInstanceVisitor;
 

@@ -37,6 +37,12 @@ TEST_F(FirmwareTest, DumpsWhatTheOptionReads) {
   EXPECT_EQ(answers["biosIdentifier"]["value"], "EX");
 }
 
+TEST_F(FirmwareTest, DumpsToTheOutput) {
+  fHwx.On(MakeRackServer(fMachine.Path()));
+  Succeed({"firmware", "dump", fDump});
+  EXPECT_EQ(Succeed({"firmware", "dump", "-"}).fOut, FileText(fDump));
+}
+
 TEST_F(FirmwareTest, DumpsWhatDmidecodeReads) {
   if (!HasDmidecode()) GTEST_SKIP() << "SKIPPED: dmidecode is not installed";
   fHwx.On(MakeRackServer(fMachine.Path()));

@@ -37,15 +37,36 @@ TEST(AllClasses, PutsEachBehindItsSuperclass) {
   EXPECT_THAT(Names(AllClasses(*MakeDisks())), ElementsAre("EX_Device", "EX_Disk", "EX_Note"));
 }
 
-TEST(ClassesUnder, TakesTheClassAndItsDescendantsInAnyCase) {
-  const auto ns = MakeDisks();
-  EXPECT_THAT(Names(ClassesUnder(*ns, "ex_device")), ElementsAre("EX_Device", "EX_Disk"));
-  EXPECT_THAT(Names(ClassesUnder(*ns, "EX_Disk")), ElementsAre("EX_Disk"));
+TEST(ClassesLike, AreAllWithoutNames) {
+  EXPECT_EQ(ClassesLike(*MakeDisks(), {}).size(), 3u);
 }
 
-TEST(ClassesUnder, RefusesAClassThatIsNotThere) {
-  EXPECT_EQ(hwxtest::TextOf<TFailure>([] { ClassesUnder(*MakeDisks(), "EX_Tape"); }),
-            "there is no class EX_Tape");
+TEST(ClassesLike, AreTheClassAndItsDescendantsInAnyCase) {
+  const auto ns = MakeDisks();
+  EXPECT_THAT(Names(ClassesLike(*ns, {"ex_device"})), ElementsAre("EX_Device", "EX_Disk"));
+  EXPECT_THAT(Names(ClassesLike(*ns, {"EX_Disk"})), ElementsAre("EX_Disk"));
+}
+
+TEST(ClassesLike, AreThoseOfAPattern) {
+  const auto ns = MakeDisks();
+  EXPECT_THAT(Names(ClassesLike(*ns, {"EX_D*"})), ElementsAre("EX_Device", "EX_Disk"));
+  EXPECT_THAT(Names(ClassesLike(*ns, {"*note"})), ElementsAre("EX_Note"));
+  EXPECT_THAT(Names(ClassesLike(*ns, {"ex_?isk"})), ElementsAre("EX_Disk"));
+}
+
+TEST(ClassesLike, AreEachThereOnceInTheOrderOfTheNamespace) {
+  const auto ns = MakeDisks();
+  EXPECT_THAT(Names(ClassesLike(*ns, {"EX_Note", "EX_Disk", "EX_D*"})),
+              ElementsAre("EX_Device", "EX_Disk", "EX_Note"));
+}
+
+TEST(ClassesLike, RefuseANameThatNoClassHas) {
+  const auto failure = [](const std::string& name) {
+    return hwxtest::TextOf<TFailure>([&] { ClassesLike(*MakeDisks(), {"EX_Disk", name}); });
+  };
+  EXPECT_EQ(failure("Furniture"), "there is no class Furniture");
+  EXPECT_EQ(failure("EX_Dsik"), "there is no class EX_Dsik; did you mean EX_Disk?");
+  EXPECT_EQ(failure("CIM_*"), "no class is like CIM_*");
 }
 
 TEST(VisitInstances, LeavesOutThoseOfSubclasses) {
