@@ -56,7 +56,8 @@ TEST(DescribedText, TellsOfEachProperty) {
 
 TEST(DescribedText, NamesTheSuperclass) {
   const auto ns = hwxtest::MakeDisks();
-  EXPECT_THAT(DescribedText(*ns->FindClass("EX_Disk"), 40), HasSubstr("EX_Disk, a subclass of EX_Device\n"));
+  EXPECT_THAT(DescribedText(*ns->FindClass("EX_Disk"), 40),
+              HasSubstr("EX_Disk, a subclass of EX_Device\n"));
   EXPECT_THAT(DescribedText(*ns->FindClass("EX_Device"), 40), HasSubstr("EX_Device, abstract\n"));
 }
 
