@@ -15,7 +15,11 @@
 #include "hwxkit/TInstanceList.h"
 #include "hwxkit/TMemoryClass.h"
 #include "hwxkit/TMemoryInstance.h"
+#include "hwxkit/TMemoryMethodDecl.h"
 #include "hwxkit/TMemoryNamespace.h"
+#include "hwxkit/TMemoryParameterDecl.h"
+#include "hwxkit/TMemoryPropertyDecl.h"
+#include "hwxkit/TMemoryQualifier.h"
 #include "hwxkit/detail/Wire.h"
 
 namespace NQORHWX20::detail {
@@ -57,6 +61,44 @@ void ReadList(TWireReader& message, Read read) {
     read();
 }
 
+// What the kit's elements are told beside types and values; other providers' have nothing of it.
+void WriteNotes(TWireWriter& message, const TElementNotes& notes) {
+  message.Byte(notes.IsEmpty() ? 0 : 1);
+  if (notes.IsEmpty()) return;
+  message.Text(notes.fLanguage);
+  message.Text(notes.fOrigin);
+  message.Byte(notes.fIsPropagated ? 1 : 0);
+  message.Byte(notes.fEmbedded);
+  message.Text(notes.fReferencedClass);
+  message.Number(notes.fMaxArraySize);
+}
+
+template <typename TKitElement, typename TElement>
+void WriteNotesOf(TWireWriter& message, TElement& element) {
+  const auto* const kit = dynamic_cast<TKitElement*>(&element);
+  WriteNotes(message, kit ? kit->GetNotes() : TElementNotes());
+}
+
+TElementNotes ReadNotes(TWireReader& message) {
+  TElementNotes notes;
+  if (message.Byte() == 0) return notes;
+  notes.fLanguage = message.Text();
+  notes.fOrigin = message.Text();
+  notes.fIsPropagated = message.Byte() != 0;
+  const std::uint8_t embedded = message.Byte();
+  if (embedded > kEmbeddedInstance) throw THWXException(kHWXStatusInvalidFormat);
+  notes.fEmbedded = static_cast<EEmbeddedObject>(embedded);
+  notes.fReferencedClass = message.Text();
+  notes.fMaxArraySize = message.Number();
+  return notes;
+}
+
+// A qualifier may have a flavor of its own.
+unsigned int FlavorOf(ICIMQualifier& qualifier) {
+  if (const auto* const kit = dynamic_cast<TMemoryQualifier*>(&qualifier)) return kit->GetFlavor();
+  return qualifier.GetQualifierDecl(TCIMContext())->GetFlavor(TCIMContext());
+}
+
 void WriteQualifiers(TWireWriter& message, ICIMQualifiedElement& bearer) {
   std::vector<boost::shared_ptr<ICIMQualifier>> own;
   for (const auto& qualifier : Listed<ICIMQualifier>(
@@ -67,6 +109,8 @@ void WriteQualifiers(TWireWriter& message, ICIMQualifiedElement& bearer) {
   WriteList(message, own, [&](ICIMQualifier& qualifier) {
     message.Text(qualifier.GetQualifierDecl(TCIMContext())->GetName(TCIMContext()));
     message.Value(qualifier.GetValue(TCIMContext()));
+    message.Number(FlavorOf(qualifier));
+    WriteNotesOf<TMemoryQualifier>(message, qualifier);
   });
 }
 
@@ -90,6 +134,7 @@ void WriteProperties(TWireWriter& message, ICIMClass& cimClass) {
   WriteList(message, OwnOf(cimClass, decls), [&](ICIMPropertyDecl& decl) {
     message.Text(decl.GetName(TCIMContext()));
     message.Value(decl.GetDefaultValue(TCIMContext()));
+    WriteNotesOf<TMemoryPropertyDecl>(message, decl);
     WriteQualifiers(message, decl);
   });
 }
@@ -100,12 +145,14 @@ void WriteMethods(TWireWriter& message, ICIMClass& cimClass) {
   WriteList(message, OwnOf(cimClass, decls), [&](ICIMMethodDecl& method) {
     message.Text(method.GetName(TCIMContext()));
     message.Byte(static_cast<std::uint8_t>(method.GetReturnType(TCIMContext())));
+    WriteNotesOf<TMemoryMethodDecl>(message, method);
     WriteQualifiers(message, method);
     const auto parameters = Listed<ICIMParameterDecl>(
         [&](const auto& add) { method.EnumerateParameterDecls(add, TCIMContext()); });
     WriteList(message, parameters, [&](ICIMParameterDecl& parameter) {
       message.Text(parameter.GetName(TCIMContext()));
       message.Byte(static_cast<std::uint8_t>(parameter.GetType(TCIMContext())));
+      WriteNotesOf<TMemoryParameterDecl>(message, parameter);
       WriteQualifiers(message, parameter);
     });
   });
@@ -131,14 +178,20 @@ TCIMValue::TCIMType ReadType(TWireReader& message) {
 void ReadQualifiers(TWireReader& message, TMemoryNamespace& ns, ICIMQualifiedElement& bearer) {
   ReadList(message, [&] {
     const auto decl = ns.GetQualifierDecl(message.Text(), TCIMContext());
-    bearer.CreateQualifier(decl, message.Value(), TCIMContext())->Commit(TCIMContext());
+    const auto qualifier = boost::static_pointer_cast<TMemoryQualifier>(
+        bearer.CreateQualifier(decl, message.Value(), TCIMContext()));
+    qualifier->SetFlavor(message.Number());
+    qualifier->SetNotes(ReadNotes(message));
+    qualifier->Commit(TCIMContext());
   });
 }
 
 void ReadProperties(TWireReader& message, TMemoryNamespace& ns, ICIMClass& newClass) {
   ReadList(message, [&] {
     const std::string name = message.Text();
-    const auto decl = newClass.CreatePropertyDecl(name, message.Value(), TCIMContext());
+    const auto decl = boost::static_pointer_cast<TMemoryPropertyDecl>(
+        newClass.CreatePropertyDecl(name, message.Value(), TCIMContext()));
+    decl->SetNotes(ReadNotes(message));
     ReadQualifiers(message, ns, *decl);
     decl->Commit(TCIMContext());
   });
@@ -147,12 +200,15 @@ void ReadProperties(TWireReader& message, TMemoryNamespace& ns, ICIMClass& newCl
 void ReadMethods(TWireReader& message, TMemoryNamespace& ns, ICIMClass& newClass) {
   ReadList(message, [&] {
     const std::string name = message.Text();
-    const auto method = newClass.CreateMethodDecl(name, ReadType(message), TCIMContext());
+    const auto method = boost::static_pointer_cast<TMemoryMethodDecl>(
+        newClass.CreateMethodDecl(name, ReadType(message), TCIMContext()));
+    method->SetNotes(ReadNotes(message));
     ReadQualifiers(message, ns, *method);
     ReadList(message, [&] {
       const std::string parameterName = message.Text();
-      const auto parameter =
-          method->CreateParameterDecl(parameterName, ReadType(message), TCIMContext());
+      const auto parameter = boost::static_pointer_cast<TMemoryParameterDecl>(
+          method->CreateParameterDecl(parameterName, ReadType(message), TCIMContext()));
+      parameter->SetNotes(ReadNotes(message));
       ReadQualifiers(message, ns, *parameter);
       parameter->Commit(TCIMContext());
     });

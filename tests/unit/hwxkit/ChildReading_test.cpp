@@ -35,6 +35,32 @@ TEST(OpenInChild, HasAllOfTheSchemaAndTheInstances) {
   }
 }
 
+TEST(OpenInChild, HasTheNotesAndFlavorsOfElements) {
+  const auto there = TMemoryNamespace::Create("root");
+  const auto decl = there->CreateQualifierDecl("Q", true, kScopeAny, kFlavorDefault, {});
+  decl->Commit({});
+  const auto made = there->CreateClass("EX_Disk", {}, {});
+  const auto qualifier =
+      boost::static_pointer_cast<TMemoryQualifier>(made->CreateQualifier(decl, true, {}));
+  qualifier->SetFlavor(kFlavorToInstance);
+  qualifier->Commit({});
+  const auto method = made->CreateMethodDecl("Erase", Type::kCIMTypeUInt32, {});
+  const auto parameter = boost::static_pointer_cast<TMemoryParameterDecl>(
+      method->CreateParameterDecl("With", Type::kCIMTypeReference, {}));
+  TElementNotes notes;
+  notes.fReferencedClass = "EX_Disk";
+  parameter->SetNotes(notes);
+  parameter->Commit({});
+  made->Commit({});
+  const auto read = OpenInChild([&] { return there; }, TChildLimits());
+  const auto disk = boost::static_pointer_cast<TMemoryClass>(read->GetClass("EX_Disk", {}));
+  EXPECT_EQ(boost::static_pointer_cast<TMemoryQualifier>(disk->GetQualifier("Q", {}))->GetFlavor(),
+            unsigned{kFlavorToInstance});
+  const auto with = boost::static_pointer_cast<TMemoryParameterDecl>(
+      disk->FindMethodDecl("Erase")->GetParameterDecl("With", {}));
+  EXPECT_EQ(with->GetNotes().fReferencedClass, "EX_Disk");
+}
+
 class ReadInChild : public testing::Test {
  protected:
   // The namespace of a provider with one class, which runs `fill` for its instances.
