@@ -203,8 +203,11 @@ class TReader {
         fAssembler(fScanner, fNamespace, fWarnings) {}
 
   TNamespacePtr Read() {
-    if (!fScanner.Next() || fScanner.Element() != EElement::kCIM)
-      fScanner.Fail(fScanner.Line(), "no container: a CIM is missing");
+    fScanner.Next();
+    if (fScanner.Element() != EElement::kCIM) {
+      fScanner.Fail(fScanner.Line(), "no container: begins with " + fScanner.ElementName() +
+                                         ", where CIM is expected");
+    }
     fScanner.CheckAttributes({"CIMVERSION", "DTDVERSION"});
     CheckVersion("CIMVERSION");
     CheckVersion("DTDVERSION");

@@ -89,7 +89,8 @@ TEST(Reader, LeavesOutWhatOnlyRepeatsTheSuperclass) {
 }
 
 TEST(Reader, ChecksTheFrame) {
-  EXPECT_EQ(WhyRefused("<html/>"), "file.xml:1: no container: a CIM is missing");
+  EXPECT_EQ(WhyRefused("<html/>"),
+            "file.xml:1: no container: begins with html, where CIM is expected");
   EXPECT_EQ(WhyRefused("\n<CIM CIMVERSION='2.0'>x"),
             "file.xml:2: CIM: lacks the attribute DTDVERSION");
   EXPECT_EQ(WhyRefused("<CIM CIMVERSION='2.0' DTDVERSION='2.0'>\n<MESSAGE>"),

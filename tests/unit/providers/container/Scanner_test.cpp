@@ -144,7 +144,8 @@ TEST(Scanner, RefusesElementsThatNestDeeply) {
     document += "<a>";
   EXPECT_EQ(WhyRefused(Document("<INSTANCE CLASSNAME='A'><QUALIFIER NAME='Q'>\n" + document)),
             "file.xml:3: elements are nested too deeply");
-  EXPECT_THAT(WhyRefused(document), HasSubstr("no container: a CIM is missing"));
+  EXPECT_THAT(WhyRefused(document),
+              HasSubstr("no container: begins with a, where CIM is expected"));
 }
 
 TEST(Scanner, RefusesATagWithAttributesWithoutEnd) {
