@@ -1,6 +1,7 @@
 #include "hwx/inventory/Containers.h"
 
 #include <boost/pointer_cast.hpp>
+#include <new>
 
 #include "hwx/plugins/ProviderLoading.h"
 #include "hwx/system/MemoryLimit.h"
@@ -45,8 +46,13 @@ NamespacePtr LoadContainer(const std::string& path, const TFileReading& reading)
   loading.fWarn = [](const std::string& line) { ReportError("warning: " + line); };
   LimitMemory(reading.fMaxMemory);
   const std::string file = path == "-" ? "/dev/stdin" : path;
-  return Asked(
-      [&](IContainerSource& containers) { return containers.LoadContainer(file, loading); });
+  try {
+    return Asked(
+        [&](IContainerSource& containers) { return containers.LoadContainer(file, loading); });
+  } catch (const std::bad_alloc&) {
+    throw TFailure(path + ": takes more than " + std::to_string(reading.fMaxMemory >> 20) +
+                   " MiB of memory, which is the limit; --max-memory sets another");
+  }
 }
 
 void SaveContainer(const NamespacePtr& container, const std::string& path) {

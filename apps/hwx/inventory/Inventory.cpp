@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 #include <set>
 
 #include "hwx/text/Failure.h"
@@ -103,6 +104,8 @@ bool VisitInstances(ICIMClass& cimClass, const TInstanceVisitor& visit) {
     return true;
   } catch (const THWXException& failure) {
     ReportIncomplete(cimClass, InWords(failure));
+  } catch (const std::bad_alloc&) {  // nobody's fault, and what follows needs memory too
+    throw;
   } catch (const std::exception& failure) {
     ReportIncomplete(cimClass, failure.what());
   }

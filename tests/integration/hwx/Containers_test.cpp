@@ -95,9 +95,8 @@ TEST_F(ContainersTest, MemoryIsLimited) {
   const HwxResult result = fHwx.Run({"show", file, "--max-memory", "4"});
   EXPECT_EQ(result.fStatus, 1);
   EXPECT_EQ(result.fOut, "");
-  EXPECT_THAT(result.fErr,
-              MatchesRegex("hwx: (.*/many.xml:[0-9]+: the content takes more than 4 MiB of "
-                           "memory, which is the limit|there isn't enough memory)\n"));
+  EXPECT_THAT(result.fErr, MatchesRegex("hwx: .*/many.xml:.* takes more than 4 MiB of memory, "
+                                        "which is the limit.*\n"));
 }
 
 TEST_F(ContainersTest, AMessageWithoutObjectsIsTold) {
