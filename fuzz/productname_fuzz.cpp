@@ -7,7 +7,7 @@
 
 #include "Require.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
-#include "hwxcore/schema/detail/MachineTypeModel.h"
+#include "hwxidentity/MachineTypeModel.h"
 
 namespace {
 
@@ -41,7 +41,7 @@ std::vector<Bytes> FuzzSeeds() {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string productName(data, data + size);
-  if (const auto mtm = NQORHWX20::detail::ParseMachineTypeModel(productName)) {
+  if (const auto mtm = hwxidentity::ParseMachineTypeModel(productName)) {
     CheckResult(productName, *mtm);
   }
   return 0;

@@ -8,7 +8,7 @@
 #include "hwx/identity/TypeForms.h"
 #include "hwx/text/Words.h"
 #include "hwxcore/os/TOSSpecific.h"
-#include "hwxcore/os/detail/BiosBuilds.h"
+#include "hwxidentity/BiosBuilds.h"
 
 namespace hwx {
 
@@ -57,7 +57,7 @@ TAnswer<std::string> Ask(const TAnswer<std::string>& text, const std::string& wh
 TAnswer<std::string> TypeByTable(const TAnswer<std::string>& biosID,
                                  const TAnswer<std::string>& version) {
   if (!biosID.fValue) return biosID;
-  const auto type = detail::MachineTypeOfBuild(Lower(*biosID.fValue));
+  const auto type = hwxidentity::MachineTypeOfBuild(Lower(*biosID.fValue));
   if (type) return TypeOfVersion(*type, *version.fValue);
   return Missing<std::string>("no machine type is known for \"" + *biosID.fValue + "\"");
 }

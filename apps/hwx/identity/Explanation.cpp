@@ -10,9 +10,9 @@
 #include "hwx/text/Words.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
-#include "hwxcore/schema/detail/MachineTypeModel.h"
-#include "hwxcore/schema/detail/SerialNumberCheck.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxidentity/MachineTypeModel.h"
+#include "hwxidentity/SerialNumberCheck.h"
 
 namespace hwx {
 
@@ -32,7 +32,7 @@ TSourceAnswer Source(const char* source, const TAnswer<std::string>& answer) {
 
 // The answer of a source whose text may be a maker's filler.
 TSourceAnswer FilledIn(const char* source, const TAnswer<std::string>& answer) {
-  const bool isFiller = answer.fValue && !detail::CheckedSerialNumber(*answer.fValue);
+  const bool isFiller = answer.fValue && !hwxidentity::CheckedSerialNumber(*answer.fValue);
   return {source, answer, isFiller ? kFiller : answer.fValue ? kNotTaken : kMissing};
 }
 
@@ -81,7 +81,7 @@ TAnswer<std::string> Raw(const TAnswer<std::string>& answer,
 TAnswer<std::string> PartOfName(const TAnswer<std::string>& productName, std::size_t start,
                                 std::size_t size, const char* noun) {
   if (!productName.fValue) return productName;
-  const auto typeAndModel = detail::ParseMachineTypeModel(*productName.fValue);
+  const auto typeAndModel = hwxidentity::ParseMachineTypeModel(*productName.fValue);
   const std::string part = typeAndModel ? typeAndModel->substr(start, size) : std::string();
   if (!IsBlank(part) && part != "xxx") return AnswerInName(part, *productName.fValue);
   return Missing<std::string>(std::string("no ") + noun + " in \"" + *productName.fValue + "\"");

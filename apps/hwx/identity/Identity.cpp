@@ -6,8 +6,8 @@
 #include "hwx/text/Words.h"
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
-#include "hwxcore/schema/detail/SerialNumberCheck.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxidentity/SerialNumberCheck.h"
 
 namespace hwx {
 
@@ -117,7 +117,7 @@ void AskTypeAndModel(const NamespacePtr& machine, TIdentity& identity) {
 // Refuses filler by the rule for serial numbers: makers use the same words for both.
 TAnswer<std::string> AskProductName(const NamespacePtr& machine) {
   auto answer = AskText(machine, kProductName, &TCIMSchemaHelper::GetSystemProductName);
-  if (!answer.fValue || detail::CheckedSerialNumber(*answer.fValue)) return answer;
+  if (!answer.fValue || hwxidentity::CheckedSerialNumber(*answer.fValue)) return answer;
   return Missing<std::string>(Quoted(*answer.fValue) + " is a filler, not a product name");
 }
 

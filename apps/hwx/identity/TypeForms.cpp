@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "hwx/text/Words.h"
-#include "hwxcore/schema/detail/MachineTypeModel.h"
+#include "hwxidentity/MachineTypeModel.h"
 
 namespace hwx {
 
@@ -58,7 +58,7 @@ const char* BareForm(const std::string& productName) {
 // Machine type and model where the name marks them as such.
 std::optional<std::string> MarkedTypeAndModel(const std::string& productName) {
   if (IsBare(productName)) return std::nullopt;
-  return detail::ParseMachineTypeModel(productName);
+  return hwxidentity::ParseMachineTypeModel(productName);
 }
 
 const char* MarkedForm(const std::string& productName) {

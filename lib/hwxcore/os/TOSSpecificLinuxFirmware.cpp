@@ -8,7 +8,7 @@
 #include <stdexcept>
 
 #include "hwxcore/diagnostics/detail/Log.h"
-#include "hwxcore/os/detail/BiosBuilds.h"
+#include "hwxidentity/BiosBuilds.h"
 #include "smbios/smbios.h"
 
 namespace NQORHWX20 {
@@ -300,7 +300,7 @@ std::string TOSSpecific::GetMachineTypeFromID() {
   if (!version) return type;
   const std::string build = BuildCode(BuildOf(*version));
   LogDebug("TOSSpecific::GetMachineTypeFromID - buildNumber is ", build);
-  const std::string typeOfBuild = detail::MachineTypeOfBuild(build).value_or(type);
+  const std::string typeOfBuild = hwxidentity::MachineTypeOfBuild(build).value_or(type);
   // Contract: no-match-same-words.
   LogDebug("Get machineType from Bios ID().\n", "machineType=", typeOfBuild, "\tBios ID =", build);
   return typeOfBuild;

@@ -1,6 +1,5 @@
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 
-#include <cctype>
 #include <vector>
 
 #include "hwxcore/diagnostics/detail/Log.h"
@@ -10,9 +9,9 @@
 #include "hwxcore/schema/ICIMProperty.h"
 #include "hwxcore/schema/TAddToVectorCallback.h"
 #include "hwxcore/schema/detail/Existing.h"
-#include "hwxcore/schema/detail/MachineTypeModel.h"
-#include "hwxcore/schema/detail/SerialNumberCheck.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxidentity/MachineTypeModel.h"
+#include "hwxidentity/SerialNumberCheck.h"
 
 namespace NQORHWX20 {
 
@@ -104,14 +103,6 @@ std::string ReadRawString(const NamespacePtr& ns, const TCIMContext& context,
     LogAndThrowNotFound(property, " wasn't a string");
   }
   return value;
-}
-
-bool IsAlphanumericAt(const std::string& text, std::size_t position) {
-  return position < text.size() && std::isalnum(static_cast<unsigned char>(text[position])) != 0;
-}
-
-bool IsModelCharacterAt(const std::string& text, std::size_t position) {
-  return IsAlphanumericAt(text, position) || (position < text.size() && text[position] == ' ');
 }
 
 }  // namespace
@@ -241,7 +232,7 @@ std::string TCIMSchemaHelper::GetRawSerialNumberString(NamespacePtr ns, TCIMCont
 }
 
 std::string TCIMSchemaHelper::GetSerialNumber(NamespacePtr ns, TCIMContext ctx) {
-  const auto serialNumber = detail::CheckedSerialNumber(GetRawSerialNumberString(ns, ctx));
+  const auto serialNumber = hwxidentity::CheckedSerialNumber(GetRawSerialNumberString(ns, ctx));
   if (!serialNumber) throw THWXException(kHWXStatusNotFound);
   return *serialNumber;
 }
@@ -254,13 +245,13 @@ std::string TCIMSchemaHelper::GetSerialNumber_vmwesxi(NamespacePtr ns, TCIMConte
   const TCIMValue value =
       GetProperty(chassis.front(), "SerialNumber", context)->GetValue(TCIMContext());
   if (!value.IsNull()) {
-    if (const auto serialNumber = detail::CheckedSerialNumber(value)) return *serialNumber;
+    if (const auto serialNumber = hwxidentity::CheckedSerialNumber(value)) return *serialNumber;
   }
   const auto systems = GetClass(ns, "OMC_UnitaryComputerSystem", context);
   for (const InstancePtr& system : CollectInstances(systems, context)) {
     const auto property = GetProperty(system, "OtherIdentifyingInfo", context);
     for (const std::string& text : property->GetStringArrayValue()) {
-      if (const auto serialNumber = detail::CheckedSerialNumber(text)) return *serialNumber;
+      if (const auto serialNumber = hwxidentity::CheckedSerialNumber(text)) return *serialNumber;
     }
   }
   throw THWXException(kHWXStatusNotFound);
@@ -268,14 +259,11 @@ std::string TCIMSchemaHelper::GetSerialNumber_vmwesxi(NamespacePtr ns, TCIMConte
 
 // Contract: length-unchecked.
 bool TCIMSchemaHelper::IsValidMachineType(const std::string& text) {
-  return IsAlphanumericAt(text, 0) && IsAlphanumericAt(text, 1) && IsAlphanumericAt(text, 2) &&
-         IsAlphanumericAt(text, 3);
+  return hwxidentity::IsMachineType(text);
 }
 
 bool TCIMSchemaHelper::IsValidMTM(const std::string& text) {
-  // The type may hold no blanks. Contract: blanks-in-model, length-unchecked.
-  return IsValidMachineType(text) && IsModelCharacterAt(text, 4) && IsModelCharacterAt(text, 5) &&
-         IsModelCharacterAt(text, 6);
+  return hwxidentity::IsMachineTypeModel(text);
 }
 
 std::string TCIMSchemaHelper::GetRawMTMString(NamespacePtr ns) {
@@ -284,7 +272,7 @@ std::string TCIMSchemaHelper::GetRawMTMString(NamespacePtr ns) {
 
 std::string TCIMSchemaHelper::GetMTM(NamespacePtr ns) {
   detail::LogDebug("TCIMSchemaHelper- Detected MTM Entered");
-  const auto mtm = detail::ParseMachineTypeModel(GetRawMTMString(ns));
+  const auto mtm = hwxidentity::ParseMachineTypeModel(GetRawMTMString(ns));
   if (!mtm) throw THWXException(kHWXStatusInvalidFormat);  // Contract: no-form-unlogged.
   detail::LogDebug("TCIMSchemaHelper- Detected MTM ", *mtm);
   return *mtm;

@@ -86,7 +86,8 @@ class TCIMSchemaHelper {
   /// Whether the first four characters are letters or digits. The rest isn't looked at.
   static bool IsValidMachineType(const std::string& text);
   /// Whether the first four characters are a machine type and the next three letters, digits or
-  /// blanks. The rest isn't looked at.
+  /// blanks. The rest isn't looked at. Which bytes beyond ASCII are letters is up to the process's
+  /// locale, here and in what calls these two.
   static bool IsValidMTM(const std::string& text);
   /// The product name as stored. Throws as `GetRawSerialNumberString` does.
   static std::string GetRawMTMString(boost::shared_ptr<ICIMNamespace> ns);

@@ -1,10 +1,9 @@
-#include "hwxcore/schema/detail/SerialNumberCheck.h"
+#include "hwxidentity/SerialNumberCheck.h"
 
 #include <algorithm>
-#include <cctype>
 #include <iterator>
 
-namespace NQORHWX20::detail {
+namespace hwxidentity {
 
 namespace {
 
@@ -43,9 +42,13 @@ bool IsOneCharacterRepeated(const std::string& text) {
   return text.find_first_not_of(text.front()) == std::string::npos;
 }
 
+// The function of <cctype> would ask the process's locale, and in Turkish "I" is no capital "i".
+char LowerCase(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 bool IsFiller(std::string text) {
-  for (char& c : text)
-    c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  std::transform(text.begin(), text.end(), text.begin(), &LowerCase);
   return std::find(std::begin(kFillers), std::end(kFillers), text) != std::end(kFillers);
 }
 
@@ -57,4 +60,4 @@ std::optional<std::string> CheckedSerialNumber(const std::string& text) {
   return trimmed;
 }
 
-}  // namespace NQORHWX20::detail
+}  // namespace hwxidentity

@@ -1,8 +1,8 @@
-#include "hwxcore/schema/detail/SerialNumberCheck.h"
+#include "hwxidentity/SerialNumberCheck.h"
 
 #include <gtest/gtest.h>
 
-using NQORHWX20::detail::CheckedSerialNumber;
+using hwxidentity::CheckedSerialNumber;
 
 namespace {
 

@@ -1,9 +1,9 @@
-#include "hwxcore/os/detail/BiosBuilds.h"
+#include "hwxidentity/BiosBuilds.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace NQORHWX20::detail {
+namespace hwxidentity {
 
 namespace {
 
@@ -30,4 +30,4 @@ std::optional<std::string> MachineTypeOfBuild(const std::string& code) {
   return place->fMachineType;
 }
 
-}  // namespace NQORHWX20::detail
+}  // namespace hwxidentity

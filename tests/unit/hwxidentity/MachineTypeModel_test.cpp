@@ -1,4 +1,4 @@
-#include "hwxcore/schema/detail/MachineTypeModel.h"
+#include "hwxidentity/MachineTypeModel.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@
 #include "support/RecordingNamespace.h"
 #include "support/StatusOf.h"
 
+using hwxidentity::ParseMachineTypeModel;
 using NQORHWX20::TCIMSchemaHelper;
-using NQORHWX20::detail::ParseMachineTypeModel;
 
 namespace {
 

@@ -1,17 +1,24 @@
-#include "hwxcore/schema/detail/MachineTypeModel.h"
+#include "hwxidentity/MachineTypeModel.h"
 
+#include <cctype>
 #include <cstddef>
 #include <string_view>
 
-#include "hwxcore/schema/TCIMSchemaHelper.h"
-
-namespace NQORHWX20::detail {
+namespace hwxidentity {
 
 namespace {
 
 constexpr std::size_t kTypeLength = 4;
 constexpr std::size_t kMTMLength = 7;
 const char kUnknownModel[] = "xxx";
+
+bool IsAlphanumericAt(const std::string& text, std::size_t position) {
+  return position < text.size() && std::isalnum(static_cast<unsigned char>(text[position])) != 0;
+}
+
+bool IsModelCharacterAt(const std::string& text, std::size_t position) {
+  return IsAlphanumericAt(text, position) || (position < text.size() && text[position] == ' ');
+}
 
 // The form that the product names of one product line have: the length, the head, and the closing
 // character with its place. Type and model are the seven characters behind the head.
@@ -34,7 +41,7 @@ const TFixedForm kFixedForms[] = {
 bool Applies(const TFixedForm& form, const std::string& name) {
   return name.size() == form.fLength && name.compare(0, form.fHead.size(), form.fHead) == 0 &&
          name[form.fClosingAt] == form.fClosing &&
-         TCIMSchemaHelper::IsValidMTM(name.substr(form.fHead.size(), kMTMLength));
+         IsMachineTypeModel(name.substr(form.fHead.size(), kMTMLength));
 }
 
 std::string WithUnknownModel(const std::string& name) {
@@ -54,26 +61,37 @@ bool ClosesAt(const std::string& name, std::size_t position) {
 std::optional<std::string> ParseBracketed(const std::string& name, std::size_t mark) {
   const std::size_t begin = mark + 2;
   const std::string candidate = name.substr(begin, kMTMLength);
-  if (ClosesAt(name, begin + kMTMLength) && TCIMSchemaHelper::IsValidMTM(candidate)) {
+  if (ClosesAt(name, begin + kMTMLength) && IsMachineTypeModel(candidate)) {
     return WithoutBlankModel(candidate);
   }
-  if (ClosesAt(name, begin + kTypeLength) && TCIMSchemaHelper::IsValidMachineType(candidate)) {
+  if (ClosesAt(name, begin + kTypeLength) && IsMachineType(candidate)) {
     return WithUnknownModel(candidate);
   }
   return std::nullopt;
 }
 
 std::optional<std::string> ParseBare(const std::string& name) {
-  if (name.size() == kTypeLength && TCIMSchemaHelper::IsValidMachineType(name)) {
+  if (name.size() == kTypeLength && IsMachineType(name)) {
     return WithUnknownModel(name);
   }
-  if (name.size() == kMTMLength && TCIMSchemaHelper::IsValidMTM(name)) {
+  if (name.size() == kMTMLength && IsMachineTypeModel(name)) {
     return WithoutBlankModel(name);
   }
   return std::nullopt;
 }
 
 }  // namespace
+
+bool IsMachineType(const std::string& text) {
+  return IsAlphanumericAt(text, 0) && IsAlphanumericAt(text, 1) && IsAlphanumericAt(text, 2) &&
+         IsAlphanumericAt(text, 3);
+}
+
+bool IsMachineTypeModel(const std::string& text) {
+  // The type may hold no blanks. Contract: blanks-in-model, length-unchecked.
+  return IsMachineType(text) && IsModelCharacterAt(text, 4) && IsModelCharacterAt(text, 5) &&
+         IsModelCharacterAt(text, 6);
+}
 
 std::optional<std::string> ParseMachineTypeModel(std::string productName) {
   productName.erase(productName.find_last_not_of(' ') + 1);
@@ -86,4 +104,4 @@ std::optional<std::string> ParseMachineTypeModel(std::string productName) {
   return mark == std::string::npos ? ParseBare(productName) : ParseBracketed(productName, mark);
 }
 
-}  // namespace NQORHWX20::detail
+}  // namespace hwxidentity
