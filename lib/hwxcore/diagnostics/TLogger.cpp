@@ -12,8 +12,8 @@
 
 #include "hwxcore/diagnostics/TCommUtil.h"
 #include "hwxcore/os/TOSSpecific.h"
-#include "hwxcore/os/detail/LocalClock.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxcore/value/detail/LocalTime.h"
 #include "hwxcore/value/detail/NumberText.h"
 
 namespace NQORHWX20 {
@@ -81,13 +81,12 @@ template <typename Head>
 void WriteHead(Head& head, ILogger::EHWXLogSeverity severity) {
   static const char* const kLabels[] = {"[Error] ", "[Warning] ", "[Status] ", "[Debug] ",
                                         "[Verbose] "};
-  detail::TLocalClock clock;
-  const int second = clock.Read().fFields.tm_sec;
-  const int minute = clock.Read().fFields.tm_min;
-  const int hour = clock.Read().fFields.tm_hour;
-  const int year = clock.Read().fFields.tm_year + 1900;
-  const int day = clock.Read().fFields.tm_mday;
-  const int month = clock.Read().fFields.tm_mon + 1;
+  const int second = detail::ReadLocalClock().fFields.tm_sec;
+  const int minute = detail::ReadLocalClock().fFields.tm_min;
+  const int hour = detail::ReadLocalClock().fFields.tm_hour;
+  const int year = detail::ReadLocalClock().fFields.tm_year + 1900;
+  const int day = detail::ReadLocalClock().fFields.tm_mday;
+  const int month = detail::ReadLocalClock().fFields.tm_mon + 1;
   head << "FDR_" << kLabels[severity] << month << "/" << day << "/" << year << "  " << hour << ":"
        << minute << ":" << second << " ";
 }

@@ -6,8 +6,8 @@
 #include <cerrno>
 
 #include "hwxcore/diagnostics/detail/Log.h"
-#include "hwxcore/os/detail/LocalClock.h"
 #include "hwxcore/value/THWXException.h"
+#include "hwxcore/value/detail/LocalTime.h"
 
 namespace NQORHWX20 {
 
@@ -62,7 +62,7 @@ void TOSSpecific::CreateDir(std::string path) {
 }
 
 TCIMDateTime TOSSpecific::GetLocalTime() {
-  const detail::TClockReading now = detail::TLocalClock().Read();
+  const detail::TClockReading now = detail::ReadLocalClock();
   const std::tm& fields = now.fFields;
   return TCIMDateTime(
       static_cast<unsigned short>(fields.tm_year + 1900),

@@ -80,26 +80,36 @@ TWeek AskForWeek(int number) {
 
 }  // namespace
 
-// What a thread remembers of one zone.
+// What a thread remembers of one zone. Of trivial type, so that it can be used until the thread's
+// very end.
 struct TLocalTime::TMemory {
   std::time_t fSecond;  // to which it is limited; 0 for none
   char fZone[128];
   TWeek fWeeks[512];
+  bool fHasFields;
+  std::time_t fBrokenDown;  // the second of the fields
+  std::tm fFields;
 
   static thread_local TMemory fgOfThread;
 
-  // The C library reads a zone that TZ names but once, and looks at its own zone file each time.
-  bool Holds(const char* zone) const {
-    return zone != nullptr ? std::strcmp(zone, fZone) == 0 : fSecond == std::time(nullptr);
+  // The thread's memory of that zone, the machine's own where it is null; null if its name is too
+  // long.
+  static TMemory* Of(const char* zone, std::time_t now) {
+    TMemory& memory = fgOfThread;
+    return memory.Holds(zone, now) || memory.BeginAnew(zone, now) ? &memory : nullptr;
   }
 
-  // False if the zone's name is too long.
-  bool BeginAnew(const char* zone) {
+  // The C library reads a zone that TZ names but once, and looks at its own zone file each time.
+  bool Holds(const char* zone, std::time_t now) const {
+    return zone != nullptr ? fSecond == 0 && std::strcmp(zone, fZone) == 0 : fSecond == now;
+  }
+
+  bool BeginAnew(const char* zone, std::time_t now) {
     const char* const name = zone != nullptr ? zone : "/etc/localtime";
     const std::size_t length = std::strlen(name);
     if (length >= sizeof fZone) return false;
     *this = {};
-    fSecond = zone != nullptr ? 0 : std::time(nullptr);
+    fSecond = zone != nullptr ? 0 : now;
     std::memcpy(fZone, name, length);
     return true;
   }
@@ -109,14 +119,22 @@ struct TLocalTime::TMemory {
     if (week.fState == EWeek::kUnknown || week.fNumber != number) week = AskForWeek(number);
     return week;
   }
+
+  void BreakDown(std::time_t second) {
+    ::tzset();  // `localtime_r` alone needn't notice a new TZ
+    ::localtime_r(&second, &fFields);
+    fBrokenDown = second;
+  }
 };
 
 thread_local TLocalTime::TMemory TLocalTime::TMemory::fgOfThread;
 
-TLocalTime::TLocalTime() : fMemory(&TMemory::fgOfThread) {
+TLocalTime::TLocalTime() {
   const char* const zone = std::getenv("TZ");
-  if (!fMemory->Holds(zone) && !fMemory->BeginAnew(zone)) fMemory = nullptr;
+  fMemory = TMemory::Of(zone, zone != nullptr ? 0 : std::time(nullptr));
 }
+
+TLocalTime::TLocalTime(std::time_t now) : fMemory(TMemory::Of(std::getenv("TZ"), now)) {}
 
 std::time_t TLocalTime::Make(const std::tm& fields) const {
   // `mktime` looks up the zone with the second brought into the minute, and adds the rest after.
@@ -128,6 +146,22 @@ std::time_t TLocalTime::Make(const std::tm& fields) const {
   }
   std::tm normalised = fields;
   return std::mktime(&normalised);
+}
+
+const std::tm& TLocalTime::BreakDown(std::time_t second) const {
+  TMemory& memory = TMemory::fgOfThread;
+  if (fMemory == nullptr || !memory.fHasFields || memory.fBrokenDown != second) {
+    memory.BreakDown(second);
+    memory.fHasFields = fMemory != nullptr;
+  }
+  return memory.fFields;
+}
+
+TClockReading ReadLocalClock() {
+  timespec now{};
+  ::clock_gettime(CLOCK_REALTIME, &now);
+  return {TLocalTime(now.tv_sec).BreakDown(now.tv_sec),
+          static_cast<unsigned>(now.tv_nsec / 1000000)};
 }
 
 }  // namespace NQORHWX20::detail
