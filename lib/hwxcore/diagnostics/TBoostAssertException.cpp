@@ -4,7 +4,7 @@
 #include <iostream>
 #include <sstream>
 
-#include "hwxcore/schema/TRootObject.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
@@ -76,7 +76,7 @@ void assertion_failed(const char* expression, const char* function, const char* 
   const std::string mode = Mode();
   const std::string text = AssertionText(expression, function, file, line);
   // The thread gets its logger, and the log gets nothing. Contract: assertion-not-logged.
-  TRootObject::GetCoreLogger();
+  NQORHWX20::detail::CoreLogger();
   if (mode == "throwhwx") throw THWXException(kHWXStatusFail);
   if (mode == "throwboost") throw TBoostAssertException(text);
   if (mode == "trap") return Trap(text);

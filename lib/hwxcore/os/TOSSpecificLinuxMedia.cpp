@@ -2,9 +2,9 @@
 
 #include <cstdlib>
 
-#include "hwxcore/os/detail/RemovableDrives.h"
 #include "hwxcore/os/detail/ScsiBlockDevice.h"
 #include "hwxcore/os/detail/VirtualDevices.h"
+#include "hwxcore/schema/detail/RemovableDrives.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
@@ -51,6 +51,11 @@ bool CanMount(const std::string& device) {
   }
 }
 
+std::string BlockDeviceOf(const std::string& genericDevice) {
+  detail::TScsiSystem system;
+  return detail::BlockDeviceOf(genericDevice, system);
+}
+
 // Nothing makes the other mount point. Contract: floppy-mount-point-alone.
 void MakeFloppyMountPoint() {
   try {
@@ -65,8 +70,7 @@ void MakeFloppyMountPoint() {
 std::vector<std::pair<std::string, std::string> > TOSSpecific::EnumerateRemovableMedia(
     boost::shared_ptr<ICIMNamespace> ns) {
   const std::string usbDevices = UsbDevices();
-  detail::TScsiSystem system;
-  auto media = detail::RemovableDrives(usbDevices, ns, system);
+  auto media = detail::RemovableDrives(usbDevices, ns, &BlockDeviceOf);
   MakeFloppyMountPoint();
   for (const char* device : kFloppyDevices) {
     if (!CanMount(device)) continue;

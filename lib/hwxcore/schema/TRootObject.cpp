@@ -1,12 +1,12 @@
 #include "hwxcore/schema/TRootObject.h"
 
-#include "hwxcore/diagnostics/TLogger.h"
+#include "hwxcore/diagnostics/detail/Log.h"
 #include "hwxcore/schema/TNamespaceProviderManager.h"
 
 namespace NQORHWX20 {
 
 ILogger* TRootObject::GetCoreLogger() {
-  return TLogger::GetInstance();
+  return detail::CoreLogger();
 }
 
 boost::shared_ptr<INamespaceProviderManager> TRootObject::GetNamespaceProviderManager() {

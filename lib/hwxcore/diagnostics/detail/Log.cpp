@@ -4,6 +4,10 @@
 
 namespace NQORHWX20::detail {
 
+ILogger* CoreLogger() {
+  return TLogger::GetInstance();
+}
+
 void LogError(const std::string& message) {
   TLogger::GetInstance()->OutputLogEntry(ILogger::kHWXLogError, message);
 }

@@ -6,7 +6,14 @@
 
 #include <string>
 
-namespace NQORHWX20::detail {
+namespace NQORHWX20 {
+
+class ILogger;
+
+namespace detail {
+
+/// The calling thread's logger; never null.
+ILogger* CoreLogger();
 
 /// An entry of the severity that the name tells. Thread-safety: each thread has its own log. Throws
 /// what `ILogger::OutputLogEntry` throws.
@@ -26,6 +33,8 @@ void LogDebug(const Parts&... parts) {
   LogDebugEntry(text);
 }
 
-}  // namespace NQORHWX20::detail
+}  // namespace detail
+
+}  // namespace NQORHWX20
 
 #endif  // HWXCORE_DIAGNOSTICS_DETAIL_LOG_H

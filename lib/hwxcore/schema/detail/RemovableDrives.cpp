@@ -1,4 +1,4 @@
-#include "hwxcore/os/detail/RemovableDrives.h"
+#include "hwxcore/schema/detail/RemovableDrives.h"
 
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxcore/schema/ICIMInstance.h"
@@ -49,7 +49,7 @@ bool IsGenericDevice(const std::string& path) {
 
 std::vector<std::pair<std::string, std::string> > RemovableDrives(
     const std::string& usbDevices, const boost::shared_ptr<ICIMNamespace>& ns,
-    IScsiSystem& system) {
+    const std::function<std::string(const std::string&)>& blockDeviceOf) {
   std::vector<std::pair<std::string, std::string> > drives;
   for (const InstancePtr& device : ScsiDevices(ns)) {
     if (Text(device, "DeviceType") != "Direct Access Device") continue;
@@ -59,7 +59,7 @@ std::vector<std::pair<std::string, std::string> > RemovableDrives(
     std::string path = Text(device, "DeviceID");
     const std::string vendor = FirstWord(Text(device, "VendorID"));
     try {
-      if (IsGenericDevice(path)) path = BlockDeviceOf(path, system);
+      if (IsGenericDevice(path)) path = blockDeviceOf(path);
     } catch (const THWXException&) {
       continue;  // logged. Contract: failed-probe-leaves-out.
     }

@@ -1,4 +1,4 @@
-#include "hwxcore/os/detail/RemovableDrives.h"
+#include "hwxcore/schema/detail/RemovableDrives.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -35,8 +35,12 @@ class RemovableDrivesTest : public testing::Test {
   }
 
   std::vector<std::pair<std::string, std::string> > Drives() {
-    return RemovableDrives(fUsbDevices, fNamespace.Get(), fSystem);
+    return RemovableDrives(fUsbDevices, fNamespace.Get(), BlockDevices());
   }
+  std::function<std::string(const std::string&)> BlockDevices() {
+    return [this](const std::string& generic) { return BlockDeviceOf(generic, fSystem); };
+  }
+
   int StatusOfDrives() {
     return StatusOf([this] { Drives(); });
   }
@@ -196,7 +200,7 @@ TEST_F(RemovableDrivesTest, AreLostWithAPropertyThatIsMissing) {
     ns.AddInstance(kDriveClass, properties);
     properties.erase(missing);
     ns.AddInstance(kDriveClass, properties);
-    EXPECT_EQ(StatusOf([&] { RemovableDrives("", ns.Get(), fSystem); }), kHWXStatusNotFound)
+    EXPECT_EQ(StatusOf([&] { RemovableDrives("", ns.Get(), BlockDevices()); }), kHWXStatusNotFound)
         << missing;
   }
 }
@@ -209,7 +213,8 @@ TEST_F(RemovableDrivesTest, PassOnWhatTheNamespaceThrows) {
         "QORSG_SCSIDevice[0].DeviceID.GetValue", "QORSG_SCSIDevice[0].VendorID.GetValue"}) {
     RecordingNamespace ns = fNamespace;
     ns.Fail(call, kHWXStatusAccessDenied);
-    EXPECT_EQ(StatusOf([&] { RemovableDrives("", ns.Get(), fSystem); }), kHWXStatusAccessDenied)
+    EXPECT_EQ(StatusOf([&] { RemovableDrives("", ns.Get(), BlockDevices()); }),
+              kHWXStatusAccessDenied)
         << call;
   }
   EXPECT_THAT(fSystem.Opened(), IsEmpty());
@@ -217,8 +222,9 @@ TEST_F(RemovableDrivesTest, PassOnWhatTheNamespaceThrows) {
 
 TEST_F(RemovableDrivesTest, NeedTheClassAndANamespace) {
   RecordingNamespace empty;
-  EXPECT_EQ(StatusOf([&] { RemovableDrives("", empty.Get(), fSystem); }), kHWXStatusNotFound);
-  EXPECT_EQ(StatusOf([&] { RemovableDrives("", nullptr, fSystem); }), kHWXStatusNotFound);
+  EXPECT_EQ(StatusOf([&] { RemovableDrives("", empty.Get(), BlockDevices()); }),
+            kHWXStatusNotFound);
+  EXPECT_EQ(StatusOf([&] { RemovableDrives("", nullptr, BlockDevices()); }), kHWXStatusNotFound);
 }
 
 TEST_F(RemovableDrivesTest, AreNoneInAClassWithoutInstances) {
