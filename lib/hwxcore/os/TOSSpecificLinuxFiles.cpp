@@ -33,10 +33,11 @@ std::string WithSeparator(const std::string& path) {
   return ends ? path : path + TOSSpecific::kFileSeparator;
 }
 
+constexpr std::size_t kBlockSize = 32768;
+
 // Writes what was read. What a short write leaves over of its block is lost, and the next block
 // follows. Returns the last result of a write. Contract: short-write.
 ssize_t WriteBlocks(int destination, const char* text, std::size_t size) {
-  constexpr std::size_t kBlockSize = 32768;
   ssize_t result = 0;
   for (std::size_t done = 0; done < size;) {
     result = ::write(destination, text + done, size - done);
@@ -47,19 +48,30 @@ ssize_t WriteBlocks(int destination, const char* text, std::size_t size) {
   return result;
 }
 
-// Lets the kernel copy by itself, which is quicker. It leaves all to the blocks where it can't, as
-// into a pipe or within one file, or stops early, as at a full disk; a file of /proc it takes for
-// empty.
-void CopyInKernel(int source, int destination) {
-  constexpr std::size_t kMost = 1 << 30;
-  while (::copy_file_range(source, nullptr, destination, nullptr, kMost, 0) > 0)
-    continue;
+// Lets the kernel copy the `size` bytes of a file by itself, which is quicker. It copies nothing
+// where it can't, as into a pipe or within one file. Where it stops early, as at a full disk, both
+// files go back to where the block begins, so that it is the block's own write that is cut short.
+// The kernel isn't asked again: at the limit of a file's size that would end the process.
+void CopyInKernel(int source, int destination, off_t size) {
+  constexpr off_t kMost = 1 << 30;
+  off_t done = 0;
+  while (done < size) {
+    const off_t wanted = std::min(size - done, kMost);
+    const ssize_t copied = ::copy_file_range(source, nullptr, destination, nullptr,
+                                             static_cast<std::size_t>(wanted), 0);
+    if (copied > 0) done += copied;
+    if (copied != wanted) break;
+  }
+  if (done == size) return;
+  const off_t block = done - done % off_t{kBlockSize};
+  ::lseek(source, block, SEEK_SET);
+  ::lseek(destination, block, SEEK_SET);
 }
 
 // Copies up to the source's end. Returns the result that ended it: 0 at the end, and also for a
 // write of nothing.
 ssize_t CopyBlocks(int source, int destination) {
-  constexpr std::size_t kSize = 4 * 32768;  // several blocks at once, which is faster
+  constexpr std::size_t kSize = 4 * kBlockSize;  // several blocks at once, which is faster
   const std::unique_ptr<char[]> buffer(new char[kSize]);
   ssize_t result;
   do {
@@ -159,7 +171,7 @@ void TOSSpecific::FileCopy(std::string source, std::string destination) {
     ::close(from);
     ThrowFileSystemError();
   }
-  CopyInKernel(from, to);
+  CopyInKernel(from, to, status.st_size);
   const ssize_t result = CopyBlocks(from, to);  // what is left, and how it ends
   ::close(from);
   ::close(to);

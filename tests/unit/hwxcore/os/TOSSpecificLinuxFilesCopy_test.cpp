@@ -1,6 +1,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/ioctl.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -187,6 +188,72 @@ TEST(FileCopy, LeavesThePartialCopyAtTheLimitOfAFilesSize) {
   });
   EXPECT_EQ(result, 0);
   EXPECT_TRUE(FileText(scratch / "to") == AllBytes(50000));
+}
+
+// What becomes of a copy of `size` bytes where a file may have 40,000. Nothing is done about the
+// signal, which ends a process that writes at the limit.
+int CopyInLimit(const TemporaryDirectory& scratch, std::size_t size) {
+  MakeFile(scratch / "from", AllBytes(size));
+  const rlimit limit{40000, 40000};
+  ::setrlimit(RLIMIT_FSIZE, &limit);
+  return StatusOfFileCopy(scratch / "from", scratch / "to");
+}
+
+TEST(FileCopy, SucceedsWhereTheLimitOfAFilesSizeCutsTheLastBlockShort) {
+  const TemporaryDirectory scratch;
+  const int result = RunInChild([&] {
+    EXPECT_EQ(CopyInLimit(scratch, 65536), NQORHWX20::kHWXStatusOK);
+    return 0;
+  });
+  EXPECT_EQ(result, 0);
+  EXPECT_TRUE(FileText(scratch / "to") == AllBytes(40000));
+}
+
+TEST(FileCopy, ThrowsWhereTheLimitOfAFilesSizeLeavesABlockOut) {
+  const TemporaryDirectory scratch;
+  const int result = RunInChild([&] {
+    const ScopedSignal ignored(SIGXFSZ, SIG_IGN);
+    EXPECT_EQ(CopyInLimit(scratch, 65537), NQORHWX20::kHWXStatusFileSystemError);
+    return 0;
+  });
+  EXPECT_EQ(result, 0);
+  EXPECT_TRUE(FileText(scratch / "to") == AllBytes(40000));
+}
+
+// With place for `pages` pages.
+bool MountSmallTmpfs(const std::string& directory, std::size_t pages) {
+  const std::string size = "size=" + std::to_string(pages * 4096);
+  return ::mount("tmpfs", directory.c_str(), "tmpfs", 0, size.c_str()) == 0;
+}
+
+// Runs `scene` on a tmpfs that has place for ten pages besides the source: for a block and a piece
+// of the next.
+template <typename Scene>
+void RunOnFullDisk(std::size_t sourcePages, Scene scene) {
+  const TemporaryDirectory scratch;
+  RunScene("no right to mount", [&] {
+    if (!hwxtest::EnterPrivateMountNamespace() ||
+        !MountSmallTmpfs(scratch.Path(), sourcePages + 10)) {
+      return hwxtest::kSceneNotAllowed;
+    }
+    MakeFile(scratch / "from", AllBytes(sourcePages * 4096));
+    scene(scratch);
+    EXPECT_TRUE(FileText(scratch / "to") == AllBytes(std::size_t{10} * 4096));
+    return 0;
+  });
+}
+
+TEST(FileCopy, SucceedsWhereAFullDiskCutsTheLastBlockShort) {
+  RunOnFullDisk(16, [](const TemporaryDirectory& scratch) {
+    EXPECT_EQ(StatusOfFileCopy(scratch / "from", scratch / "to"), NQORHWX20::kHWXStatusOK);
+  });
+}
+
+TEST(FileCopy, ThrowsWhereAFullDiskLeavesABlockOut) {
+  RunOnFullDisk(17, [](const TemporaryDirectory& scratch) {
+    EXPECT_EQ(StatusOfFileCopy(scratch / "from", scratch / "to"),
+              NQORHWX20::kHWXStatusFileSystemError);
+  });
 }
 
 TEST(FileCopy, ThrowsFileSystemErrorOnAReadOnlyFileSystem) {
