@@ -28,6 +28,24 @@ function(hwx_own_functions target)
   target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
 endfunction()
 
+# What a shared object doesn't offer stays inside it: what its headers don't mark is hidden, and
+# `map` keeps back what the compiler instantiates of other people's templates.
+function(hwx_hide_internals target map)
+  set_target_properties(${target} PROPERTIES
+    CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+    LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/${map})
+  target_link_options(${target} PRIVATE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/${map})
+endfunction()
+
+# Code that is linked into shared objects and programs, and offered by none of them.
+function(hwx_internal_library target)
+  hwx_compile_options(${target})
+  target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/lib)
+  set_target_properties(${target} PROPERTIES
+    POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
 # A shared library of this project that others link against: found by its neighbours beside it,
 # installed with its headers, and exported as hwxcore::<target>.
 function(hwx_library target)
@@ -35,6 +53,7 @@ function(hwx_library target)
   target_compile_features(${target} PUBLIC cxx_std_17)
   target_link_options(${target} PRIVATE -Wl,--no-undefined)
   hwx_own_functions(${target})
+  hwx_hide_internals(${target} exports.map)
   if(HWX_SANITIZE)
     # The sanitizers' own symbols come from the executable.
     target_link_options(${target} PRIVATE -Wl,--unresolved-symbols=ignore-all)
@@ -50,6 +69,7 @@ endfunction()
 function(hwx_provider target name)
   hwx_compile_options(${target})
   hwx_own_functions(${target})
+  hwx_hide_internals(${target} no_exports.map)
   set_target_properties(${target} PROPERTIES
     OUTPUT_NAME ${name} PREFIX "lib" SUFFIX ".nsp.so"
     INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)

@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
+
 /// The directory of the loaded module (the program or a shared object) that holds `address`, which
 /// may be the address of code or of data, constants included. The text ends in "/", so that a file
 /// name can be appended directly.
@@ -15,6 +17,6 @@
 /// directory of the call. Of the program it is the kernel's own, without symbolic links.
 ///
 /// Empty when `address` lies in no module, or when the module's directory can't be told.
-std::string GetModulePathLin(const void* address);
+HWX_EXPORT std::string GetModulePathLin(const void* address);
 
 #endif  // HWXBASE_HWXBASE_H

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "hwxsys/Words.h"
+
 namespace hwxidentity {
 
 namespace {
@@ -31,13 +33,6 @@ const char* const kFillers[] = {
     "1234567890",
 };
 
-std::string Trimmed(const std::string& text) {
-  const char* const whiteSpace = " \t\n\v\f\r";
-  const std::size_t begin = text.find_first_not_of(whiteSpace);
-  if (begin == std::string::npos) return std::string();
-  return text.substr(begin, text.find_last_not_of(whiteSpace) - begin + 1);
-}
-
 bool IsOneCharacterRepeated(const std::string& text) {
   return text.find_first_not_of(text.front()) == std::string::npos;
 }
@@ -55,7 +50,7 @@ bool IsFiller(std::string text) {
 }  // namespace
 
 std::optional<std::string> CheckedSerialNumber(const std::string& text) {
-  const std::string trimmed = Trimmed(text);
+  const std::string trimmed(hwxsys::Trimmed(text));
   if (trimmed.empty() || IsOneCharacterRepeated(trimmed) || IsFiller(trimmed)) return std::nullopt;
   return trimmed;
 }

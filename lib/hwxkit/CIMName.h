@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string>
 
+#include "hwxbase/Export.h"
+
 // The rules of CIM names. They keep their case, and look-ups ignore the case of ASCII letters, in
 // every locale.
 // Thread-safety: all of it is free of state.
@@ -12,19 +14,19 @@ namespace NQORHWX20 {
 
 /// Whether `name` is a CIM name: a letter, an underscore or a byte of 0x80 and above, and then also
 /// digits.
-bool IsCIMName(const std::string& name);
+HWX_EXPORT bool IsCIMName(const std::string& name);
 
 /// Throws `kHWXStatusInvalidCIMName` unless `name` is a CIM name.
-void CheckCIMName(const std::string& name);
+HWX_EXPORT void CheckCIMName(const std::string& name);
 
 /// Whether two texts are the same CIM name.
-bool IsSameCIMName(const std::string& left, const std::string& right);
+HWX_EXPORT bool IsSameCIMName(const std::string& left, const std::string& right);
 
 /// The form that a name shares with all that are the same: its letters in lower case.
-std::string FoldedCIMName(std::string name);
+HWX_EXPORT std::string FoldedCIMName(std::string name);
 
 /// Hashes names alike that are the same.
-struct TCIMNameHash {
+struct HWX_EXPORT TCIMNameHash {
   std::size_t operator()(const std::string& name) const;
 };
 

@@ -13,6 +13,7 @@
 #include <functional>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMNamespace.h"
 #include "hwxkit/TChildLimits.h"
 
@@ -37,13 +38,14 @@ using TChildNotice = std::function<void(const std::string& notice)>;
 /// Throws `TDetailedException` if `open` throws, with its status, and its words as the detail;
 /// `TChildLostException` if the child is lost. A class that the kit refuses is left out, with a
 /// notice.
-boost::shared_ptr<ICIMNamespace> OpenInChild(const TNamespaceOpener& open,
-                                             const TChildLimits& limits,
-                                             const TChildNotice& notice = TChildNotice());
+HWX_EXPORT boost::shared_ptr<ICIMNamespace> OpenInChild(
+    const TNamespaceOpener& open, const TChildLimits& limits,
+    const TChildNotice& notice = TChildNotice());
 
 /// Runs `call` in a child and returns its result. Throws `TDetailedException` if it throws, and
 /// `TChildLostException` if the child is lost.
-std::string CallInChild(const std::function<std::string()>& call, const TChildLimits& limits);
+HWX_EXPORT std::string CallInChild(const std::function<std::string()>& call,
+                                   const TChildLimits& limits);
 
 }  // namespace NQORHWX20
 

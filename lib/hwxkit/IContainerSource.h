@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxkit/INamespaceSource.h"
 
 namespace NQORHWX20 {
@@ -56,7 +57,7 @@ enum EContainerLanguage {
 ///
 /// Thread-safety: different namespaces may be loaded and saved by different threads at the same
 /// time; one namespace belongs to one thread.
-class IContainerSource : public INamespaceSource {
+class HWX_EXPORT IContainerSource : public INamespaceSource {
  public:
   /// The key of the context by which `OpenNamespace` is told a file.
   static const char* const kFileContextName;

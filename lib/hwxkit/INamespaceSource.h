@@ -3,6 +3,7 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/INamespaceProvider.h"
 
 namespace NQORHWX20 {
@@ -13,7 +14,7 @@ class ICIMNamespace;
 /// provider from the registry and converts it with `boost::dynamic_pointer_cast`.
 ///
 /// Thread-safety: the provider's business.
-class INamespaceSource : public INamespaceProvider {
+class HWX_EXPORT INamespaceSource : public INamespaceProvider {
  public:
   ~INamespaceSource() override;
 

@@ -11,6 +11,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMValue.h"
 
 namespace NQORHWX20 {
@@ -25,17 +26,19 @@ typedef boost::function<void(const std::string& what, const std::string& why)> T
 /// Copies qualifier declarations and classes, with their static values, into an empty namespace. A
 /// declaration that can't be copied is left out and told. Throws what the source throws, and
 /// `kHWXStatusAlreadyExists` and the like where the target isn't empty.
-void CopySchema(ICIMNamespace& source, const boost::shared_ptr<TMemoryNamespace>& target,
-                const TCopyFailure& failed);
+HWX_EXPORT void CopySchema(ICIMNamespace& source, const boost::shared_ptr<TMemoryNamespace>& target,
+                           const TCopyFailure& failed);
 
 /// Copies an instance to the target's class of the same name, and adds it there. Throws
 /// `kHWXStatusNotFound` if there is no such class, and what the target refuses: then the instance
 /// isn't added.
-void CopyInstance(ICIMInstance& source, const boost::shared_ptr<TMemoryNamespace>& target);
+HWX_EXPORT void CopyInstance(ICIMInstance& source,
+                             const boost::shared_ptr<TMemoryNamespace>& target);
 
 /// A value that is bound to the target: references by the names of their classes. A class that the
 /// target doesn't have is one outside it.
-TCIMValue CopyValue(const TCIMValue& value, const boost::shared_ptr<TMemoryNamespace>& target);
+HWX_EXPORT TCIMValue CopyValue(const TCIMValue& value,
+                               const boost::shared_ptr<TMemoryNamespace>& target);
 
 }  // namespace NQORHWX20
 

@@ -1,6 +1,8 @@
 #ifndef HWXKIT_STANDARDQUALIFIERS_H
 #define HWXKIT_STANDARDQUALIFIERS_H
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 class TMemoryNamespace;
@@ -30,7 +32,7 @@ class TMemoryNamespace;
 /// "Units" and "Values" are translatable besides. A namespace that something is to be copied into
 /// should stay empty instead: its declarations come with the copy.
 // clang-format on
-void DeclareStandardQualifiers(TMemoryNamespace& ns);
+HWX_EXPORT void DeclareStandardQualifiers(TMemoryNamespace& ns);
 
 }  // namespace NQORHWX20
 

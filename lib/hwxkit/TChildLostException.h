@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TDetailedException.h"
 
 namespace NQORHWX20 {
@@ -12,7 +13,7 @@ namespace NQORHWX20 {
 /// nothing for 30 s".
 ///
 /// Thread-safety: as of `TDetailedException`.
-class TChildLostException : public TDetailedException {
+class HWX_EXPORT TChildLostException : public TDetailedException {
  public:
   explicit TChildLostException(const std::string& why);
   ~TChildLostException() override;

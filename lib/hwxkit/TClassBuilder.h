@@ -4,6 +4,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxkit/TMemoryClass.h"
 
 namespace NQORHWX20 {
@@ -16,7 +17,7 @@ class TMemoryNamespace;
 
 /// The type of a declaration: a tag, or a name as a schema has it, "uint32" or "string[]". A name
 /// that is none throws `kHWXStatusTypeMismatch`.
-class TDeclaredType {
+class HWX_EXPORT TDeclaredType {
  public:
   TDeclaredType(TCIMValue::TCIMType::ECIMType type)  // NOLINT(google-explicit-constructor)
       : fType(type) {}
@@ -46,7 +47,7 @@ class TDeclaredType {
 /// `Commit`, there is no such class.
 ///
 /// Thread-safety: none.
-class TClassBuilder {
+class HWX_EXPORT TClassBuilder {
  public:
   /// Begins a class, and declares in `ns` what it lacks of the standard qualifiers. A superclass
   /// that isn't there throws `kHWXStatusNotFound`; the empty name stands for none.

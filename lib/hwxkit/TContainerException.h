@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
@@ -12,7 +13,7 @@ namespace NQORHWX20 {
 ///     machine.xml:17: PROPERTY "Size": 70000 is out of range for uint16
 ///
 /// Thread-safety: a plain value. Copying it may fail for want of memory.
-class TContainerException : public THWXException {
+class HWX_EXPORT TContainerException : public THWXException {
  public:
   TContainerException(THWXStatusCode status, const std::string& message);
   ~TContainerException() override;

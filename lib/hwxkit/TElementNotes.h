@@ -5,6 +5,8 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 /// Whether a string holds an object in a text form.
@@ -16,7 +18,7 @@ enum EEmbeddedObject : unsigned char {
 
 /// What files say of an element and no schema interface has a place for. It is carried from file to
 /// file; the kit itself reads none of it.
-struct TElementNotes {
+struct HWX_EXPORT TElementNotes {
   /// The language of the texts, as in "en"; empty if it isn't told.
   std::string fLanguage;
   /// The class that declared the element first, where that isn't the class which bears it.
@@ -38,7 +40,7 @@ struct TElementNotes {
 /// The part of an element that holds its notes. They take no memory while there are none.
 ///
 /// Thread-safety: none.
-class TNotedElement {
+class HWX_EXPORT TNotedElement {
  public:
   /// Valid until other notes are set.
   const TElementNotes& GetNotes() const {

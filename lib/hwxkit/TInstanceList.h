@@ -4,6 +4,8 @@
 #include <boost/shared_ptr.hpp>
 #include <vector>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 class TMemoryClass;
@@ -17,7 +19,7 @@ class TMemoryInstance;
 ///     }
 ///
 /// Thread-safety: none.
-class TInstanceList {
+class HWX_EXPORT TInstanceList {
  public:
   explicit TInstanceList(const boost::shared_ptr<TMemoryClass>& instanceClass);
   ~TInstanceList();

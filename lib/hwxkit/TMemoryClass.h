@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxkit/TMemoryPropertyDecl.h"
 #include "hwxkit/TMemoryQualifiedElement.h"
@@ -50,8 +51,8 @@ typedef boost::function<void(TInstanceList&)> TInstanceSource;
 /// pointer. Enumerations work on a snapshot: the callback may change the class.
 ///
 /// Thread-safety: none.
-class TMemoryClass : public TMemoryQualifiedElement<ICIMClass>,
-                     public boost::enable_shared_from_this<TMemoryClass> {
+class HWX_EXPORT TMemoryClass : public TMemoryQualifiedElement<ICIMClass>,
+                                public boost::enable_shared_from_this<TMemoryClass> {
  public:
   ~TMemoryClass() override;
 

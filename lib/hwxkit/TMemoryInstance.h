@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMInstance.h"
 
 namespace NQORHWX20 {
@@ -25,8 +26,8 @@ struct TInstanceValues;
 /// holds its class strongly. `TMemoryClass::CreateInstance` makes one, with the default values.
 ///
 /// Thread-safety: none.
-class TMemoryInstance : public ICIMInstance,
-                        public boost::enable_shared_from_this<TMemoryInstance> {
+class HWX_EXPORT TMemoryInstance : public ICIMInstance,
+                                   public boost::enable_shared_from_this<TMemoryInstance> {
  public:
   ~TMemoryInstance() override;
 

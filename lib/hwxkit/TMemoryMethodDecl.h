@@ -7,6 +7,7 @@
 #include <boost/weak_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMMethodDecl.h"
 #include "hwxkit/TElementNotes.h"
 #include "hwxkit/TMemoryParameterDecl.h"
@@ -24,9 +25,9 @@ class TMemoryClass;
 /// One that overrides a method declares all parameters anew.
 ///
 /// Thread-safety: none.
-class TMemoryMethodDecl : public TMemoryQualifiedElement<ICIMMethodDecl>,
-                          public TNotedElement,
-                          public boost::enable_shared_from_this<TMemoryMethodDecl> {
+class HWX_EXPORT TMemoryMethodDecl : public TMemoryQualifiedElement<ICIMMethodDecl>,
+                                     public TNotedElement,
+                                     public boost::enable_shared_from_this<TMemoryMethodDecl> {
  public:
   ~TMemoryMethodDecl() override;
 

@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMNamespace.h"
 #include "hwxkit/TMemoryQualifierDecl.h"
 #include "hwxkit/TNameTable.h"
@@ -34,8 +35,8 @@ struct TClassContents;
 /// names another one.
 ///
 /// Thread-safety: none, also for reading.
-class TMemoryNamespace : public ICIMNamespace,
-                         public boost::enable_shared_from_this<TMemoryNamespace> {
+class HWX_EXPORT TMemoryNamespace : public ICIMNamespace,
+                                    public boost::enable_shared_from_this<TMemoryNamespace> {
  public:
   /// An empty namespace. `providerName` is the provider that it answers for, empty for all.
   static boost::shared_ptr<TMemoryNamespace> Create(const std::string& name,

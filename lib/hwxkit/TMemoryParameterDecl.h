@@ -6,6 +6,7 @@
 #include <boost/weak_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMParameterDecl.h"
 #include "hwxkit/TElementNotes.h"
 #include "hwxkit/TMemoryQualifiedElement.h"
@@ -18,9 +19,10 @@ class TMemoryMethodDecl;
 /// `Commit` puts it in the method, which owns it from then on.
 ///
 /// Thread-safety: none.
-class TMemoryParameterDecl : public TMemoryQualifiedElement<ICIMParameterDecl>,
-                             public TNotedElement,
-                             public boost::enable_shared_from_this<TMemoryParameterDecl> {
+class HWX_EXPORT TMemoryParameterDecl
+    : public TMemoryQualifiedElement<ICIMParameterDecl>,
+      public TNotedElement,
+      public boost::enable_shared_from_this<TMemoryParameterDecl> {
  public:
   ~TMemoryParameterDecl() override;
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMProperty.h"
 
 namespace NQORHWX20 {
@@ -25,7 +26,7 @@ struct TInstanceValues;
 /// whenever it is asked for a property.
 ///
 /// Thread-safety: none.
-class TMemoryProperty : public ICIMProperty {
+class HWX_EXPORT TMemoryProperty : public ICIMProperty {
  public:
   ~TMemoryProperty() override;
 

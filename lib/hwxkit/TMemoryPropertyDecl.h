@@ -6,6 +6,7 @@
 #include <boost/weak_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMPropertyDecl.h"
 #include "hwxkit/TElementNotes.h"
 #include "hwxkit/TMemoryQualifiedElement.h"
@@ -21,9 +22,9 @@ class TMemoryClass;
 /// lacks the qualifiers without `kFlavorToSubclass`, "Override" for one, and is otherwise the same.
 ///
 /// Thread-safety: none.
-class TMemoryPropertyDecl : public TMemoryQualifiedElement<ICIMPropertyDecl>,
-                            public TNotedElement,
-                            public boost::enable_shared_from_this<TMemoryPropertyDecl> {
+class HWX_EXPORT TMemoryPropertyDecl : public TMemoryQualifiedElement<ICIMPropertyDecl>,
+                                       public TNotedElement,
+                                       public boost::enable_shared_from_this<TMemoryPropertyDecl> {
  public:
   ~TMemoryPropertyDecl() override;
 

@@ -5,6 +5,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxkit/INamespaceSource.h"
 
 namespace NQORHWX20 {
@@ -19,7 +20,7 @@ typedef boost::function<boost::shared_ptr<ICIMNamespace>()> TNamespaceFactory;
 /// provider's plug-in are gone: the factory must not need any of them to be destroyed.
 ///
 /// Thread-safety: that of the factory.
-class TMemoryProvider : public INamespaceSource {
+class HWX_EXPORT TMemoryProvider : public INamespaceSource {
  public:
   TMemoryProvider(const std::string& name, const TNamespaceFactory& factory);
   ~TMemoryProvider() override;

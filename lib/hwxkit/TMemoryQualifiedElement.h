@@ -5,6 +5,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMQualifier.h"
 #include "hwxcore/schema/ICIMQualifierDecl.h"
 #include "hwxkit/TQualifierTable.h"
@@ -17,7 +18,7 @@ namespace NQORHWX20 {
 ///
 /// Thread-safety: none.
 template <typename TInterface>
-class TMemoryQualifiedElement : public TInterface {
+class HWX_EXPORT TMemoryQualifiedElement : public TInterface {
  public:
   unsigned int GetQualifierCount(TCIMContext /*context*/) override {
     return fQualifiers->GetCount();

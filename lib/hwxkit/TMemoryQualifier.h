@@ -6,6 +6,7 @@
 #include <boost/weak_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMQualifier.h"
 #include "hwxkit/TElementNotes.h"
 
@@ -17,9 +18,9 @@ class TQualifierTable;
 /// element. Nothing changes or removes it afterwards.
 ///
 /// Thread-safety: none.
-class TMemoryQualifier : public ICIMQualifier,
-                         public TNotedElement,
-                         public boost::enable_shared_from_this<TMemoryQualifier> {
+class HWX_EXPORT TMemoryQualifier : public ICIMQualifier,
+                                    public TNotedElement,
+                                    public boost::enable_shared_from_this<TMemoryQualifier> {
  public:
   ~TMemoryQualifier() override;
 

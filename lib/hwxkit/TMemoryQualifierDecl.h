@@ -6,6 +6,7 @@
 #include <boost/weak_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMQualifierDecl.h"
 
 namespace NQORHWX20 {
@@ -17,8 +18,9 @@ class TMemoryNamespace;
 /// afterwards.
 ///
 /// Thread-safety: none.
-class TMemoryQualifierDecl : public ICIMQualifierDecl,
-                             public boost::enable_shared_from_this<TMemoryQualifierDecl> {
+class HWX_EXPORT TMemoryQualifierDecl
+    : public ICIMQualifierDecl,
+      public boost::enable_shared_from_this<TMemoryQualifierDecl> {
  public:
   ~TMemoryQualifierDecl() override;
 

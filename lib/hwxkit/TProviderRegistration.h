@@ -4,6 +4,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxkit/TMemoryProvider.h"
 
 namespace NQORHWX20 {
@@ -17,7 +18,7 @@ namespace NQORHWX20 {
 /// provider of the name stays and this one is dropped.
 ///
 /// Thread-safety: none, as the registry has none: load plug-ins from one thread at start-up.
-class TProviderRegistration {
+class HWX_EXPORT TProviderRegistration {
  public:
   /// Enters a `TMemoryProvider`.
   TProviderRegistration(const std::string& name, const TNamespaceFactory& factory);

@@ -7,6 +7,7 @@
 #include <boost/weak_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMValue.h"
 #include "hwxkit/TNameTable.h"
 
@@ -22,7 +23,7 @@ class TMemoryQualifier;
 /// on it; providers have no need of it.
 ///
 /// Thread-safety: none.
-class TQualifierTable : public boost::enable_shared_from_this<TQualifierTable> {
+class HWX_EXPORT TQualifierTable : public boost::enable_shared_from_this<TQualifierTable> {
  public:
   /// An open table. From `inherited`, which may be null, it takes what has the flavor
   /// `kFlavorToSubclass`.

@@ -6,6 +6,8 @@
 #include <ostream>
 #include <sstream>
 
+#include "hwxbase/Export.h"
+
 namespace QModule {
 
 /// One line of trace. It is built through `Stream()` and emitted by the destructor:
@@ -20,7 +22,7 @@ namespace QModule {
 /// Thread-safety: an object belongs to one thread. Lines of several threads don't mix, each is
 /// written whole. `GetMinLogLevel` may be called from any thread, as long as none changes the
 /// environment meanwhile.
-class Log {
+class HWX_EXPORT Log {
  public:
   /// The level up to which lines are wanted: the number in the environment variable
   /// `QMODULE_LOG_LEVEL`, read anew at each call. 0, which is silent, when the variable is not set

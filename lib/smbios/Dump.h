@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "hwxbase/Export.h"
 #include "smbios/TTables.h"
 
 namespace smbios {
@@ -17,7 +18,7 @@ namespace smbios {
 /// there too.
 ///
 /// `tables` must be readable.
-std::vector<std::uint8_t> MakeDump(const TTables& tables);
+HWX_EXPORT std::vector<std::uint8_t> MakeDump(const TTables& tables);
 
 }  // namespace smbios
 

@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <string>
 
+#include "hwxbase/Export.h"
+
 namespace smbios {
 
 /// Bytes of the three forms, as far as the format defines them.
@@ -36,7 +38,7 @@ struct TEntryPoint {
 };
 
 /// The form whose anchor the `size` bytes from `bytes` begin with; nothing else is checked.
-EEntryPointForm EntryPointForm(const std::uint8_t* bytes, std::size_t size);
+HWX_EXPORT EEntryPointForm EntryPointForm(const std::uint8_t* bytes, std::size_t size);
 
 /// Reads the entry point of any form that begins at `bytes`; what follows it within the `size`
 /// bytes isn't looked at. Anchors, lengths and checksums are checked. Never reads outside the
@@ -45,7 +47,8 @@ EEntryPointForm EntryPointForm(const std::uint8_t* bytes, std::size_t size);
 /// Some makers wrote the minor version in decimal digits; `fMinor` is the one that they meant.
 ///
 /// Returns what is wrong, in words, and leaves `entryPoint` alone; empty text means success.
-std::string ParseEntryPoint(const std::uint8_t* bytes, std::size_t size, TEntryPoint& entryPoint);
+HWX_EXPORT std::string ParseEntryPoint(const std::uint8_t* bytes, std::size_t size,
+                                       TEntryPoint& entryPoint);
 
 }  // namespace smbios
 

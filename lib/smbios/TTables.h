@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "hwxbase/Export.h"
 #include "smbios/EntryPoint.h"
 #include "smbios/TableWalker.h"
 #include "smbios/smbios.h"
@@ -25,7 +26,7 @@ namespace smbios {
 ///
 /// Thread-safety: constant once made; any number of threads may read it. Structures are views and
 /// live as long as the object, wherever it is moved to.
-class TTables {
+class HWX_EXPORT TTables {
  public:
   /// From the two files that the kernel exports. The table begins at its file's start, whatever
   /// address the entry point tells. `source` says where the bytes came from and is put in front of

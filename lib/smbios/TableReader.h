@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "smbios/TTables.h"
 
 namespace smbios {
@@ -14,7 +15,7 @@ namespace smbios {
 /// is set, even to nothing, else the kernel's directory, "/sys/firmware/dmi/tables" below `root`.
 ///
 /// `root`: directory below which /sys lies, without a trailing "/"; empty for this machine's own.
-std::string TablesLocation(const std::string& root = std::string());
+HWX_EXPORT std::string TablesLocation(const std::string& root = std::string());
 
 /// Reads the tables from a directory that holds the kernel's files (`smbios_entry_point` and `DMI`)
 /// or from one file: as `dmidecode --dump-bin` writes it, or a table alone (`TTables::FromDump`).
@@ -28,14 +29,14 @@ std::string TablesLocation(const std::string& root = std::string());
 /// - `kSmBiosMalformed`: "PATH: " and what is wrong with the bytes
 ///
 /// While a `TSnapshot` lives, the answer is what was read first at `location`.
-TTables ReadTables(const std::string& location);
+HWX_EXPORT TTables ReadTables(const std::string& location);
 
 /// One reading of the firmware's tables for many questions. While it lives, `ReadTables` reads each
 /// location only once, whoever calls it, and gives the same answer again, also that there are no
 /// tables. So all answers agree, and the files are read once. Without one, each call reads anew.
 ///
 /// Thread-safety: for the process; any number may live at once, on any threads.
-class TSnapshot {
+class HWX_EXPORT TSnapshot {
  public:
   TSnapshot();
   ~TSnapshot();
@@ -45,7 +46,7 @@ class TSnapshot {
 
 /// Why the tables read at `location` are absent or unsound, for people: "no firmware tables: ...",
 /// "needs root: ...", "malformed: ..." or "unreadable: ...". Empty when they are sound.
-std::string WhyUnsound(const TTables& tables, const std::string& location);
+HWX_EXPORT std::string WhyUnsound(const TTables& tables, const std::string& location);
 
 }  // namespace smbios
 

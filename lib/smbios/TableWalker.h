@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "hwxbase/Export.h"
+
 namespace smbios {
 
 /// Structure types of which this project reads fields. A table holds many more.
@@ -32,7 +34,7 @@ constexpr int kTypeEndOfTable = 127;
 /// text, since every version of the format appended fields to the structures of the one before.
 ///
 /// Thread-safety: a plain value over bytes that nobody changes.
-class TStructure {
+class HWX_EXPORT TStructure {
  public:
   /// `size` bytes from `bytes`: a formatted area of `formattedSize` bytes, at least 4, then the
   /// strings and the two NUL bytes that close the structure. `formattedSize` need not be what the
@@ -115,8 +117,8 @@ using TVisitor = std::function<bool(const TStructure&)>;
 /// Structures of type 34 are known to tell the length of a later version than they are of, and so
 /// take in the beginning of their strings. Where text stands in the place of the later fields, the
 /// structure is taken to end in front of it.
-TWalk WalkTable(const std::uint8_t* table, std::size_t size, std::size_t countLimit,
-                const TVisitor& visit);
+HWX_EXPORT TWalk WalkTable(const std::uint8_t* table, std::size_t size, std::size_t countLimit,
+                           const TVisitor& visit);
 
 }  // namespace smbios
 

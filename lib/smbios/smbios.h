@@ -9,6 +9,8 @@
 #ifndef SMBIOS_SMBIOS_H
 #define SMBIOS_SMBIOS_H
 
+#include "hwxbase/Export.h"
+
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -47,7 +49,7 @@ typedef struct TPluginManagerProvider TPluginManagerProvider;
  *
  * provider: not used; null.
  */
-TSmBiosStatus smBiosLoad(TPluginManagerProvider* provider, void** handle);
+HWX_EXPORT TSmBiosStatus smBiosLoad(TPluginManagerProvider* provider, void** handle);
 
 /**
  * Copies the first structure of a type to the buffer: the formatted area, the strings and the two
@@ -57,10 +59,10 @@ TSmBiosStatus smBiosLoad(TPluginManagerProvider* provider, void** handle);
  * length: on entry the buffer's capacity in bytes; on return the number of bytes copied, all those
  * above, and 0 on failure, when the buffer is left as it was.
  */
-TSmBiosStatus smBiosGetFirst(void* handle, int type, void* buffer, int* length);
+HWX_EXPORT TSmBiosStatus smBiosGetFirst(void* handle, int type, void* buffer, int* length);
 
 /** Releases what smBiosLoad opened and makes the handle null. A null handle is let pass. */
-TSmBiosStatus smBiosClose(void** handle);
+HWX_EXPORT TSmBiosStatus smBiosClose(void** handle);
 
 #ifdef __cplusplus
 }

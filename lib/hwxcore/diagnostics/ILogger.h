@@ -4,6 +4,7 @@
 #include <list>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMDateTime.h"
 
 namespace NQORHWX20 {
@@ -12,7 +13,7 @@ namespace NQORHWX20 {
 /// implementation; `TRootObject::GetCoreLogger()` gives the calling thread's.
 ///
 /// Thread-safety: a logger belongs to its thread; the list of entries is shared, see `GetLog`.
-class ILogger {
+class HWX_EXPORT ILogger {
  public:
   /// Lower numbers are more severe.
   enum EHWXLogSeverity : int {

@@ -4,13 +4,15 @@
 #include <exception>
 #include <string>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 /// What a failed assertion throws where the environment variable `HWX_BOOST_ASSERT` is
 /// "throwboost": the assertion's own text, for those who debug.
 ///
 /// Thread-safety: a plain value.
-class TBoostAssertException : public std::exception {
+class HWX_EXPORT TBoostAssertException : public std::exception {
  public:
   explicit TBoostAssertException(const std::string& message) : fMessage(message) {}
   ~TBoostAssertException() override;
@@ -46,7 +48,8 @@ namespace boost {
 ///
 /// Thread-safety: no state. What two threads print may mix; change the environment while no other
 /// thread can be here.
-void assertion_failed(const char* expression, const char* function, const char* file, long line);
+HWX_EXPORT void assertion_failed(const char* expression, const char* function, const char* file,
+                                 long line);
 
 }  // namespace boost
 

@@ -4,13 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 /// Small services for text and paths.
 ///
 /// Thread-safety: no state. Two threads or processes that make the same tree at once can race: the
 /// loser gets `kHWXStatusDirectoryAlreadyExists`.
-class TCommUtil {
+class HWX_EXPORT TCommUtil {
  public:
   TCommUtil() {}
 

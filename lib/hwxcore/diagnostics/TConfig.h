@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 /// The configuration file "dct.cfg", which lies in a directory "dct" beside the library. The tools
@@ -25,7 +27,7 @@ namespace NQORHWX20 {
 ///
 /// Thread-safety: none for the first `GetInstance`, which must return before other threads call it,
 /// nor for `parseConfigFile`. Look-ups on several threads are safe.
-class TConfig {
+class HWX_EXPORT TConfig {
  public:
   /// The configuration of this process, made and read at the first call. It stays for good; the
   /// caller doesn't own it. Throws what `TOSSpecific::GetHWXRootPath` throws; the next call then

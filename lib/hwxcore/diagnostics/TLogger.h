@@ -6,6 +6,7 @@
 #include <list>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/diagnostics/ILogger.h"
 #include "hwxcore/value/THWXStatusCode.h"
 
@@ -19,7 +20,7 @@ namespace NQORHWX20 {
 ///
 /// Thread-safety: only the list is guarded. Set the threshold and the directory before other
 /// threads log. Two threads that share a file name overwrite each other.
-class TLogger : public ILogger {
+class HWX_EXPORT TLogger : public ILogger {
  public:
   /// The calling thread's logger, made at its first call; never null. It is deleted, and its file
   /// closed, when the thread ends.

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/diagnostics/ILogger.h"
 #include "hwxcore/value/TCIMDateTime.h"
 
@@ -36,7 +37,7 @@ class INamespaceConsumer;
 ///
 /// Thread-safety: no state and no locks. A member that is less safe than the system calls under it
 /// says so.
-class TOSSpecific {
+class HWX_EXPORT TOSSpecific {
  public:
   // Constants.
 
@@ -498,7 +499,7 @@ class TOSSpecific {
 ///
 /// Returns 0xFFFFFFFF if there is no `sink`, no path, or the file can't be opened. Thread-safe for
 /// different sinks.
-std::size_t curl_fwrite(void* data, std::size_t size, std::size_t count, void* sink);
+HWX_EXPORT std::size_t curl_fwrite(void* data, std::size_t size, std::size_t count, void* sink);
 
 }  // namespace NQORHWX20
 

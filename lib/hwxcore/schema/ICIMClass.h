@@ -5,6 +5,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMElement.h"
 #include "hwxcore/schema/ICIMQualifiedElement.h"
 #include "hwxcore/value/TCIMContext.h"
@@ -21,7 +22,7 @@ class ICIMPropertyDecl;
 /// the order create, fill, commit; an instance is handed over with `AddInstance`.
 ///
 /// Thread-safety: the provider's business.
-class ICIMClass : public ICIMElement, public ICIMQualifiedElement {
+class HWX_EXPORT ICIMClass : public ICIMElement, public ICIMQualifiedElement {
  public:
   // Contract: slot-order.
   ~ICIMClass() override;

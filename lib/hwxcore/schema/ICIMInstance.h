@@ -5,6 +5,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMElement.h"
 #include "hwxcore/value/TCIMContext.h"
 
@@ -17,7 +18,7 @@ class ICIMProperty;
 /// An instance of a class: values for its properties.
 ///
 /// Thread-safety: the provider's business.
-class ICIMInstance : public ICIMElement {
+class HWX_EXPORT ICIMInstance : public ICIMElement {
  public:
   // Contract: slot-order.
   ~ICIMInstance() override;

@@ -5,6 +5,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMQualifiedElement.h"
 
 namespace NQORHWX20 {
@@ -16,7 +17,7 @@ class ICIMParameterDecl;
 /// class.
 ///
 /// Thread-safety: the provider's business.
-class ICIMMethodDecl : public ICIMQualifiedElement {
+class HWX_EXPORT ICIMMethodDecl : public ICIMQualifiedElement {
  public:
   // Contract: slot-order.
   ~ICIMMethodDecl() override;

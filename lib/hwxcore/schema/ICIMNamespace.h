@@ -5,6 +5,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMContext.h"
 
 namespace NQORHWX20 {
@@ -25,7 +26,7 @@ class TCIMReference;
 /// them; the library calls none of those.
 ///
 /// Thread-safety: the provider's business.
-class ICIMNamespace {
+class HWX_EXPORT ICIMNamespace {
  public:
   // Contract: slot-order.
   virtual ~ICIMNamespace();

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMQualifiedElement.h"
 
 namespace NQORHWX20 {
@@ -12,7 +13,7 @@ class ICIMMethodDecl;
 /// The declaration of a method's parameter.
 ///
 /// Thread-safety: the provider's business.
-class ICIMParameterDecl : public ICIMQualifiedElement {
+class HWX_EXPORT ICIMParameterDecl : public ICIMQualifiedElement {
  public:
   // Contract: slot-order.
   ~ICIMParameterDecl() override;

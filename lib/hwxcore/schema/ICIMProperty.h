@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMContext.h"
 #include "hwxcore/value/TCIMDateTime.h"
 
@@ -16,7 +17,7 @@ class ICIMPropertyDecl;
 /// A property of an instance, or a static property of a class: a value for a property declaration.
 ///
 /// Thread-safety: the provider's business.
-class ICIMProperty {
+class HWX_EXPORT ICIMProperty {
  public:
   // Contract: slot-order.
   virtual ~ICIMProperty();

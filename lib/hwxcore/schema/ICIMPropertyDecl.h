@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/ICIMQualifiedElement.h"
 
 namespace NQORHWX20 {
@@ -12,7 +13,7 @@ class ICIMClass;
 /// The declaration of a property in a class: name, type, default value, qualifiers.
 ///
 /// Thread-safety: the provider's business.
-class ICIMPropertyDecl : public ICIMQualifiedElement {
+class HWX_EXPORT ICIMPropertyDecl : public ICIMQualifiedElement {
  public:
   // Contract: slot-order.
   ~ICIMPropertyDecl() override;

@@ -5,6 +5,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMContext.h"
 
 namespace NQORHWX20 {
@@ -16,7 +17,7 @@ class ICIMQualifierDecl;
 /// class is no pointer to this base: convert it.
 ///
 /// Thread-safety: the provider's business.
-class ICIMQualifiedElement {
+class HWX_EXPORT ICIMQualifiedElement {
  public:
   // Contract: slot-order.
   virtual ~ICIMQualifiedElement();

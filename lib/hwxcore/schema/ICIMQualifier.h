@@ -4,6 +4,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMContext.h"
 
 namespace NQORHWX20 {
@@ -14,7 +15,7 @@ class ICIMQualifierDecl;
 /// A qualifier on an element: a value for a qualifier declaration.
 ///
 /// Thread-safety: the provider's business.
-class ICIMQualifier {
+class HWX_EXPORT ICIMQualifier {
  public:
   // Contract: slot-order.
   virtual ~ICIMQualifier();

@@ -4,6 +4,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMContext.h"
 
 namespace NQORHWX20 {
@@ -14,7 +15,7 @@ class ICIMNamespace;
 /// is the provider's.
 ///
 /// Thread-safety: the provider's business.
-class ICIMQualifierDecl {
+class HWX_EXPORT ICIMQualifierDecl {
  public:
   // Contract: slot-order.
   virtual ~ICIMQualifierDecl();

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMContext.h"
 
 namespace NQORHWX20 {
@@ -11,7 +12,7 @@ namespace NQORHWX20 {
 ///
 /// Thread-safety: the provider's business. The registry holds a provider until the process ends,
 /// and lets go of it after the plug-in's own static objects are gone.
-class INamespaceProvider {
+class HWX_EXPORT INamespaceProvider {
  public:
   // Contract: slot-order.
   virtual ~INamespaceProvider();

@@ -5,6 +5,8 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 class INamespaceProvider;
@@ -13,7 +15,7 @@ class INamespaceProvider;
 ///
 /// Thread-safety: none. Providers are registered from one thread at start-up, before concurrent
 /// use; reading from several threads is safe after that.
-class INamespaceProviderManager {
+class HWX_EXPORT INamespaceProviderManager {
  public:
   // Contract: slot-order.
   virtual ~INamespaceProviderManager();

@@ -6,6 +6,7 @@
 #include <boost/weak_ptr.hpp>
 #include <string>
 #include <utility>
+#include "hwxbase/Export.h"
 
 #include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/TCIMValue.h"
@@ -24,7 +25,8 @@ class ICIMQualifierDecl;
 }  // namespace NQORHWX20
 
 /// Held for the whole of `TCIMCopy::CopyInstance`. Recursive, since provider code runs under it.
-extern boost::recursive_mutex copyInstMutex;
+/// Who locks it includes <boost/thread/recursive_mutex.hpp>, which is larger than all else here.
+extern HWX_EXPORT boost::recursive_mutex copyInstMutex;
 
 /// Moves data and schema from one namespace to another, for example from a live provider into a
 /// container. Plain values move as they are; a reference is built anew against the target, by the
@@ -35,7 +37,7 @@ extern boost::recursive_mutex copyInstMutex;
 /// it had done.
 ///
 /// Thread-safety: `CopyInstance` is serialised; otherwise that of the two namespaces.
-class TCIMCopy {
+class HWX_EXPORT TCIMCopy {
  public:
   /// A copy of `value` that is valid in `target`. An array of references is copied as it stands. A
   /// reference value must carry its class. Throws `kHWXStatusNotFound` if the target lacks a
@@ -68,7 +70,7 @@ class TCIMCopy {
 // exception. A weak handle is locked anew for each use.
 
 /// Copies the keys of a reference to the one being built, which must outlive the enumeration.
-class TCopyReferenceKeys {
+class HWX_EXPORT TCopyReferenceKeys {
  public:
   TCopyReferenceKeys(const boost::weak_ptr<NQORHWX20::ICIMNamespace>& target,
                      NQORHWX20::TCIMReference* reference);
@@ -80,7 +82,7 @@ class TCopyReferenceKeys {
 };
 
 /// Copies the properties of an instance that aren't null to the one being filled.
-class TCopyInstanceProperty {
+class HWX_EXPORT TCopyInstanceProperty {
  public:
   TCopyInstanceProperty(const boost::weak_ptr<NQORHWX20::ICIMNamespace>& target,
                         const boost::shared_ptr<NQORHWX20::ICIMInstance>& instance);
@@ -92,7 +94,7 @@ class TCopyInstanceProperty {
 };
 
 /// Copies the static properties of a class, null ones too, to the one being built.
-class TCopyStaticProperty {
+class HWX_EXPORT TCopyStaticProperty {
  public:
   TCopyStaticProperty(const boost::shared_ptr<NQORHWX20::ICIMClass>& newClass,
                       const boost::weak_ptr<NQORHWX20::ICIMNamespace>& target);
@@ -104,7 +106,7 @@ class TCopyStaticProperty {
 };
 
 /// Copies qualifiers to an element, and their declarations where the target lacks them.
-class TCopyQualifier {
+class HWX_EXPORT TCopyQualifier {
  public:
   TCopyQualifier(const boost::weak_ptr<NQORHWX20::ICIMQualifiedElement>& element,
                  const boost::weak_ptr<NQORHWX20::ICIMNamespace>& target);
@@ -116,7 +118,7 @@ class TCopyQualifier {
 };
 
 /// Copies the qualifier declarations of a namespace. What a collision does is up to the target.
-class TCopyQualifierDecls {
+class HWX_EXPORT TCopyQualifierDecls {
  public:
   explicit TCopyQualifierDecls(const boost::weak_ptr<NQORHWX20::ICIMNamespace>& target);
   bool operator()(boost::shared_ptr<NQORHWX20::ICIMQualifierDecl> decl) const;
@@ -126,7 +128,7 @@ class TCopyQualifierDecls {
 };
 
 /// Copies a class if it belongs to the pass, and the instances of the product class.
-class TCopyClass {
+class HWX_EXPORT TCopyClass {
  public:
   TCopyClass(const boost::weak_ptr<NQORHWX20::ICIMNamespace>& target, bool associationPass,
              bool skipProductInstances);
@@ -141,7 +143,7 @@ class TCopyClass {
 };
 
 /// Copies a root class with all its descendants.
-class TCopyClassTree {
+class HWX_EXPORT TCopyClassTree {
  public:
   TCopyClassTree(const boost::weak_ptr<NQORHWX20::ICIMNamespace>& target, bool associationPass,
                  bool skipProductInstances);
@@ -155,7 +157,7 @@ class TCopyClassTree {
 
 /// Copies a property declaration, unless it is inherited and not overridden. The one step that
 /// survives a failure.
-class TCopyPropertyDecl {
+class HWX_EXPORT TCopyPropertyDecl {
  public:
   TCopyPropertyDecl(const boost::shared_ptr<NQORHWX20::ICIMClass>& newClass,
                     const boost::weak_ptr<NQORHWX20::ICIMNamespace>& target);
@@ -167,7 +169,7 @@ class TCopyPropertyDecl {
 };
 
 /// Copies a method declaration with its parameters and qualifiers.
-class TCopyMethodDecl {
+class HWX_EXPORT TCopyMethodDecl {
  public:
   TCopyMethodDecl(const boost::shared_ptr<NQORHWX20::ICIMClass>& newClass,
                   const boost::weak_ptr<NQORHWX20::ICIMNamespace>& target);
@@ -179,7 +181,7 @@ class TCopyMethodDecl {
 };
 
 /// Copies a parameter declaration with its qualifiers.
-class TCopyParameterDecl {
+class HWX_EXPORT TCopyParameterDecl {
  public:
   TCopyParameterDecl(const boost::weak_ptr<NQORHWX20::ICIMMethodDecl>& method,
                      const boost::weak_ptr<NQORHWX20::ICIMNamespace>& target);

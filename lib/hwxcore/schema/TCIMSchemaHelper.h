@@ -4,6 +4,7 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMContext.h"
 
 namespace NQORHWX20 {
@@ -22,7 +23,7 @@ class ICIMNamespace;
 /// and a value of another type `kHWXStatusTypeMismatch`.
 ///
 /// Thread-safety: that of the namespace.
-class TCIMSchemaHelper {
+class HWX_EXPORT TCIMSchemaHelper {
  public:
   static const std::string kPluginNSPName;  ///< "plugin", the provider that the queries ask for.
   static const std::string kCMPINSPName;    ///< "cmpi", a provider name for callers.

@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/schema/INamespaceProviderManager.h"
 
 namespace NQORHWX20 {
@@ -15,7 +16,7 @@ namespace NQORHWX20 {
 ///
 /// Thread-safety: that of `INamespaceProviderManager`; nor is the first call of `GetInstance` safe
 /// against another.
-class TNamespaceProviderManager : public INamespaceProviderManager {
+class HWX_EXPORT TNamespaceProviderManager : public INamespaceProviderManager {
  public:
   TNamespaceProviderManager();
   ~TNamespaceProviderManager() override;
@@ -36,7 +37,7 @@ class TNamespaceProviderManager : public INamespaceProviderManager {
 };
 
 /// Runs by itself when the library is loaded, and makes the registry.
-void ManagerInit();
+HWX_EXPORT void ManagerInit();
 
 }  // namespace NQORHWX20
 

@@ -3,13 +3,15 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 class ILogger;
 class INamespaceProviderManager;
 
 /// The two entry points of the library.
-class TRootObject {
+class HWX_EXPORT TRootObject {
  public:
   /// The calling thread's logger; never null, owned by the library.
   static ILogger* GetCoreLogger();

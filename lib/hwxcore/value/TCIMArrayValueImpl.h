@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMValueImpl.h"
 
 namespace NQORHWX20 {
@@ -11,7 +12,7 @@ namespace NQORHWX20 {
 /// The body of arrays: values, each with a type of its own and each possibly null.
 ///
 /// Thread-safety: none; a body belongs to one handle.
-class TCIMArrayValueImpl : public TCIMValueImpl {
+class HWX_EXPORT TCIMArrayValueImpl : public TCIMValueImpl {
  public:
   /// Copies every element.
   explicit TCIMArrayValueImpl(const std::vector<TCIMValue>& elements) : fElements(elements) {}

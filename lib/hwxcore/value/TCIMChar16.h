@@ -4,6 +4,8 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 class TCIMChar16Impl;
@@ -12,7 +14,7 @@ class TCIMChar16Impl;
 /// do not look at the value. Callers that need a character's number use `GetValue`.
 ///
 /// Thread-safety: none needed; nothing changes a character after its construction.
-class TCIMChar16 {
+class HWX_EXPORT TCIMChar16 {
  public:
   /// The value 0.
   TCIMChar16();

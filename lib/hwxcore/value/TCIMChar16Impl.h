@@ -3,10 +3,12 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 /// The body of `TCIMChar16`, which documents the operations.
-class TCIMChar16Impl {
+class HWX_EXPORT TCIMChar16Impl {
  public:
   TCIMChar16Impl() : TCIMChar16Impl(0) {}
   explicit TCIMChar16Impl(unsigned short value) : fIsNull(false), fValue(value) {}

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMChar16.h"
 #include "hwxcore/value/TCIMValueImpl.h"
 
@@ -11,7 +12,7 @@ namespace NQORHWX20 {
 /// The body of characters: a `TCIMChar16` behind the interface of bodies.
 ///
 /// Thread-safety: none; a body belongs to one handle.
-class TCIMChar16ValueImpl : public TCIMValueImpl {
+class HWX_EXPORT TCIMChar16ValueImpl : public TCIMValueImpl {
  public:
   explicit TCIMChar16ValueImpl(const TCIMChar16& value) : fValue(value) {}
   TCIMChar16ValueImpl(const TCIMChar16ValueImpl&) = default;

@@ -4,6 +4,8 @@
 #include <boost/shared_ptr.hpp>
 #include <string>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 class TCIMDateTimeImpl;
@@ -25,7 +27,7 @@ class TCIMDateTimeImpl;
 ///
 /// Thread-safety: an object belongs to one thread at a time. The zone is the process's own: nobody
 /// may change the environment while others use date-times.
-class TCIMDateTime {
+class HWX_EXPORT TCIMDateTime {
  public:
   /// A null date-time.
   TCIMDateTime();

@@ -3,12 +3,14 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 class TCIMDateTime;
 
 /// The body of `TCIMDateTime`, which documents the operations.
-class TCIMDateTimeImpl {
+class HWX_EXPORT TCIMDateTimeImpl {
  public:
   TCIMDateTimeImpl() = default;
   TCIMDateTimeImpl(unsigned short year, unsigned short month, unsigned int day, unsigned short hour,

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMDateTime.h"
 #include "hwxcore/value/TCIMValueImpl.h"
 
@@ -11,7 +12,7 @@ namespace NQORHWX20 {
 /// The body of date-times: a `TCIMDateTime` behind the interface of bodies.
 ///
 /// Thread-safety: none; a body belongs to one handle.
-class TCIMDateTimeValueImpl : public TCIMValueImpl {
+class HWX_EXPORT TCIMDateTimeValueImpl : public TCIMValueImpl {
  public:
   explicit TCIMDateTimeValueImpl(const TCIMDateTime& value) : fValue(value) {}
   TCIMDateTimeValueImpl(const TCIMDateTimeValueImpl&) = default;

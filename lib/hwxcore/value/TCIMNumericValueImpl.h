@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMValueImpl.h"
 
 namespace NQORHWX20 {
@@ -10,7 +11,7 @@ namespace NQORHWX20 {
 /// The body of booleans, integers and reals. No number is ever converted to another number.
 ///
 /// Thread-safety: none; a body belongs to one handle.
-class TCIMNumericValueImpl : public TCIMValueImpl {
+class HWX_EXPORT TCIMNumericValueImpl : public TCIMValueImpl {
  public:
   explicit TCIMNumericValueImpl(bool value);
   explicit TCIMNumericValueImpl(unsigned char value);
@@ -67,8 +68,8 @@ class TCIMNumericValueImpl : public TCIMValueImpl {
   } fValue;
 
  private:
-  template <typename Compare>
-  bool CompareWith(const TCIMValue& other, Compare compare) const;
+  template <typename Compare>  // inline: not exported
+  inline bool CompareWith(const TCIMValue& other, Compare compare) const;
 };
 
 }  // namespace NQORHWX20

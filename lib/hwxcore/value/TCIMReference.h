@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMContext.h"
 
 namespace NQORHWX20 {
@@ -30,7 +31,7 @@ class TCIMReferenceImpl;
 ///
 /// Thread-safety: none; a reference belongs to one thread at a time, even for reading, as
 /// `GetCIMElement` keeps what it finds.
-class TCIMReference {
+class HWX_EXPORT TCIMReference {
  public:
   /// An empty reference on `ns`. `context` goes with the look-ups of classes.
   TCIMReference(boost::shared_ptr<ICIMNamespace> ns, TCIMContext context);

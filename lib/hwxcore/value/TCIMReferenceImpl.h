@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMContext.h"
 
 namespace NQORHWX20 {
@@ -18,7 +19,7 @@ class ICIMNamespace;
 class TCIMReference;
 
 /// The body of `TCIMReference`, which documents the operations.
-class TCIMReferenceImpl {
+class HWX_EXPORT TCIMReferenceImpl {
  public:
   TCIMReferenceImpl(TCIMReference* owner, boost::shared_ptr<ICIMNamespace> ns, TCIMContext context);
   /// A copy for another owner.

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/TCIMValueImpl.h"
 
@@ -11,7 +12,7 @@ namespace NQORHWX20 {
 /// The body of references: a `TCIMReference` behind the interface of bodies.
 ///
 /// Thread-safety: none; a body belongs to one handle.
-class TCIMReferenceValueImpl : public TCIMValueImpl {
+class HWX_EXPORT TCIMReferenceValueImpl : public TCIMValueImpl {
  public:
   explicit TCIMReferenceValueImpl(const TCIMReference& value);
   TCIMReferenceValueImpl(const TCIMReferenceValueImpl&) = default;

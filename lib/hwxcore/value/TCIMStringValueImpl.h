@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMValueImpl.h"
 
 namespace NQORHWX20 {
@@ -10,7 +11,7 @@ namespace NQORHWX20 {
 /// The body of strings: bytes, compared as unsigned bytes.
 ///
 /// Thread-safety: none; a body belongs to one handle.
-class TCIMStringValueImpl : public TCIMValueImpl {
+class HWX_EXPORT TCIMStringValueImpl : public TCIMValueImpl {
  public:
   explicit TCIMStringValueImpl(const std::string& value) : fValue(value) {}
   /// `value` may not be null: `std::logic_error`.

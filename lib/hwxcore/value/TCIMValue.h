@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 class ICIMClass;
@@ -30,7 +32,7 @@ class TCIMValueImpl;
 /// through it, so use them on values with care.
 ///
 /// Thread-safety: none; a value belongs to one thread at a time, like a string.
-class TCIMValue {
+class HWX_EXPORT TCIMValue {
  public:
   /// The type of a value: one of fifteen scalar types, or an array of one.
   class TCIMType {
@@ -219,11 +221,11 @@ class TCIMValue {
   friend class TCIMReferenceImpl;
   friend class TCIMValueImpl;
 
-  template <typename Body, typename... Arguments>
-  void SetBody(TCIMType type, const Arguments&... arguments);
+  template <typename Body, typename... Arguments>  // inline: not exported
+  inline void SetBody(TCIMType type, const Arguments&... arguments);
   void SetBody(std::unique_ptr<TCIMReferenceValueImpl> body);
   template <typename Body>
-  void CopyBody(const TCIMValue& other);
+  inline void CopyBody(const TCIMValue& other);
   const TCIMValueImpl& BodyOfType(TCIMType::ECIMType type) const;
 
   TCIMType fType;
@@ -233,7 +235,7 @@ class TCIMValue {
 };
 
 /// Writes `ToString()`, and throws what it throws.
-std::ostream& operator<<(std::ostream& stream, const TCIMValue::TCIMType& type);
+HWX_EXPORT std::ostream& operator<<(std::ostream& stream, const TCIMValue::TCIMType& type);
 
 }  // namespace NQORHWX20
 

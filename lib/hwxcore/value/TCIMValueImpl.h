@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMValue.h"
 
 namespace NQORHWX20 {
@@ -16,7 +17,7 @@ class TCIMReference;
 /// before it calls a body.
 ///
 /// Thread-safety: none; a body belongs to one handle.
-class TCIMValueImpl {
+class HWX_EXPORT TCIMValueImpl {
  public:
   // Contract: slot-order.
   virtual ~TCIMValueImpl();

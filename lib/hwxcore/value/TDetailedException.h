@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/THWXException.h"
 
 namespace NQORHWX20 {
@@ -13,7 +14,7 @@ namespace NQORHWX20 {
 /// needs no detail catches `THWXException`.
 ///
 /// Thread-safety: a plain value. Copying never fails: copies share the text.
-class TDetailedException : public THWXException {
+class HWX_EXPORT TDetailedException : public THWXException {
  public:
   /// Any bytes may be in `detail`, also none.
   TDetailedException(THWXStatusCode status, const std::string& detail);

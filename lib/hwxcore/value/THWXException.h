@@ -3,6 +3,7 @@
 
 #include <exception>
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/THWXStatusCode.h"
 
 namespace NQORHWX20 {
@@ -12,7 +13,7 @@ namespace NQORHWX20 {
 /// its user more, in a `TDetailedException`.
 ///
 /// Thread-safety: a plain value. Copying never fails.
-class THWXException : public std::exception {
+class HWX_EXPORT THWXException : public std::exception {
  public:
   /// Takes a status, or an enumerator of `EHWXStatusCode`.
   explicit THWXException(THWXStatusCode status) : fStatus(status) {}

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "hwxbase/Export.h"
+
 namespace NQORHWX20 {
 
 /// Every way in which an operation of the library can end.
@@ -59,7 +61,7 @@ enum EHWXStatusCode : int {
 /// A status as a value: one number from `EHWXStatusCode`.
 ///
 /// Thread-safety: a plain value; the table of names behind it never changes.
-class THWXStatusCode {
+class HWX_EXPORT THWXStatusCode {
  public:
   /// Implicit, so that an enumerator serves wherever a status is expected.
   THWXStatusCode(EHWXStatusCode code) : fCode(code) {}  // NOLINT(google-explicit-constructor)

@@ -17,6 +17,7 @@
 #include <iostream>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 namespace NQORHWX20::detail {
 

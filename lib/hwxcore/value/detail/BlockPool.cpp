@@ -28,13 +28,13 @@ struct TBlock {
   TBlock* fNext;
 };
 
-enum EState : unsigned char { kNotYetOpen, kOpen, kClosed };
+enum EPoolState : unsigned char { kNotYetOpen, kOpen, kClosed };
 
 // Of trivial type, so that it can be asked until the thread's very end.
 struct TPool {
   TBlock* fFirst[kSizes];
   unsigned fKept[kSizes];
-  EState fState;
+  EPoolState fState;
 };
 
 thread_local TPool tPool;
