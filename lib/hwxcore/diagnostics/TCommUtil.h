@@ -17,8 +17,8 @@ class HWX_EXPORT TCommUtil {
   TCommUtil() {}
 
   /// Cleans one line of text: what follows a newline is cut, blanks (not tabs) at both ends go,
-  /// then what follows a carriage return is cut. A line with an unprintable character becomes
-  /// empty.
+  /// then what follows a carriage return is cut. A line with a character that the process's
+  /// locale doesn't print becomes empty.
   static std::string RemoveSpaces(std::string text);
 
   /// Appends the pieces of `path` to `pieces`. With `keepSeparator` each piece keeps the one

@@ -102,8 +102,12 @@ class HWX_EXPORT TOSSpecific {
   static bool deleteFile(std::string path);
 
   /// Copies the bytes of a file. A new file gets the source's mode less the umask. A file that is
-  /// there isn't emptied: if it is longer, its tail stays behind the copy. Throws
-  /// `kHWXStatusFileSystemError`; what was copied till then stays.
+  /// there isn't emptied: if it is longer, its tail stays behind the copy.
+  ///
+  /// The bytes go in blocks of 32,768. What a short write leaves of its block is lost, and the next
+  /// block follows: where a full disk or the limit of a file's size cuts the last block short, the
+  /// copy lacks its end and nothing is thrown. Otherwise throws `kHWXStatusFileSystemError`; what
+  /// was copied till then stays.
   static void FileCopy(std::string source, std::string destination);
 
   /// Copies the files of a directory, as `FileCopy` does, and with `recursive` its subdirectories
@@ -324,7 +328,9 @@ class HWX_EXPORT TOSSpecific {
   static std::string GetMachineType();
 
   /// The machine type that a table has for the BIOS build. If the table has none, or the BIOS
-  /// version can't be read, that of `GetMachineType`. Throws what `GetMachineType` throws.
+  /// version can't be read, that of `GetMachineType`. Throws what `GetMachineType` throws. Upper
+  /// and lower case are the same, as the process's locale has them: in a Turkish one of 8 bits, "I"
+  /// isn't the same as "i".
   static std::string GetMachineTypeFromID();
 
   /// The first two characters of the BIOS build, as the firmware writes them. "00" if the BIOS

@@ -1,6 +1,7 @@
 #include "hwxcore/schema/TCIMCopy.h"
 
 #include <boost/thread/lock_guard.hpp>
+#include <boost/thread/recursive_mutex.hpp>
 #include <vector>
 
 #include "hwxcore/diagnostics/detail/Log.h"

@@ -2,14 +2,17 @@
 #define HWXCORE_SCHEMA_TCIMCOPY_H
 
 #include <boost/shared_ptr.hpp>
-#include <boost/thread/recursive_mutex.hpp>
 #include <boost/weak_ptr.hpp>
 #include <string>
 #include <utility>
-#include "hwxbase/Export.h"
 
+#include "hwxbase/Export.h"
 #include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/TCIMValue.h"
+
+namespace boost {
+class recursive_mutex;
+}
 
 namespace NQORHWX20 {
 class ICIMClass;

@@ -49,8 +49,9 @@ class HWX_EXPORT TCIMReference {
   /// `kHWXStatusInvalidOpSequence` unless the reference has a namespace and neither class nor keys;
   /// `kHWXStatusUnknownClass` for a class without keys that isn't there;
   /// `kHWXStatusInvalidReference`, after a log entry, for everything that is wrong in a path with
-  /// keys; `kHWXStatusTypeMismatch`, after a log entry, for a key whose type can't be read from
-  /// text, a `char16`. A path that fails leaves the class and the keys in front of the fault.
+  /// keys; `kHWXStatusTypeMismatch` for a key whose type can't be read from text, after a log entry
+  /// for a `char16` and without one for an array; `kHWXStatusInvalidDateTime` for a text that is no
+  /// date-time. A path that fails leaves the class and the keys in front of the fault.
   void SetPath(const std::string& path);
 
   /// The path, with the keys in the order of their names. Throws `kHWXStatusInvalidReference`

@@ -62,7 +62,8 @@ class HWX_EXPORT TCIMValue {
     TCIMType(ECIMType type) : fType(type) {}  // NOLINT(google-explicit-constructor)
 
     /// Reads a type name, such as "uint8" or "DateTime", in any mix of cases. A name that is none
-    /// gives `kCIMTypeNone`; nothing is thrown. Arrays have no name of their own.
+    /// gives `kCIMTypeNone`; nothing is thrown. Arrays have no name of their own. What is lower
+    /// case is up to the process's locale: in a Turkish one of 8 bits, "UINT8" is no type's name.
     TCIMType(std::string name);  // NOLINT(google-explicit-constructor)
 
     /// The tag, with the array flag.
@@ -90,6 +91,7 @@ class HWX_EXPORT TCIMValue {
   /// for a text that is no date-time, and what `TCIMReference::SetPath` throws.
   TCIMValue(TCIMType type, std::string& text, boost::shared_ptr<ICIMNamespace> ns);
 
+  /// A text given by a null pointer throws `std::logic_error`.
   TCIMValue(bool value);                 // NOLINT(google-explicit-constructor)
   TCIMValue(unsigned char value);        // NOLINT(google-explicit-constructor)
   TCIMValue(signed char value);          // NOLINT(google-explicit-constructor)
@@ -123,7 +125,7 @@ class HWX_EXPORT TCIMValue {
   TCIMValue& operator=(const TCIMValue& other);
 
   /// Each makes the value one of its argument's type. The maximum array size and the referenced
-  /// class stay as they were.
+  /// class stay as they were. A text given by a null pointer throws `std::logic_error`.
   void Set(bool value);
   void Set(unsigned char value);
   void Set(signed char value);
