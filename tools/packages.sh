@@ -21,6 +21,7 @@ test_packages=(
   libpugixml-dev  # a peer of the container benchmark
   pure-ftpd openssh-server openssh-sftp-server tinyproxy-bin  # to transfer to and through
   curl
+  locales  # to make one in which letters have other cases
   hwinfo dosfstools e2fsprogs fdisk mount
 )
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/TurkishLocale.h"
+
 using hwxidentity::CheckedSerialNumber;
 
 namespace {
@@ -50,6 +52,13 @@ TEST(CheckedSerialNumber, RefusesThePhrasesOfMakersInAnyCase) {
                                  "  none\n"}) {
     EXPECT_EQ(CheckedSerialNumber(text), std::nullopt) << text;
   }
+}
+
+TEST(CheckedSerialNumber, RefusesThePhrasesWhateverTheLocale) {
+  const hwxtest::TurkishLocale turkish;
+  if (!turkish.IsThere()) GTEST_SKIP() << "no Turkish locale can be made";
+  for (const char* const text : {"INVALID", "DEFAULT STRING", "CHASSIS SERIAL NUMBER"})
+    EXPECT_EQ(CheckedSerialNumber(text), std::nullopt) << text;
 }
 
 TEST(CheckedSerialNumber, TakesWhatOnlyHoldsSuchAPhrase) {

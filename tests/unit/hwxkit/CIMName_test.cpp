@@ -1,5 +1,6 @@
 #include "hwxkit/CIMName.h"
 
+#include "support/TurkishLocale.h"
 #include "unit/hwxkit/KitTesting.h"
 
 namespace hwxtest {
@@ -30,6 +31,14 @@ TEST(CIMName, IgnoresTheCaseOfAsciiLettersAlone) {
   EXPECT_FALSE(IsSameCIMName("EX_Disks", "EX_Disk"));
   EXPECT_FALSE(IsSameCIMName("\xC4", "\xE4"));
   EXPECT_FALSE(IsSameCIMName("@", "`"));
+}
+
+TEST(CIMName, IgnoresCaseAlikeWhateverTheLocale) {
+  const hwxtest::TurkishLocale turkish;
+  if (!turkish.IsThere()) GTEST_SKIP() << "no Turkish locale can be made";
+  EXPECT_TRUE(IsSameCIMName("DEVICEID", "DeviceID"));
+  EXPECT_TRUE(IsSameCIMName("DEVICEID", "deviceid"));
+  EXPECT_EQ(FoldedCIMName("DEVICEID"), "deviceid");
 }
 
 TEST(CIMName, HashesSameNamesAlike) {
