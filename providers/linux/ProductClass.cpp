@@ -1,3 +1,4 @@
+#include "hwxcore/schema/ClassNames.h"
 #include "hwxkit/TClassBuilder.h"
 #include "hwxkit/TInstanceList.h"
 #include "providers/linux/Classes.h"
@@ -16,7 +17,7 @@ void ListProduct(NQORHWX20::TInstanceList& instances) {
 }  // namespace
 
 void DefineProduct(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns) {
-  NQORHWX20::TClassBuilder(ns, "QORSG_HWXProduct")
+  NQORHWX20::TClassBuilder(ns, NQORHWX20::kProductClassName)
       .Description("The software that produced the data.")
       .Key("Name", "string", "What the software is called.")
       .Property("Version", "string", "Major and minor version, patch level and build number.")

@@ -1,3 +1,4 @@
+#include "hwxcore/schema/ClassNames.h"
 #include "providers/linux/LiveClass.h"
 #include "providers/linux/ScsiDevices.h"
 
@@ -5,7 +6,7 @@ namespace linux_machine {
 
 void DefineScsiDevice(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns) {
   using Row = TScsiDevice;
-  TLiveClass<Row>(ns, "QORSG_SCSIDevice",
+  TLiveClass<Row>(ns, NQORHWX20::kSCSIDeviceClassName,
                   "A device that the kernel reaches by SCSI commands, also over SATA and USB.",
                   &ReadScsiDevices)
       .Key("DeviceID", &Row::fDeviceID,

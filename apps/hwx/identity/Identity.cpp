@@ -5,6 +5,7 @@
 #include "hwx/text/StatusWords.h"
 #include "hwx/text/Words.h"
 #include "hwxcore/os/TOSSpecific.h"
+#include "hwxcore/schema/ClassNames.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 #include "hwxcore/value/THWXException.h"
 #include "hwxidentity/SerialNumberCheck.h"
@@ -20,7 +21,6 @@ constexpr auto kNumber = TCIMValue::TCIMType::kCIMTypeUInt16;
 
 const char kComputer[] = "QORSG_ComputerSystem";
 const char kSystem[] = "QORSG_OperatingSystem";
-const char kProduct[] = "QORSG_HWXProduct";
 
 // Class, property, noun, type, whether it comes from the firmware, whether exactly one instance is
 // needed.
@@ -32,9 +32,10 @@ const TQueriedProperty kOSName = {kSystem, "Name", "operating system name", kTex
 const TQueriedProperty kOSVersion = {kSystem, "Version", "operating system version",
                                      kText,   false,     true};
 const TQueriedProperty kOSType = {kSystem, "OSType", "operating system type", kNumber, false, true};
-const TQueriedProperty kSourceVersion = {kProduct, "Version", "data source version",
-                                         kText,    false,     false};
-const TQueriedProperty kSourceBuild = {kProduct, "Build", "data source build", kText, false, false};
+const TQueriedProperty kSourceVersion = {
+    kProductClassName, "Version", "data source version", kText, false, false};
+const TQueriedProperty kSourceBuild = {
+    kProductClassName, "Build", "data source build", kText, false, false};
 
 std::string BlankReason(const TQueriedProperty& queried) {
   return std::string("the ") + queried.fNoun + " is blank";

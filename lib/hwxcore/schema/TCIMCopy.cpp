@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "hwxcore/diagnostics/detail/Log.h"
+#include "hwxcore/schema/ClassNames.h"
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxcore/schema/ICIMInstance.h"
 #include "hwxcore/schema/ICIMMethodDecl.h"
@@ -30,7 +31,6 @@ boost::recursive_mutex copyInstMutex;
 
 namespace {
 
-const char kProductClassName[] = "QORSG_HWXProduct";
 const char kPluginNameQualifier[] = "PLUGINNAME";
 const char kOverrideQualifier[] = "OVERRIDE";
 

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "hwxcore/diagnostics/detail/Log.h"
+#include "hwxcore/schema/ClassNames.h"
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxcore/schema/ICIMInstance.h"
 #include "hwxcore/schema/ICIMNamespace.h"
@@ -25,7 +26,6 @@ namespace {
 
 using detail::Existing;
 
-const char kProductClassName[] = "QORSG_HWXProduct";
 const char kUnknown[] = "Unknown";
 
 typedef boost::shared_ptr<ICIMNamespace> NamespacePtr;

@@ -1,5 +1,6 @@
 #include "hwxcore/schema/detail/RemovableDrives.h"
 
+#include "hwxcore/schema/ClassNames.h"
 #include "hwxcore/schema/ICIMClass.h"
 #include "hwxcore/schema/ICIMInstance.h"
 #include "hwxcore/schema/ICIMNamespace.h"
@@ -16,7 +17,7 @@ typedef boost::shared_ptr<ICIMInstance> InstancePtr;
 
 std::vector<InstancePtr> ScsiDevices(const boost::shared_ptr<ICIMNamespace>& ns) {
   std::vector<InstancePtr> devices;
-  const auto deviceClass = Existing(ns)->GetClass("QORSG_SCSIDevice", TCIMContext());
+  const auto deviceClass = Existing(ns)->GetClass(kSCSIDeviceClassName, TCIMContext());
   Existing(deviceClass)
       ->EnumerateInstances(TAddToVectorCallback<ICIMInstance>(&devices), false, TCIMContext());
   return devices;
