@@ -10,6 +10,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "hwxcore/value/NumericType.h"
 #include "hwxcore/value/TCIMChar16.h"
 #include "hwxcore/value/TCIMDateTime.h"
 #include "hwxcore/value/THWXException.h"
@@ -312,9 +313,26 @@ TCIMValue ReadString(EForm form, const std::string& text) {
   return *plain;
 }
 
-template <typename Integer>
-TScalarText IntegerText(const TCIMValue& value) {
-  return {EForm::kPlain, std::to_string(value.operator Integer())};
+template <typename Number>
+TScalarText NumberText(Number value) {
+  if constexpr (std::is_same_v<Number, bool>) {
+    return {EForm::kPlain, value ? "true" : "false"};
+  } else if constexpr (std::is_integral_v<Number>) {
+    return {EForm::kPlain, std::to_string(value)};
+  } else {
+    return RealText(value);
+  }
+}
+
+template <typename Number>
+TCIMValue NumberValue(EForm form, const std::string& text, const TCIMType& type) {
+  if constexpr (std::is_same_v<Number, bool>) {
+    return ReadBoolean(text);
+  } else if constexpr (std::is_integral_v<Number>) {
+    return ReadInteger<Number>(text, type);
+  } else {
+    return ReadReal<Number>(form, text, type);
+  }
 }
 
 // Which forms a type has.
@@ -353,36 +371,20 @@ const char* FormName(EForm form) {
 }
 
 TScalarText ScalarText(const TCIMValue& value) {
-  switch (value.GetType()) {
-    case TCIMType::kCIMTypeBoolean:
-      return {EForm::kPlain, value.operator bool() ? "true" : "false"};
-    case TCIMType::kCIMTypeUInt8:
-      return IntegerText<unsigned char>(value);
-    case TCIMType::kCIMTypeSInt8:
-      return IntegerText<signed char>(value);
-    case TCIMType::kCIMTypeUInt16:
-      return IntegerText<unsigned short>(value);
-    case TCIMType::kCIMTypeSInt16:
-      return IntegerText<short>(value);
-    case TCIMType::kCIMTypeUInt32:
-      return IntegerText<unsigned int>(value);
-    case TCIMType::kCIMTypeSInt32:
-      return IntegerText<int>(value);
-    case TCIMType::kCIMTypeUInt64:
-      return IntegerText<unsigned long>(value);
-    case TCIMType::kCIMTypeSInt64:
-      return IntegerText<long>(value);
-    case TCIMType::kCIMTypeReal32:
-      return RealText(value.operator float());
-    case TCIMType::kCIMTypeReal64:
-      return RealText(value.operator double());
-    case TCIMType::kCIMTypeChar16:
-      return CharacterText(value);
-    case TCIMType::kCIMTypeDateTime:
-      return DateTimeText(value.operator TCIMDateTime());
-    default:
-      return StringText(value.operator std::string());
-  }
+  const auto numberText = [&](auto numeric) {
+    return NumberText(static_cast<typename decltype(numeric)::Type>(value));
+  };
+  const auto otherText = [&] {
+    switch (value.GetType()) {
+      case TCIMType::kCIMTypeChar16:
+        return CharacterText(value);
+      case TCIMType::kCIMTypeDateTime:
+        return DateTimeText(value.operator TCIMDateTime());
+      default:
+        return StringText(value.operator std::string());
+    }
+  };
+  return NQORHWX20::OfNumericType(value.GetType(), numberText, otherText);
 }
 
 std::string StandInText(const TCIMValue& value, const TScalarText& text) {
@@ -403,36 +405,20 @@ std::string StandInText(const TCIMValue& value, const TScalarText& text) {
 TCIMValue ScalarValue(TCIMType type, EForm form, const std::string& text) {
   if (!HasForm(type, form))
     throw TMalformedText("a " + type.ToString() + " has no form \"" + FormName(form) + "\"");
-  switch (type) {
-    case TCIMType::kCIMTypeBoolean:
-      return ReadBoolean(text);
-    case TCIMType::kCIMTypeUInt8:
-      return ReadInteger<unsigned char>(text, type);
-    case TCIMType::kCIMTypeSInt8:
-      return ReadInteger<signed char>(text, type);
-    case TCIMType::kCIMTypeUInt16:
-      return ReadInteger<unsigned short>(text, type);
-    case TCIMType::kCIMTypeSInt16:
-      return ReadInteger<short>(text, type);
-    case TCIMType::kCIMTypeUInt32:
-      return ReadInteger<unsigned int>(text, type);
-    case TCIMType::kCIMTypeSInt32:
-      return ReadInteger<int>(text, type);
-    case TCIMType::kCIMTypeUInt64:
-      return ReadInteger<unsigned long>(text, type);
-    case TCIMType::kCIMTypeSInt64:
-      return ReadInteger<long>(text, type);
-    case TCIMType::kCIMTypeReal32:
-      return ReadReal<float>(form, text, type);
-    case TCIMType::kCIMTypeReal64:
-      return ReadReal<double>(form, text, type);
-    case TCIMType::kCIMTypeChar16:
-      return ReadCharacter(form, text, type);
-    case TCIMType::kCIMTypeDateTime:
-      return ReadDateTime(form, text, type);
-    default:
-      return ReadString(form, text);
-  }
+  const auto numberValue = [&](auto numeric) {
+    return NumberValue<typename decltype(numeric)::Type>(form, text, type);
+  };
+  const auto otherValue = [&] {
+    switch (type) {
+      case TCIMType::kCIMTypeChar16:
+        return ReadCharacter(form, text, type);
+      case TCIMType::kCIMTypeDateTime:
+        return ReadDateTime(form, text, type);
+      default:
+        return ReadString(form, text);
+    }
+  };
+  return NQORHWX20::OfNumericType(type, numberValue, otherValue);
 }
 
 std::string Quoted(std::string_view text) {

@@ -1,7 +1,9 @@
 #include "hwxcore/value/TCIMNumericValueImpl.h"
 
 #include <functional>
+#include <type_traits>
 
+#include "hwxcore/value/NumericType.h"
 #include "hwxcore/value/THWXException.h"
 #include "hwxcore/value/detail/NumberText.h"
 
@@ -18,32 +20,32 @@ void RequireDecimal(unsigned base) {
   if (base != 10) throw THWXException(kHWXStatusNotSupported);
 }
 
-bool IsNumeric(TCIMValue::TCIMType type) {
-  return type >= TCIMValue::TCIMType::kCIMTypeBoolean &&
-         type <= TCIMValue::TCIMType::kCIMTypeReal64;
-}
-
 // A type that has no numeric body.
 [[noreturn]] void RefuseType(TCIMValue::TCIMType type) {
   throw THWXException(type == TCIMValue::TCIMType::kCIMTypeChar16 ? kHWXStatusNotImplemented
                                                                   : kHWXStatusTypeMismatch);
 }
 
-template <typename Unsigned>
-std::string UnsignedText(Unsigned value, unsigned base) {
-  // Contract: hexadecimal-padded.
-  return detail::IntegerText(value, base, base == 16 ? 2 * sizeof value : 0);
+template <typename Number>
+std::string Text(Number value, unsigned base) {
+  if constexpr (std::is_same_v<Number, bool>) {
+    return value ? "true" : "false";
+  } else if constexpr (std::is_floating_point_v<Number>) {
+    RequireDecimal(base);
+    return detail::RealText(static_cast<double>(value));  // Contract: six-digits.
+  } else if constexpr (std::is_signed_v<Number>) {
+    RequireDecimal(base);
+    return detail::IntegerText(value, base, 0);
+  } else {
+    // Contract: hexadecimal-padded.
+    return detail::IntegerText(value, base, base == 16 ? 2 * sizeof value : 0);
+  }
 }
 
-template <typename Signed>
-std::string SignedText(Signed value, unsigned base) {
-  RequireDecimal(base);
-  return detail::IntegerText(value, base, 0);
-}
-
-std::string RealText(double value, unsigned base) {
-  RequireDecimal(base);
-  return detail::RealText(value);  // Contract: six-digits.
+// The member of a body's union that holds a `Number`.
+template <typename Number, typename Union>
+const Number& Held(const Union& value) {
+  return *static_cast<const Number*>(static_cast<const void*>(&value));
 }
 
 }  // namespace
@@ -162,64 +164,22 @@ TCIMNumericValueImpl::operator double() const {
 std::string TCIMNumericValueImpl::ToString(unsigned char base) const {
   // Contract: base-checked-first.
   if (base != 8 && base != 10 && base != 16) throw THWXException(kHWXStatusNotSupported);
-  switch (fType) {
-    case TCIMValue::TCIMType::kCIMTypeBoolean:
-      return fValue.fBoolean ? "true" : "false";
-    case TCIMValue::TCIMType::kCIMTypeUInt8:
-      return UnsignedText(fValue.fUInt8, base);
-    case TCIMValue::TCIMType::kCIMTypeSInt8:
-      return SignedText(fValue.fSInt8, base);
-    case TCIMValue::TCIMType::kCIMTypeUInt16:
-      return UnsignedText(fValue.fUInt16, base);
-    case TCIMValue::TCIMType::kCIMTypeSInt16:
-      return SignedText(fValue.fSInt16, base);
-    case TCIMValue::TCIMType::kCIMTypeUInt32:
-      return UnsignedText(fValue.fUInt32, base);
-    case TCIMValue::TCIMType::kCIMTypeSInt32:
-      return SignedText(fValue.fSInt32, base);
-    case TCIMValue::TCIMType::kCIMTypeUInt64:
-      return UnsignedText(fValue.fUInt64, base);
-    case TCIMValue::TCIMType::kCIMTypeSInt64:
-      return SignedText(fValue.fSInt64, base);
-    case TCIMValue::TCIMType::kCIMTypeReal32:
-      return RealText(static_cast<double>(fValue.fReal32), base);
-    case TCIMValue::TCIMType::kCIMTypeReal64:
-      return RealText(fValue.fReal64, base);
-    default:
-      RefuseType(fType);
-  }
+  const auto text = [&](auto numeric) {
+    return Text(Held<typename decltype(numeric)::Type>(fValue), base);
+  };
+  return OfNumericType(fType, text, [&]() -> std::string { RefuseType(fType); });
 }
 
 template <typename Compare>
 bool TCIMNumericValueImpl::CompareWith(const TCIMValue& other, Compare compare) const {
   if (other.GetType() != fType) return false;
-  if (!IsNumeric(fType)) RefuseType(fType);  // before the cast: the other body is of another class
-  if (other.IsNull()) return false;
-  const auto& body = static_cast<const TCIMNumericValueImpl&>(*BodyOf(other));
-  switch (fType) {
-    case TCIMValue::TCIMType::kCIMTypeBoolean:
-      return compare(fValue.fBoolean, body.fValue.fBoolean);
-    case TCIMValue::TCIMType::kCIMTypeUInt8:
-      return compare(fValue.fUInt8, body.fValue.fUInt8);
-    case TCIMValue::TCIMType::kCIMTypeSInt8:
-      return compare(fValue.fSInt8, body.fValue.fSInt8);
-    case TCIMValue::TCIMType::kCIMTypeUInt16:
-      return compare(fValue.fUInt16, body.fValue.fUInt16);
-    case TCIMValue::TCIMType::kCIMTypeSInt16:
-      return compare(fValue.fSInt16, body.fValue.fSInt16);
-    case TCIMValue::TCIMType::kCIMTypeUInt32:
-      return compare(fValue.fUInt32, body.fValue.fUInt32);
-    case TCIMValue::TCIMType::kCIMTypeSInt32:
-      return compare(fValue.fSInt32, body.fValue.fSInt32);
-    case TCIMValue::TCIMType::kCIMTypeUInt64:
-      return compare(fValue.fUInt64, body.fValue.fUInt64);
-    case TCIMValue::TCIMType::kCIMTypeSInt64:
-      return compare(fValue.fSInt64, body.fValue.fSInt64);
-    case TCIMValue::TCIMType::kCIMTypeReal32:
-      return compare(fValue.fReal32, body.fValue.fReal32);
-    default:  // kCIMTypeReal64
-      return compare(fValue.fReal64, body.fValue.fReal64);
-  }
+  const auto compareBodies = [&](auto numeric) {
+    using Number = typename decltype(numeric)::Type;
+    if (other.IsNull()) return false;
+    const auto& body = static_cast<const TCIMNumericValueImpl&>(*BodyOf(other));
+    return compare(Held<Number>(fValue), Held<Number>(body.fValue));
+  };
+  return OfNumericType(fType, compareBodies, [&]() -> bool { RefuseType(fType); });
 }
 
 bool TCIMNumericValueImpl::operator==(const TCIMValue& other) const {

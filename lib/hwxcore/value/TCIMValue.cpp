@@ -2,9 +2,11 @@
 
 #include <cctype>
 #include <ostream>
+#include <type_traits>
 #include <utility>
 
 #include "hwxcore/diagnostics/detail/Log.h"
+#include "hwxcore/value/NumericType.h"
 #include "hwxcore/value/TCIMArrayValueImpl.h"
 #include "hwxcore/value/TCIMChar16.h"
 #include "hwxcore/value/TCIMChar16ValueImpl.h"
@@ -44,6 +46,13 @@ TCIMType WithArrayFlag(TCIMType type) {
 TCIMType WithoutArrayFlag(TCIMType type) {
   return static_cast<TCIMType::ECIMType>(type & ~TCIMType::kCIMTypeArrayFlag);
 }
+
+// As what a `Number` is read from text: one of 8 bits as a wider one, of which the low bits count.
+// Contract: narrow-numbers-wrap.
+template <typename Number>
+using TReadNumber =
+    std::conditional_t<sizeof(Number) != 1 || std::is_same_v<Number, bool>, Number,
+                       std::conditional_t<std::is_signed_v<Number>, int, unsigned int> >;
 
 [[noreturn]] void ThrowTypeMismatch() {
   throw THWXException(kHWXStatusTypeMismatch);
@@ -94,55 +103,26 @@ TCIMValue::TCIMValue(TCIMType type, unsigned int maxArraySize)
 // Contract: text-never-fails, base-from-text.
 TCIMValue::TCIMValue(TCIMType type, std::string& text, boost::shared_ptr<ICIMNamespace> ns)
     : TCIMValue() {
-  switch (type) {
-    case TCIMType::kCIMTypeBoolean:
-      Set(detail::ReadNumber<bool>(text));
-      break;
-    case TCIMType::kCIMTypeUInt8:  // Contract: narrow-numbers-wrap.
-      Set(static_cast<unsigned char>(detail::ReadNumber<unsigned int>(text)));
-      break;
-    case TCIMType::kCIMTypeSInt8:
-      Set(static_cast<signed char>(detail::ReadNumber<int>(text)));
-      break;
-    case TCIMType::kCIMTypeUInt16:
-      Set(detail::ReadNumber<unsigned short>(text));
-      break;
-    case TCIMType::kCIMTypeSInt16:
-      Set(detail::ReadNumber<short>(text));
-      break;
-    case TCIMType::kCIMTypeUInt32:
-      Set(detail::ReadNumber<unsigned int>(text));
-      break;
-    case TCIMType::kCIMTypeSInt32:
-      Set(detail::ReadNumber<int>(text));
-      break;
-    case TCIMType::kCIMTypeUInt64:
-      Set(detail::ReadNumber<unsigned long>(text));
-      break;
-    case TCIMType::kCIMTypeSInt64:
-      Set(detail::ReadNumber<long>(text));
-      break;
-    case TCIMType::kCIMTypeReal32:
-      Set(detail::ReadNumber<float>(text));
-      break;
-    case TCIMType::kCIMTypeReal64:
-      Set(detail::ReadNumber<double>(text));
-      break;
-    case TCIMType::kCIMTypeChar16:  // Contract: char16-text-is-string.
-    case TCIMType::kCIMTypeString:
-      Set(static_cast<const std::string&>(text));
-      break;
-    case TCIMType::kCIMTypeDateTime:
-      Set(TCIMDateTime(text));
-      break;
-    case TCIMType::kCIMTypeReference: {
-      TCIMReference reference(ns, text, TCIMContext());
-      Set(reference);
-      break;
+  const auto setNumber = [&](auto numeric) {
+    using Number = typename decltype(numeric)::Type;
+    Set(static_cast<Number>(detail::ReadNumber<TReadNumber<Number> >(text)));
+  };
+  const auto setOther = [&] {
+    switch (type) {
+      case TCIMType::kCIMTypeChar16:  // Contract: char16-text-is-string.
+      case TCIMType::kCIMTypeString:
+        return Set(static_cast<const std::string&>(text));
+      case TCIMType::kCIMTypeDateTime:
+        return Set(TCIMDateTime(text));
+      case TCIMType::kCIMTypeReference: {
+        TCIMReference reference(ns, text, TCIMContext());
+        return Set(reference);
+      }
+      default:
+        ThrowTypeMismatch();
     }
-    default:
-      ThrowTypeMismatch();
-  }
+  };
+  OfNumericType(type, setNumber, setOther);
 }
 
 TCIMValue::TCIMValue(bool value) : TCIMValue() {
@@ -329,19 +309,8 @@ void TCIMValue::Set(const TCIMValue& other) {
     fMaxArraySize = other.fMaxArraySize;
     return CopyBody<TCIMArrayValueImpl>(other);
   }
+  if (IsNumericType(fType)) return CopyBody<TCIMNumericValueImpl>(other);
   switch (fType) {
-    case TCIMType::kCIMTypeBoolean:
-    case TCIMType::kCIMTypeUInt8:
-    case TCIMType::kCIMTypeSInt8:
-    case TCIMType::kCIMTypeUInt16:
-    case TCIMType::kCIMTypeSInt16:
-    case TCIMType::kCIMTypeUInt32:
-    case TCIMType::kCIMTypeSInt32:
-    case TCIMType::kCIMTypeUInt64:
-    case TCIMType::kCIMTypeSInt64:
-    case TCIMType::kCIMTypeReal32:
-    case TCIMType::kCIMTypeReal64:
-      return CopyBody<TCIMNumericValueImpl>(other);
     case TCIMType::kCIMTypeChar16:
       return CopyBody<TCIMChar16ValueImpl>(other);
     case TCIMType::kCIMTypeString:

@@ -2,9 +2,11 @@
 
 #include <charconv>
 #include <map>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "hwxcore/value/NumericType.h"
 #include "hwxcore/value/TCIMReference.h"
 #include "hwxcore/value/THWXException.h"
 #include "hwxkit/CIMName.h"
@@ -13,20 +15,19 @@ namespace NQORHWX20::detail {
 
 namespace {
 
-typedef TCIMValue::TCIMType TCIMType;
-
-// In hexadecimal, which loses no digit. The stream and printf families would ask the locale, and a
-// key has to read the same after the process has changed that.
-template <typename Real>
-std::string RealText(Real value) {
-  char text[64];
-  const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::hex).ptr;
-  return std::string(text, end);
-}
-
-template <typename Integer>
-std::string IntegerText(const TCIMValue& value) {
-  return std::to_string(value.operator Integer());
+// A real is in hexadecimal, which loses no digit. The stream and printf families would ask the
+// locale, and a key has to read the same after the process has changed that.
+template <typename Number>
+std::string NumberText(Number value) {
+  if constexpr (std::is_same_v<Number, bool>) {
+    return value ? "true" : "false";
+  } else if constexpr (std::is_integral_v<Number>) {
+    return std::to_string(value);
+  } else {
+    char text[64];
+    const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::hex).ptr;
+    return std::string(text, end);
+  }
 }
 
 std::string ArrayText(const std::vector<TCIMValue>& elements) {
@@ -51,32 +52,11 @@ std::string ReferenceText(const TCIMReference& reference) {
 
 std::string BodyText(const TCIMValue& value) {
   if (value.IsArray()) return ArrayText(value);
-  switch (value.GetType()) {
-    case TCIMType::kCIMTypeUInt8:
-      return IntegerText<unsigned char>(value);
-    case TCIMType::kCIMTypeSInt8:
-      return IntegerText<signed char>(value);
-    case TCIMType::kCIMTypeUInt16:
-      return IntegerText<unsigned short>(value);
-    case TCIMType::kCIMTypeSInt16:
-      return IntegerText<short>(value);
-    case TCIMType::kCIMTypeUInt32:
-      return IntegerText<unsigned int>(value);
-    case TCIMType::kCIMTypeSInt32:
-      return IntegerText<int>(value);
-    case TCIMType::kCIMTypeUInt64:
-      return IntegerText<unsigned long>(value);
-    case TCIMType::kCIMTypeSInt64:
-      return IntegerText<long>(value);
-    case TCIMType::kCIMTypeReal32:
-      return RealText(value.operator float());
-    case TCIMType::kCIMTypeReal64:
-      return RealText(value.operator double());
-    case TCIMType::kCIMTypeReference:
-      return ReferenceText(value);
-    default:
-      return value.ToString(10);
-  }
+  if (value.IsReference()) return ReferenceText(value);
+  const auto numberText = [&](auto numeric) {
+    return NumberText(static_cast<typename decltype(numeric)::Type>(value));
+  };
+  return OfNumericType(value.GetType(), numberText, [&] { return value.ToString(10); });
 }
 
 }  // namespace

@@ -1,10 +1,12 @@
 #include "hwxkit/detail/Wire.h"
 
 #include <cstring>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "hwxcore/schema/ICIMClass.h"
+#include "hwxcore/value/NumericType.h"
 #include "hwxcore/value/TCIMChar16.h"
 #include "hwxcore/value/TCIMDateTime.h"
 #include "hwxcore/value/TCIMReference.h"
@@ -72,38 +74,22 @@ void TWireWriter::Value(const TCIMValue& value) {
 }
 
 void TWireWriter::Scalar(const TCIMValue& value) {
-  switch (value.GetType()) {
-    case TType::kCIMTypeBoolean:
-      return Plain(static_cast<bool>(value));
-    case TType::kCIMTypeUInt8:
-      return Plain(static_cast<unsigned char>(value));
-    case TType::kCIMTypeSInt8:
-      return Plain(static_cast<signed char>(value));
-    case TType::kCIMTypeUInt16:
-      return Plain(static_cast<unsigned short>(value));
-    case TType::kCIMTypeSInt16:
-      return Plain(static_cast<short>(value));
-    case TType::kCIMTypeUInt32:
-      return Plain(static_cast<unsigned int>(value));
-    case TType::kCIMTypeSInt32:
-      return Plain(static_cast<int>(value));
-    case TType::kCIMTypeUInt64:
-      return Plain(static_cast<unsigned long>(value));
-    case TType::kCIMTypeSInt64:
-      return Plain(static_cast<long>(value));
-    case TType::kCIMTypeReal32:
-      return Plain(static_cast<float>(value));
-    case TType::kCIMTypeReal64:
-      return Plain(static_cast<double>(value));
-    case TType::kCIMTypeDateTime:
-      return DateTime(value);
-    case TType::kCIMTypeReference:
-      return Reference(value);
-    case TType::kCIMTypeChar16:
-      return Character(value);
-    default:
-      return Text(static_cast<std::string>(value));
-  }
+  const auto writeNumber = [&](auto numeric) {
+    Plain(static_cast<typename decltype(numeric)::Type>(value));
+  };
+  const auto writeOther = [&] {
+    switch (value.GetType()) {
+      case TType::kCIMTypeDateTime:
+        return DateTime(value);
+      case TType::kCIMTypeReference:
+        return Reference(value);
+      case TType::kCIMTypeChar16:
+        return Character(value);
+      default:
+        return Text(static_cast<std::string>(value));
+    }
+  };
+  OfNumericType(value.GetType(), writeNumber, writeOther);
 }
 
 // The number of a character, read from its text. Empty for a null one, which has no text.
@@ -221,44 +207,36 @@ TCIMValue TWireReader::Array(TType type, std::uint32_t maxSize, unsigned depth) 
 }
 
 TCIMValue TWireReader::Scalar(TType type, unsigned depth) {
-  switch (type) {
-    case TType::kCIMTypeBoolean:
-      return TCIMValue(Byte() != 0);
-    case TType::kCIMTypeUInt8:
-      return TCIMValue(Plain<unsigned char>());
-    case TType::kCIMTypeSInt8:
-      return TCIMValue(Plain<signed char>());
-    case TType::kCIMTypeUInt16:
-      return TCIMValue(Plain<unsigned short>());
-    case TType::kCIMTypeSInt16:
-      return TCIMValue(Plain<short>());
-    case TType::kCIMTypeUInt32:
-      return TCIMValue(Plain<unsigned int>());
-    case TType::kCIMTypeSInt32:
-      return TCIMValue(Plain<int>());
-    case TType::kCIMTypeUInt64:
-      return TCIMValue(Plain<unsigned long>());
-    case TType::kCIMTypeSInt64:
-      return TCIMValue(Plain<long>());
-    case TType::kCIMTypeReal32:
-      return TCIMValue(Plain<float>());
-    case TType::kCIMTypeReal64:
-      return TCIMValue(Plain<double>());
-    case TType::kCIMTypeChar16: {
-      std::string text = Text();
-      if (text.empty()) return TCIMValue(TCIMChar16(text));
-      TCIMValue number(TType(TType::kCIMTypeUInt16), text, {});
-      return TCIMValue(TCIMChar16(static_cast<unsigned short>(number)));
+  const auto readNumber = [&](auto numeric) {
+    using Number = typename decltype(numeric)::Type;
+    if constexpr (std::is_same_v<Number, bool>) {
+      return TCIMValue(Byte() != 0);  // other bytes than 0 and 1 are no `bool`
+    } else {
+      return TCIMValue(Plain<Number>());
     }
-    case TType::kCIMTypeString:
-      return TCIMValue(Text());
-    case TType::kCIMTypeDateTime:
-      return DateTime();
-    case TType::kCIMTypeReference:
-      return Reference(depth);
-    default:
-      Refuse();
-  }
+  };
+  const auto readOther = [&]() -> TCIMValue {
+    switch (type) {
+      case TType::kCIMTypeChar16:
+        return Character();
+      case TType::kCIMTypeString:
+        return TCIMValue(Text());
+      case TType::kCIMTypeDateTime:
+        return DateTime();
+      case TType::kCIMTypeReference:
+        return Reference(depth);
+      default:
+        Refuse();
+    }
+  };
+  return OfNumericType(type, readNumber, readOther);
+}
+
+TCIMValue TWireReader::Character() {
+  std::string text = Text();
+  if (text.empty()) return TCIMValue(TCIMChar16(text));
+  TCIMValue number(TType(TType::kCIMTypeUInt16), text, {});
+  return TCIMValue(TCIMChar16(static_cast<unsigned short>(number)));
 }
 
 TCIMValue TWireReader::DateTime() {

@@ -64,6 +64,7 @@ class TWireReader {
   TCIMValue ValueAt(unsigned depth);
   TCIMValue Array(TCIMValue::TCIMType type, std::uint32_t maxSize, unsigned depth);
   TCIMValue Scalar(TCIMValue::TCIMType type, unsigned depth);
+  TCIMValue Character();
   TCIMValue DateTime();
   TCIMValue Reference(unsigned depth);
   boost::shared_ptr<ICIMClass> Class();
