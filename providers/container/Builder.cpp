@@ -464,49 +464,56 @@ void TBuilder::Add(TClassPart& part) {
   KeepClass(*made);
 }
 
-void TBuilder::AddClassOf(const std::vector<TInstancePart*>& instances) {
-  const TInstancePart& first = *instances.front();
-  fWarnings.Add("classes that are known from their instances alone", first.fClass);
-  const TClass made =
-      boost::static_pointer_cast<TMemoryClass>(Guard(first.fLine, "INSTANCE", first.fClass, [&] {
-        return fNamespace->CreateClass(first.fClass, TClass(), TCIMContext());
-      }));
-  const auto declare = [&](TLine line, const std::string& name, const TType& type, bool isKey,
-                           const TElementNotes& notes) {
-    if (made->FindPropertyDecl(name)) return;
-    Guard(line, "PROPERTY", name, [&] {
-      const auto decl = boost::static_pointer_cast<TMemoryPropertyDecl>(
-          made->CreatePropertyDecl(name, TCIMValue(type, 0), TCIMContext()));
-      if (isKey) {
-        const auto key = QualifierDecl("Key", TType::kCIMTypeBoolean);
-        decl->CreateQualifier(key, true, TCIMContext())->Commit(TCIMContext());
-      }
-      decl->SetNotes(notes);
-      decl->Commit(TCIMContext());
-    });
-  };
-  std::set<std::string> keys;
-  for (const TInstancePart* const instance : instances) {
-    if (!instance->fInstanceName) continue;
-    for (const TKeyPart& key : instance->fInstanceName->fKeys)
-      keys.insert(FoldedCIMName(key.fName));
-  }
-  for (const TInstancePart* const instance : instances) {
-    for (const TPropertyPart& property : instance->fProperties) {
-      TElementNotes notes;
-      notes.fEmbedded = property.fNotes.fEmbedded;
-      declare(property.fLine, property.fName, property.fType,
-              keys.count(FoldedCIMName(property.fName)) != 0, notes);
+// Classes that are made of their instances.
+
+void TBuilder::DeclareProperty(TLine line, const std::string& name, const TType& type, bool isKey,
+                               EEmbeddedObject embedded, const TClass& made) {
+  if (made->FindPropertyDecl(name)) return;
+  Guard(line, "PROPERTY", name, [&] {
+    const auto decl = boost::static_pointer_cast<TMemoryPropertyDecl>(
+        made->CreatePropertyDecl(name, TCIMValue(type, 0), TCIMContext()));
+    if (isKey) {
+      const auto key = QualifierDecl("Key", TType::kCIMTypeBoolean);
+      decl->CreateQualifier(key, true, TCIMContext())->Commit(TCIMContext());
     }
-  }
+    TElementNotes notes;
+    notes.fEmbedded = embedded;
+    decl->SetNotes(notes);
+    decl->Commit(TCIMContext());
+  });
+}
+
+// Keys are those in the names of the instances, be they among the properties or not.
+void TBuilder::DeclareProperties(const std::vector<TInstancePart*>& instances, const TClass& made) {
+  std::vector<const TKeyPart*> keys;
+  std::set<std::string> names;
   for (const TInstancePart* const instance : instances) {
     if (!instance->fInstanceName) continue;
     for (const TKeyPart& key : instance->fInstanceName->fKeys) {
-      if (!key.fName.empty())
-        declare(key.fLine, key.fName, GuessedType(key), true, TElementNotes());
+      if (!key.fName.empty() && names.insert(FoldedCIMName(key.fName)).second) keys.push_back(&key);
     }
   }
-  Guard(first.fLine, "INSTANCE", first.fClass, [&] { made->Commit(TCIMContext()); });
+  for (const TInstancePart* const instance : instances) {
+    for (const TPropertyPart& property : instance->fProperties) {
+      DeclareProperty(property.fLine, property.fName, property.fType,
+                      names.count(FoldedCIMName(property.fName)) != 0, property.fNotes.fEmbedded,
+                      made);
+    }
+  }
+  for (const TKeyPart* const key : keys)
+    DeclareProperty(key->fLine, key->fName, GuessedType(*key), true, kEmbeddedNothing, made);
+}
+
+void TBuilder::AddClassOf(const std::vector<TInstancePart*>& instances) {
+  const TInstancePart& first = *instances.front();
+  fWarnings.Add("classes that are known from their instances alone", first.fClass);
+  const auto guarded = [&](auto call) {
+    return Guard(first.fLine, "INSTANCE", first.fClass, call);
+  };
+  const TClass made = boost::static_pointer_cast<TMemoryClass>(
+      guarded([&] { return fNamespace->CreateClass(first.fClass, TClass(), TCIMContext()); }));
+  DeclareProperties(instances, made);
+  guarded([&] { made->Commit(TCIMContext()); });
   made->SetOutside();
   KeepClass(*made);
 }

@@ -94,6 +94,9 @@ class TBuilder {
   void AddMethod(TMethodPart& part, const TClass& made);
   void AddParameter(TParameterPart& part, NQORHWX20::ICIMMethodDecl& method, const TClass& made);
   void KeepClass(const NQORHWX20::TMemoryClass& made);
+  void DeclareProperty(TLine line, const std::string& name, const TType& type, bool isKey,
+                       NQORHWX20::EEmbeddedObject embedded, const TClass& made);
+  void DeclareProperties(const std::vector<TInstancePart*>& instances, const TClass& made);
 
   TClassFacts& FactsOf(const TClass& source);
   void AddValue(TPropertyPart& part, const TClass& owner, NQORHWX20::TMemoryInstance& instance);

@@ -446,38 +446,46 @@ class TReader {
     return element >= EElement::kSimpleReq && element <= EElement::kIReturnValue;
   }
 
-  void NameOperation(const char* what) {
+  // Remembers which operation the message is of.
+  void NameOperation() {
+    const EElement element = fScanner.Element();
+    const bool isAnswer =
+        element == EElement::kIMethodResponse || element == EElement::kMethodResponse;
     const std::string* const name = fScanner.Attribute("NAME");
-    if (name != nullptr) fOperation = what + Quoted(*name);
+    if (name != nullptr && element != EElement::kIParamValue && element != EElement::kExpParamValue)
+      fOperation = (isAnswer ? "the answer to " : "the request ") + Quoted(*name);
+  }
+
+  void ReadError() {
+    const std::string* const code = fScanner.Attribute("CODE");
+    const std::string* const text = fScanner.Attribute("DESCRIPTION");
+    fOther = "is the error " + (code ? *code : "?") + (text ? " " + Quoted(*text) : "");
+    fScanner.Skip();
   }
 
   void ReadMessagePart(bool isWanted) {
     while (fScanner.Next()) {
-      const EElement element = fScanner.Element();
-      if (element == EElement::kIMethodCall || element == EElement::kMethodCall ||
-          element == EElement::kExpMethodCall)
-        NameOperation("the request ");
-      if (element == EElement::kIMethodResponse || element == EElement::kMethodResponse)
-        NameOperation("the answer to ");
       if (IsNamespace()) {
         isWanted = IsWanted(fParts.NamespaceName());
-      } else if (IsFrame(element)) {
+      } else if (IsFrame(fScanner.Element())) {
+        NameOperation();
         ReadMessagePart(isWanted);
-      } else if (element == EElement::kError) {
-        const std::string* const code = fScanner.Attribute("CODE");
-        const std::string* const text = fScanner.Attribute("DESCRIPTION");
-        fOther = "is the error " + (code ? *code : "?") + (text ? " " + Quoted(*text) : "");
-        fScanner.Skip();
-      } else if (!isWanted) {
-        fHasObjects = true;
-        fScanner.Skip();
-      } else if (ReadObject()) {
-        fHasObjects = true;
+      } else if (fScanner.Element() == EElement::kError) {
+        ReadError();
       } else {
-        if (fOther.empty()) fOther = "holds " + fScanner.ElementName();
-        fScanner.Skip();
+        ReadMessageObject(isWanted);
       }
     }
+  }
+
+  void ReadMessageObject(bool isWanted) {
+    if (isWanted && ReadObject()) {
+      fHasObjects = true;
+      return;
+    }
+    fHasObjects = fHasObjects || !isWanted;
+    if (fOther.empty()) fOther = "holds " + fScanner.ElementName();
+    fScanner.Skip();
   }
 
   const TReading& fReading;

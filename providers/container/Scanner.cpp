@@ -32,6 +32,15 @@ bool StartsWith(std::string_view text, std::string_view start) {
   return text.substr(0, start.size()) == start;
 }
 
+// The place of the first character behind `at` that is special; the text's size without one. The
+// look-ups of the standard library for one of several characters are slow.
+template <typename Predicate>
+std::size_t FindSpecial(std::string_view text, std::size_t at, Predicate isSpecial) {
+  while (at < text.size() && !isSpecial(text[at]))
+    ++at;
+  return at;
+}
+
 std::size_t SkippedBlanks(std::string_view text, std::size_t at) {
   while (at < text.size() && IsBlank(text[at]))
     ++at;
@@ -291,7 +300,9 @@ void TScanner::AddAttribute(std::string_view name, std::string_view value) {
   attribute.fName = name;
   attribute.fValue.clear();
   for (std::size_t at = 0; at < value.size();) {
-    const std::size_t end = std::min(value.find_first_of("&<\t\n\r", at), value.size());
+    const std::size_t end = FindSpecial(value, at, [](char c) {
+      return c == '&' || c == '<' || c == '\t' || c == '\n' || c == '\r';
+    });
     attribute.fValue.append(value, at, end - at);
     if (end == value.size()) return;
     at = end + 1;
@@ -473,7 +484,8 @@ TScanner::EToken TScanner::TakeTag() {
 
 void TScanner::AppendText(std::string_view raw) {
   for (std::size_t at = 0; at < raw.size();) {
-    const std::size_t next = std::min(raw.find_first_of("&\r>", at), raw.size());
+    const std::size_t next =
+        FindSpecial(raw, at, [](char c) { return c == '&' || c == '\r' || c == '>'; });
     fText.append(raw, at, next - at);
     if (next == raw.size()) return;
     at = next + 1;
