@@ -11,8 +11,8 @@
 
 namespace hwxtest {
 
-/// The process in a Turkish locale of 8 bits, in which the small letter of "I" isn't "i". The locale
-/// is made for the test; the one before comes back in the end.
+/// The process in a Turkish locale of 8 bits, in which the small letter of "I" isn't "i". The
+/// locale is made for the test; the one before comes back in the end.
 ///
 ///     const TurkishLocale turkish;
 ///     if (!turkish.IsThere()) GTEST_SKIP() << "no Turkish locale can be made";
