@@ -45,6 +45,13 @@ std::string WithoutHost(const std::string& name) {
   return slash == std::string::npos ? name : name.substr(slash + 1);
 }
 
+// Who leaves the host out means any.
+bool IsSameNamespace(const std::string& left, const std::string& right) {
+  if (IsSameCIMName(left, right)) return true;
+  const bool hasOneHost = (WithoutHost(left) != left) != (WithoutHost(right) != right);
+  return hasOneHost && IsSameCIMName(WithoutHost(left), WithoutHost(right));
+}
+
 // Two hyphens can't stand in a comment.
 std::string WithHyphens(std::string text) {
   constexpr std::string_view kHyphen = "&#45;";
@@ -309,10 +316,10 @@ class TReader {
   bool IsWanted(const std::string& name) {
     bool isKnown = false;
     for (const std::string& known : fNamespaces)
-      isKnown = isKnown || IsSameCIMName(known, name);
+      isKnown = isKnown || IsSameNamespace(known, name);
     if (!isKnown) fNamespaces.push_back(name);
     const std::string& chosen = fReading.fNamespace.empty() ? fNamespaces[0] : fReading.fNamespace;
-    if (!IsSameCIMName(name, chosen) && !IsSameCIMName(WithoutHost(name), chosen)) return false;
+    if (!IsSameNamespace(name, chosen)) return false;
     if (!fHasNamespace) fNamespace->SetName(name);
     fHasNamespace = true;
     return true;

@@ -159,6 +159,17 @@ TEST(Input, HoldsObjectsWithPaths) {
   EXPECT_TRUE(declared.ns->FindClass("A"));
 }
 
+TEST(Input, HoldsOneNamespaceWithItsHostAndWithout) {
+  const std::string host = "<NAMESPACEPATH><HOST>h</HOST>" + LocalPath("root") + "</NAMESPACEPATH>";
+  const auto group = [](const std::string& path, const std::string& name) {
+    return "<DECLGROUP>" + path + "<CLASS NAME='" + name + "'/></DECLGROUP>";
+  };
+  const std::string document = Declaration(group(host, "A") + group(LocalPath("root"), "B"));
+  EXPECT_EQ(Load(document)->GetClassCount({}), 2u);
+  EXPECT_EQ(Load(document)->GetName({}), "//h/root");
+  EXPECT_EQ(ReadWith(document, "root").ns->GetClassCount({}), 2u);
+}
+
 TEST(Input, HoldsSeveralNamespacesOfWhichOneIsChosen) {
   const auto group = [](const std::string& name, const std::string& className) {
     return "<DECLGROUP.WITHNAME>" + LocalPath(name) + "<VALUE.OBJECT><CLASS NAME='" + className +
