@@ -68,7 +68,7 @@ class TCheckProxyCommand : public ICommand {
         "check-proxy", "Check an HTTP proxy: fetch the page of " HWX_PROXY_CHECK_HOST);
     AddText(*app, "address", fAddress, "The proxy's name or address", "ADDRESS")->required();
     app->add_option("port", fPort, "Its port")
-        ->check(CLI::Range(1L, 65535L))
+        ->check(CLI::Range(1L, 65535L).description(""))
         ->type_name("PORT")
         ->required();
     CLI::Option* const user =

@@ -24,7 +24,7 @@ void AddSeconds(CLI::App& app, const char* name, const char* description,
     take(std::chrono::milliseconds(std::llround(seconds * 1000)));
   };
   app.add_option_function<double>(name, taken, description)
-      ->check(CLI::Range(0.001, kMostSeconds))
+      ->check(CLI::Range(0.001, kMostSeconds).description(""))
       ->type_name("SECONDS");
 }
 

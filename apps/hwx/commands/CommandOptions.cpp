@@ -34,7 +34,7 @@ void AddFileReading(CLI::App& app, TFileReading& reading) {
   };
   app.add_option_function<std::uint64_t>(
          "--max-memory", set, "Take at most MIB MiB of memory for files; 1024 by default")
-      ->check(CLI::Range(std::uint64_t{1}, std::uint64_t{1} << 30))
+      ->check(CLI::Range(std::uint64_t{1}, std::uint64_t{1} << 30).description(""))
       ->type_name("MIB");
 }
 

@@ -157,6 +157,12 @@ TEST(CommandLine, PrintsHelpWithCommandsOptionsAndStatuses) {
   EXPECT_EQ(notice.fText.back(), '\n');
 }
 
+TEST(CommandLine, PrintsNoRangesAsTheParserWritesThem) {
+  for (const char* command : {"show", "run", "check-proxy"})
+    EXPECT_THAT(Notice({command, "--help"}).fText, ::testing::Not(HasSubstr(" in ["))) << command;
+  EXPECT_THAT(Notice({"--help"}).fText, ::testing::Not(HasSubstr(" in [")));
+}
+
 TEST(CommandLine, PrintsHelpOfACommand) {
   const TNotice notice = Notice({"providers", "--help"});
   EXPECT_EQ(notice.fStatus, kExitOK);
