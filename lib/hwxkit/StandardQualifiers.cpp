@@ -10,12 +10,13 @@ namespace {
 typedef TCIMValue::TCIMType TCIMType;
 
 const unsigned int kAnyClass = kScopeClass | kScopeAssociation | kScopeIndication;
-const unsigned int kAnyProperty = kScopeProperty | kScopeReference;
-const unsigned int kAnyMember = kAnyProperty | kScopeMethod | kScopeParameter;
+const unsigned int kKeys = kScopeProperty | kScopeReference;
+const unsigned int kValues = kScopeProperty | kScopeMethod | kScopeParameter;
 
 const unsigned int kFixed = kFlavorToSubclass;
 const unsigned int kFree = kFlavorDefault;
 const unsigned int kFreeText = kFree | kFlavorTranslatable;
+const unsigned int kOwn = kFlavorRestricted | kFlavorEnableOverride;
 
 TCIMValue NullOf(TCIMType::ECIMType type) {
   return TCIMValue(type, 0);
@@ -37,22 +38,27 @@ void Declare(TMemoryNamespace& ns, const char* name, const TCIMValue& defaultVal
 
 void DeclareStandardQualifiers(TMemoryNamespace& ns) {
   const TCIMValue nullString = NullOf(TCIMType::kCIMTypeString);
-  Declare(ns, "Abstract", false, kAnyClass, kFlavorRestricted);
+  Declare(ns, "Abstract", false, kAnyClass, kOwn);
+  Declare(ns, "Aggregate", false, kScopeReference, kFixed);
+  Declare(ns, "Aggregation", false, kScopeAssociation, kFixed);
   Declare(ns, "Association", false, kScopeAssociation, kFixed);
+  Declare(ns, "Deprecated", NullStringArray(), kScopeAny, kOwn);
   Declare(ns, "Description", nullString, kScopeAny, kFreeText);
   Declare(ns, "In", true, kScopeParameter, kFixed);
-  Declare(ns, "Key", false, kAnyProperty, kFixed);
-  Declare(ns, "MaxLen", NullOf(TCIMType::kCIMTypeUInt32), kAnyMember, kFree);
+  Declare(ns, "Key", false, kKeys, kFixed);
+  Declare(ns, "MaxLen", NullOf(TCIMType::kCIMTypeUInt32), kValues, kFree);
   Declare(ns, "Out", false, kScopeParameter, kFixed);
-  Declare(ns, "Override", nullString, kAnyProperty | kScopeMethod, kFlavorRestricted);
-  Declare(ns, "PUnit", nullString, kAnyMember, kFree);
-  Declare(ns, "Read", true, kAnyProperty, kFree);
-  Declare(ns, "Required", false, kAnyMember, kFixed);
-  Declare(ns, "Units", nullString, kAnyMember, kFreeText);
-  Declare(ns, "ValueMap", NullStringArray(), kAnyMember, kFree);
-  Declare(ns, "Values", NullStringArray(), kAnyMember, kFreeText);
-  Declare(ns, "Version", nullString, kAnyClass, kFlavorRestricted);
-  Declare(ns, "Write", false, kAnyProperty, kFree);
+  Declare(ns, "Override", nullString, kKeys | kScopeMethod, kOwn);
+  Declare(ns, "Propagated", nullString, kScopeProperty, kFixed);
+  Declare(ns, "PUnit", nullString, kValues, kFree);
+  Declare(ns, "Read", true, kScopeProperty, kFree);
+  Declare(ns, "Required", false, kKeys | kValues, kFixed);
+  Declare(ns, "Units", nullString, kValues, kFreeText);
+  Declare(ns, "ValueMap", NullStringArray(), kValues, kFree);
+  Declare(ns, "Values", NullStringArray(), kValues, kFreeText);
+  Declare(ns, "Version", nullString, kAnyClass, kOwn | kFlavorTranslatable);
+  Declare(ns, "Weak", false, kScopeReference, kFixed);
+  Declare(ns, "Write", false, kScopeProperty, kFree);
 }
 
 }  // namespace NQORHWX20

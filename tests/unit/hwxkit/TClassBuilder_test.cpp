@@ -139,7 +139,7 @@ TEST_F(ClassBuilder, DeclaresTheStandardQualifiersOnceAndKeepsThoseThatAreThere)
   EXPECT_EQ(fNamespace->GetQualifierDecl("Units", {}), mine);
   const auto all = NamesFrom<ICIMQualifierDecl>(
       [&](const auto& callback) { fNamespace->EnumerateQualifierDecls(callback, {}); });
-  EXPECT_EQ(all.size(), 16u);
+  EXPECT_EQ(all.size(), 21u);
 }
 
 TEST_F(ClassBuilder, DeclaresTheStandardQualifiersWithTheirFlavors) {
@@ -147,15 +147,25 @@ TEST_F(ClassBuilder, DeclaresTheStandardQualifiersWithTheirFlavors) {
   const auto flavor = [&](const char* name) {
     return fNamespace->GetQualifierDecl(name, {})->GetFlavor({});
   };
-  for (const char* name : {"Abstract", "Override", "Version"})
-    EXPECT_EQ(flavor(name), kFlavorRestricted) << name;
-  for (const char* name : {"Association", "In", "Key", "Out", "Required"})
+  const auto scope = [&](const char* name) {
+    return fNamespace->GetQualifierDecl(name, {})->GetScope({});
+  };
+  for (const char* name : {"Abstract", "Deprecated", "Override"})
+    EXPECT_EQ(flavor(name), kFlavorEnableOverride) << name;
+  EXPECT_EQ(flavor("Version"), kFlavorEnableOverride | unsigned{kFlavorTranslatable});
+  for (const char* name : {"Aggregate", "Aggregation", "Association", "In", "Key", "Out",
+                           "Propagated", "Required", "Weak"})
     EXPECT_EQ(flavor(name), kFlavorToSubclass) << name;
   for (const char* name : {"MaxLen", "PUnit", "Read", "ValueMap", "Write"})
     EXPECT_EQ(flavor(name), kFlavorDefault) << name;
   for (const char* name : {"Description", "Units", "Values"}) {
     EXPECT_EQ(flavor(name), kFlavorDefault | unsigned{kFlavorTranslatable}) << name;
   }
+  EXPECT_EQ(scope("Abstract"), unsigned{kScopeClass} | kScopeAssociation | kScopeIndication);
+  EXPECT_EQ(scope("Key"), unsigned{kScopeProperty} | kScopeReference);
+  EXPECT_EQ(scope("Read"), kScopeProperty);
+  EXPECT_EQ(scope("ValueMap"), unsigned{kScopeProperty} | kScopeMethod | kScopeParameter);
+  EXPECT_EQ(scope("Weak"), kScopeReference);
   EXPECT_TRUE(fNamespace->GetQualifierDecl("Units", {})->IsOverridable({}));
   EXPECT_FALSE(fNamespace->GetQualifierDecl("Key", {})->IsOverridable({}));
 }
