@@ -14,6 +14,10 @@
 
 namespace linux_machine {
 
+/// What the standard has for the state and the target of firmware.
+constexpr std::uint16_t kRunning = 3;
+constexpr std::uint16_t kAnyOperatingSystem = 66;
+
 /// Texts are as the firmware has them.
 struct TBios {
   std::string fName = "BIOS";

@@ -32,6 +32,7 @@ void DefinePhysicalMemory(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& 
 void DefinePhysicalMemoryArray(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 void DefineProcessor(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 void DefineUSBDevice(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineClassStatus(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 
 /// Sets a property, or leaves it the typed null that it is from the start.
 template <typename Value>

@@ -7,30 +7,44 @@ namespace linux_machine {
 
 namespace {
 
-constexpr std::uint8_t kRackMountChassis = 23;
 constexpr std::uint16_t kTrue = 1;
 constexpr float kInchesPerUnit = 1.75F;
 
-// The numbers of the format are those of CIM, but for three.
-std::optional<std::uint16_t> PackageType(std::uint8_t type) {
-  switch (type) {
-    case 0:
-    case 2:  // "unknown" in the format
-      return std::nullopt;
-    case 28:  // a blade, for which CIM has no number here
-      return std::uint16_t{1};
-    case 29:  // a blade enclosure
-      return std::uint16_t{28};
-    default:
-      return type;
-  }
-}
+// Forms for which the standard has no number, or reserves the one that the firmware's format has.
+struct TOtherForm {
+  std::uint8_t fType;
+  std::uint16_t fPackageType;
+  const char* fDescription;
+};
+constexpr std::uint16_t kOtherPackage = 1;
+constexpr std::uint16_t kMainChassis = 17;
+constexpr std::uint16_t kBladeEnclosure = 28;
+constexpr std::uint8_t kRackMount = 23;
+constexpr std::uint8_t kMultiSystem = 25;
+constexpr std::uint8_t kLastType = 36;
+constexpr TOtherForm kOtherForms[] = {
+    {kRackMount, kMainChassis, "Rack Mount Chassis"},
+    {kMultiSystem, kMainChassis, "Multi-system Chassis"},
+    {28, kOtherPackage, "Blade"},
+    {29, kBladeEnclosure, nullptr},
+};
+
+enum ERemoval : std::uint16_t { kNotApplicable = 2, kWhenOff = 3, kWhenOnOrOff = 4 };
 
 void SetType(TChassis& chassis, std::uint8_t type) {
-  chassis.fPackageType = PackageType(type);
-  if (type == kRackMountChassis) {
-    chassis.fRackMountable = kTrue;
+  if (type == 0 || type == 2) {  // "unknown" in the format
+    return;
   }
+  chassis.fPackageType = type > kLastType ? kOtherPackage : type;
+  for (const TOtherForm& form : kOtherForms) {
+    if (form.fType == type) {
+      chassis.fPackageType = form.fPackageType;
+      chassis.fTypeDescription =
+          form.fDescription ? std::optional<std::string>(form.fDescription) : std::nullopt;
+    }
+  }
+  chassis.fRackMountable = type == kRackMount ? std::optional(kTrue) : std::nullopt;
+  chassis.fMultipleSystems = type == kMultiSystem ? std::optional(kTrue) : std::nullopt;
 }
 
 // 0 says that a number isn't known.
@@ -120,6 +134,16 @@ std::optional<TBoard> ParseBoard(const smbios::TStructure& structure, std::size_
     board.fLocation = FirmwareText(structure, 0x0A);
   }
   return board;
+}
+
+std::optional<std::uint16_t> RemovalConditions(const TBoard& board) {
+  if (!board.fRemovable) {
+    return std::nullopt;
+  }
+  if (board.fHotSwappable == true) {
+    return kWhenOnOrOff;
+  }
+  return *board.fRemovable || board.fReplaceable == true ? kWhenOff : kNotApplicable;
 }
 
 std::vector<TChassis> ReadChassis(const std::string& root) {

@@ -22,8 +22,10 @@ struct TChassis {
   std::optional<std::string> fSerialNumber;
   std::optional<std::string> fAssetTag;
   std::optional<std::string> fSKU;
-  std::optional<std::uint16_t> fPackageType;    ///< In the value map of CIM_Chassis.
-  std::optional<std::uint16_t> fRackMountable;  ///< 1: yes. Nothing tells of one that it isn't.
+  std::optional<std::uint16_t> fPackageType;      ///< In the value map of CIM_Chassis.
+  std::optional<std::string> fTypeDescription;    ///< Where CIM has no number for the form.
+  std::optional<std::uint16_t> fMultipleSystems;  ///< 1: yes. Nothing tells of one that it isn't.
+  std::optional<std::uint16_t> fRackMountable;    ///< 1: yes. Nothing tells of one that it isn't.
   std::optional<bool> fLockPresent;
   std::optional<std::uint16_t> fSecurityBreach;  ///< In the value map of CIM_PhysicalFrame.
   std::optional<float> fHeight;                  ///< Inches.
@@ -50,6 +52,9 @@ std::optional<TChassis> ParseChassis(const smbios::TStructure& structure, std::s
 
 /// The board that a structure of type 2 describes, of whatever length.
 std::optional<TBoard> ParseBoard(const smbios::TStructure& structure, std::size_t number);
+
+/// Whether a board can be taken out, and when, in the value map of CIM_PhysicalPackage.
+std::optional<std::uint16_t> RemovalConditions(const TBoard& board);
 
 /// From the firmware's tables; where those show none, the one that the kernel knows of.
 std::vector<TChassis> ReadChassis(const std::string& root);

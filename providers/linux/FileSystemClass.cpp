@@ -5,33 +5,42 @@ namespace linux_machine {
 
 namespace {
 
-const TValueMap kPersistences = {
-    {0, "Unknown"}, {1, "Other"}, {2, "Persistent"}, {3, "Temporary"}, {4, "External"}};
+using Row = TFileSystem;
+
+// The standard has a class of its own for those whose files lie on this machine.
+template <bool kIsLocal>
+std::vector<Row> ReadThose(const std::string& root) {
+  std::vector<Row> rows;
+  for (Row& row : ReadFileSystems(root)) {
+    if (row.fIsLocal == kIsLocal) {
+      rows.push_back(std::move(row));
+    }
+  }
+  return rows;
+}
+
+void Define(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns, const char* name,
+            std::vector<Row> (*read)(const std::string&)) {
+  TLiveClass<Row>(ns, name, read)
+      .Key("Name", &Row::fName)
+      .Set("ElementName", &Row::fSource)
+      .Set("Root", &Row::fRoot)
+      .Set("FileSystemType", &Row::fType)
+      .Set("ReadOnly", &Row::fReadOnly)
+      .Set("PersistenceType", &Row::fPersistence)
+      .Set("BlockSize", &Row::fBlockSize)
+      .Set("FileSystemSize", &Row::fSize)
+      .Set("AvailableSpace", &Row::fAvailable)
+      .Set("NumberOfFiles", &Row::fFiles)
+      .Set("MaxFileNameLength", &Row::fMaxNameLength)
+      .Commit();
+}
 
 }  // namespace
 
 void DefineFileSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns) {
-  using Row = TFileSystem;
-  TLiveClass<Row>(ns, "CIM_FileSystem",
-                  "A mounted file system. Sizes are null for those of servers and of programs, "
-                  "which are never asked, since they may not answer.",
-                  &ReadFileSystems)
-      .Key("Name", &Row::fName, "The directory that it is mounted on.")
-      .Property("ElementName", &Row::fSource, "The device or the server that it lies on.")
-      .Property("Root", &Row::fRoot, "The part of the file system that is mounted; \"/\" for all.")
-      .Property("FileSystemType", &Row::fType, "The kernel's word for the kind.")
-      .Property("ReadOnly", &Row::fReadOnly, "Whether it is mounted for reading alone.")
-      .Property("PersistenceType", &Row::fPersistence, "Whether it outlives a start.")
-      .Values(kPersistences)
-      .Property("BlockSize", &Row::fBlockSize, "The unit in which it gives out room.")
-      .Units("Bytes")
-      .Property("FileSystemSize", &Row::fSize, "What it holds.")
-      .Units("Bytes")
-      .Property("AvailableSpace", &Row::fAvailable, "Room that any user may take.")
-      .Units("Bytes")
-      .Property("NumberOfFiles", &Row::fFiles, "Files, directories and the like in it.")
-      .Property("MaxFileNameLength", &Row::fMaxNameLength, "Bytes that a name may have.")
-      .Commit();
+  Define(ns, "CIM_LocalFileSystem", &ReadThose<true>);
+  Define(ns, "CIM_FileSystem", &ReadThose<false>);
 }
 
 }  // namespace linux_machine

@@ -15,14 +15,4 @@ TCIMValue ToValue(const TDate& date) {
   }
 }
 
-void DeclareValues(NQORHWX20::TClassBuilder& builder, const TValueMap& values) {
-  std::vector<std::string> numbers;
-  std::vector<std::string> texts;
-  for (const auto& [number, text] : values) {
-    numbers.push_back(std::to_string(number));
-    texts.emplace_back(text);
-  }
-  builder.Qualifier("ValueMap", ToValue(numbers)).Qualifier("Values", ToValue(texts));
-}
-
 }  // namespace linux_machine

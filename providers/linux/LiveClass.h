@@ -1,9 +1,9 @@
-// A class of the provider whose instances are the rows that a reader gives. What a property is
-// called, where its value comes from and what it means stand together in one line:
+// A class of the provider whose instances are the rows that a reader gives. The schema declares the
+// class; here each property is given the place that its value comes from:
 //
-//     TLiveClass<TDisk>(ns, "CIM_DiskDrive", "A disk.", &ReadDisks)
-//         .Key("DeviceID", &TDisk::fDeviceID, "Path of the block device.")
-//         .Property("Size", &TDisk::fSize, "What the disk holds.").Units("Bytes")
+//     TLiveClass<TDisk>(ns, "QORSG_DiskDrive", &ReadDisks)
+//         .Key("DeviceID", &TDisk::fDeviceID)
+//         .Set("Size", &TDisk::fSize)
 //         .Commit();
 //
 // Thread-safety: none, as the kit has none.
@@ -22,11 +22,11 @@
 #include <vector>
 
 #include "hwxcore/value/TCIMValue.h"
-#include "hwxkit/TClassBuilder.h"
 #include "hwxkit/TInstanceList.h"
 #include "hwxsys/SystemRoot.h"
 #include "providers/linux/Classes.h"
 #include "providers/linux/Date.h"
+#include "providers/linux/OwnerKeys.h"
 
 namespace linux_machine {
 
@@ -41,6 +41,7 @@ template <> struct TTypeTag<bool> { static constexpr int kTag = TTag::kCIMTypeBo
 template <> struct TTypeTag<std::uint8_t> { static constexpr int kTag = TTag::kCIMTypeUInt8; };
 template <> struct TTypeTag<std::uint16_t> { static constexpr int kTag = TTag::kCIMTypeUInt16; };
 template <> struct TTypeTag<std::uint32_t> { static constexpr int kTag = TTag::kCIMTypeUInt32; };
+template <> struct TTypeTag<std::int32_t> { static constexpr int kTag = TTag::kCIMTypeSInt32; };
 template <> struct TTypeTag<std::uint64_t> { static constexpr int kTag = TTag::kCIMTypeUInt64; };
 template <> struct TTypeTag<float> { static constexpr int kTag = TTag::kCIMTypeReal32; };
 template <> struct TTypeTag<std::string> { static constexpr int kTag = TTag::kCIMTypeString; };
@@ -78,84 +79,66 @@ NQORHWX20::TCIMValue ToValue(const std::optional<Value>& value) {
   return value ? ToValue(*value) : NQORHWX20::TCIMValue(kTypeTag<Value>, 0);
 }
 
-/// Numbers with their meanings, in the order in which the schema lists them.
-using TValueMap = std::vector<std::pair<unsigned int, const char*>>;
-
-/// Puts the qualifiers "ValueMap" and "Values" on what was declared last.
-void DeclareValues(NQORHWX20::TClassBuilder& builder, const TValueMap& values);
-
 /// See the top of this file. `Row` is what the reader gives, one for each instance.
 template <typename Row>
 class TLiveClass {
  public:
-  using TReader = std::vector<Row> (*)(const std::string& root);
+  using TReader = std::function<std::vector<Row>(const std::string& root)>;
 
+  /// The schema must have declared the class.
   TLiveClass(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns, const char* name,
-             const char* description, TReader reader)
-      : fBuilder(ns, name), fReader(reader) {
-    fBuilder.Description(description);
-  }
+             TReader reader)
+      : fClass(DeclaredClass(*ns, name)), fReader(std::move(reader)) {}
 
-  /// The one key. Of several rows with the same key only the first becomes an instance. Such rows
-  /// come from a copied /sys or from odd firmware, and must not make the whole class fail.
-  TLiveClass& Key(const char* name, std::string Row::*field, const char* description) {
+  /// The key that tells the instances of a machine apart. Of several rows with the same key the
+  /// first becomes an instance: only a copied /sys or odd firmware has such rows. The keys that
+  /// name the machine and the class need not be set.
+  TLiveClass& Key(const char* name, std::string Row::*field) {
     fKey = field;
-    Property(name, field, description);
-    fBuilder.Qualifier("Key", true);
-    return *this;
+    return Set(name, field);
   }
 
-  /// A property; `read` is a member of the row or a function of it, whose type decides the
-  /// property's.
+  /// A property; `read` is a member of the row or a function of it. Throws `std::logic_error` if
+  /// the class has no such property of that type.
   template <typename Read>
-  TLiveClass& Property(const char* name, Read read, const char* description) {
+  TLiveClass& Set(const char* name, Read read) {
     using Value = std::decay_t<std::invoke_result_t<Read, const Row&>>;
-    fBuilder.Property(name, kTypeTag<Value>, description);
+    CheckDeclared(*fClass, name, kTypeTag<Value>);
     fFillers.push_back([name, read](NQORHWX20::TMemoryInstance& instance, const Row& row) {
       instance.Set(name, ToValue(std::invoke(read, row)));
     });
     return *this;
   }
 
-  /// The unit of the property that was declared last.
-  TLiveClass& Units(const char* units) {
-    fBuilder.Qualifier("Units", units);
-    return *this;
-  }
-
-  /// The unit to the letter, where the name of `Units` has two meanings.
-  TLiveClass& ProgrammaticUnit(const char* unit) {
-    fBuilder.Qualifier("PUnit", unit);
-    return *this;
-  }
-
-  /// What the numbers of the property that was declared last mean.
-  TLiveClass& Values(const TValueMap& values) {
-    DeclareValues(fBuilder, values);
-    return *this;
+  /// The same property with the same value in all instances.
+  template <typename Value>
+  TLiveClass& SetAll(const char* name, const Value& value) {
+    return Set(name, [value](const Row&) { return value; });
   }
 
   void Commit() {
-    fBuilder.Source(
+    fClass->SetInstanceSource(
         [reader = fReader, key = fKey, fillers = fFillers](NQORHWX20::TInstanceList& instances) {
+          const std::string root = hwxsys::SystemRoot();
+          const TOwnerKeys owner(*instances.GetClass(), root);
           std::set<std::string> keys;
-          for (const Row& row : reader(hwxsys::SystemRoot())) {
+          for (const Row& row : reader(root)) {
             if (!keys.insert(row.*key).second) {
               continue;
             }
             NQORHWX20::TMemoryInstance& instance = instances.Add();
+            owner.Fill(instance);
             for (const TFiller& fill : fillers) {
               fill(instance, row);
             }
           }
         });
-    fBuilder.Commit();
   }
 
  private:
   using TFiller = std::function<void(NQORHWX20::TMemoryInstance&, const Row&)>;
 
-  NQORHWX20::TClassBuilder fBuilder;
+  const boost::shared_ptr<NQORHWX20::TMemoryClass> fClass;
   const TReader fReader;
   std::string Row::*fKey = nullptr;
   std::vector<TFiller> fFillers;

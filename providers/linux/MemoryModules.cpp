@@ -15,22 +15,85 @@ constexpr std::uint64_t kMebibyte = 1024 * 1024;
 
 constexpr std::size_t kWideSpeeds = 0x54;  // the module's own, then the one that it runs at
 
-// The numbers of CIM, at the places of those of the format.
+// What a number of the format stands for: the number of CIM, and a name. CIM has no numbers for
+// what is newer than it.
+struct TMeaning {
+  std::uint16_t fNumber;
+  const char* fName;
+};
+
 constexpr std::uint16_t kOther = 1;
-constexpr std::uint16_t kFormFactors[] = {0, 1, 0, 7, 2, 1, 3, 4, 6, 8, 9, 1, 11, 12, 13, 24, 1};
-constexpr std::uint16_t kMemoryTypes[] = {0,  1,  0,  2,  6,  7,  8,  9,  10, 11, 12, 13,
-                                          14, 15, 16, 17, 18, 19, 20, 21, 23, 1,  1,  1,
-                                          24, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34, 35};
+constexpr TMeaning kUnknown = {0, nullptr};
+
+// At the places of the format's numbers.
+constexpr TMeaning kFormFactors[] = {
+    kUnknown,
+    {kOther, "Other"},
+    kUnknown,
+    {7, "SIMM"},
+    {2, "SIP"},
+    {kOther, "Chip"},
+    {3, "DIP"},
+    {4, "ZIP"},
+    {6, "Proprietary Card"},
+    {8, "DIMM"},
+    {9, "TSOP"},
+    {kOther, "Row of Chips"},
+    {11, "RIMM"},
+    {12, "SODIMM"},
+    {13, "SRIMM"},
+    {kOther, "FB-DIMM"},
+    {kOther, "Die"},
+};
+constexpr TMeaning kMemoryTypes[] = {
+    kUnknown,
+    {kOther, "Other"},
+    kUnknown,
+    {2, "DRAM"},
+    {6, "EDRAM"},
+    {7, "VRAM"},
+    {8, "SRAM"},
+    {9, "RAM"},
+    {10, "ROM"},
+    {11, "Flash"},
+    {12, "EEPROM"},
+    {13, "FEPROM"},
+    {14, "EPROM"},
+    {15, "CDRAM"},
+    {16, "3DRAM"},
+    {17, "SDRAM"},
+    {18, "SGRAM"},
+    {19, "RDRAM"},
+    {20, "DDR"},
+    {21, "DDR2"},
+    {23, "DDR2 FB-DIMM"},
+    {kOther, nullptr},
+    {kOther, nullptr},
+    {kOther, nullptr},
+    {24, "DDR3"},
+    {25, "FBD2"},
+    {26, "DDR4"},
+    {27, "LPDDR"},
+    {28, "LPDDR2"},
+    {29, "LPDDR3"},
+    {30, "LPDDR4"},
+    {kOther, "Logical non-volatile device"},
+    {kOther, "HBM"},
+    {kOther, "HBM2"},
+    {kOther, "DDR5"},
+    {kOther, "LPDDR5"},
+    {kOther, "HBM3"},
+};
 
 template <std::size_t kSize>
-std::uint16_t Translate(const std::uint16_t (&numbers)[kSize], std::uint8_t number) {
-  return number < kSize ? numbers[number] : kOther;
+TMeaning MeaningOf(const TMeaning (&meanings)[kSize], std::uint8_t number) {
+  return number < kSize ? meanings[number] : TMeaning{kOther, nullptr};
 }
 
-template <std::size_t kSize>
-std::optional<std::uint16_t> Translated(const std::uint16_t (&numbers)[kSize],
-                                        const smbios::TStructure& structure, std::size_t offset) {
-  return KnownNumber<std::uint16_t>(Translate(numbers, structure.Byte(offset)), {0});
+void SetMeaning(const TMeaning& meaning, std::optional<std::uint16_t>& number,
+                std::optional<std::string>& name) {
+  number = KnownNumber<std::uint16_t>(meaning.fNumber, {0});
+  name = meaning.fName ? std::optional<std::string>(meaning.fName) : std::nullopt;
 }
 
 // The size field has 15 bits of MiB, or of KiB when the highest bit is set; sizes from 32 GiB on
@@ -92,8 +155,10 @@ std::optional<TMemoryModule> ParseMemoryModule(const smbios::TStructure& structu
   module.fLocator = FirmwareText(structure, 0x10);
   module.fBank = FirmwareText(structure, 0x11);
   module.fCapacity = ModuleCapacity(structure);
-  module.fFormFactor = Translated(kFormFactors, structure, 0x0E);
-  module.fMemoryType = Translated(kMemoryTypes, structure, 0x12);
+  SetMeaning(MeaningOf(kFormFactors, structure.Byte(0x0E)), module.fFormFactor,
+             module.fFormFactorName);
+  SetMeaning(MeaningOf(kMemoryTypes, structure.Byte(0x12)), module.fMemoryType,
+             module.fMemoryTypeName);
   module.fTotalWidth = KnownNumber<std::uint16_t>(structure.Word(0x08), {0, 0xFFFF});
   module.fDataWidth = KnownNumber<std::uint16_t>(structure.Word(0x0A), {0, 0xFFFF});
   module.fMaxSpeed = ModuleSpeed(structure, 0x15, kWideSpeeds);

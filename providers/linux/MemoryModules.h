@@ -22,7 +22,9 @@ struct TMemoryModule {
   std::optional<std::string> fBank;
   std::optional<std::uint64_t> fCapacity;    ///< Bytes.
   std::optional<std::uint16_t> fFormFactor;  ///< In the value map of CIM_Chip.
+  std::optional<std::string> fFormFactorName;
   std::optional<std::uint16_t> fMemoryType;  ///< In the value map of CIM_PhysicalMemory.
+  std::optional<std::string> fMemoryTypeName;
   std::optional<std::uint16_t> fTotalWidth;  ///< Bits, those that correct errors included.
   std::optional<std::uint16_t> fDataWidth;   ///< Bits.
   std::optional<std::uint32_t> fMaxSpeed;    ///< Transfers per second, in millions.

@@ -5,18 +5,17 @@
 #include "hwxcore/os/TOSSpecific.h"
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 #include "hwxcore/value/TCIMDateTime.h"
-#include "hwxkit/TClassBuilder.h"
 #include "hwxkit/TInstanceList.h"
 #include "hwxsys/SystemRoot.h"
 #include "providers/linux/Classes.h"
 #include "providers/linux/OperatingSystem.h"
+#include "providers/linux/OwnerKeys.h"
 
 namespace linux_machine {
 
 namespace {
 
 using NQORHWX20::TCIMDateTime;
-using NQORHWX20::TCIMValue;
 
 constexpr unsigned short kOSTypeLinux = 36;  // in the value map of CIM_OperatingSystem
 constexpr int kLastYear = 9999;              // that a date-time's text has room for
@@ -49,10 +48,12 @@ std::optional<std::uint64_t> Sum(std::optional<std::uint64_t> left,
 }
 
 void ReadRunningSystem(NQORHWX20::TInstanceList& instances) {
-  const TOperatingSystem read = ReadOperatingSystem(hwxsys::SystemRoot());
+  const std::string root = hwxsys::SystemRoot();
+  const TOperatingSystem read = ReadOperatingSystem(root);
   const TCIMDateTime now = NQORHWX20::TOSSpecific::GetLocalTime();
   const TMemory& memory = read.fMemory;
   NQORHWX20::TMemoryInstance& system = instances.Add();
+  TOwnerKeys(*instances.GetClass(), root).Fill(system);
   system.Set("Name", read.fName);
   SetKnown(system, "Version", read.fVersion);
   SetKnown(system, "Description", read.fDescription);
@@ -74,35 +75,8 @@ void ReadRunningSystem(NQORHWX20::TInstanceList& instances) {
 }  // namespace
 
 void DefineOperatingSystem(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns) {
-  const TCIMValue kibibytes("KiloBytes");
-  NQORHWX20::TClassBuilder(ns, NQORHWX20::TCIMSchemaHelper::kOperatingSystemCreationClassName)
-      .Description("The operating system that runs on this machine.")
-      .Key("Name", "string", "What people call the system, such as \"Debian GNU/Linux\".")
-      .Property("Version", "string",
-                "The distribution's version; the kernel's release where the distribution has none.")
-      .Property("Description", "string", "Name and version as the distribution writes them.")
-      .Property("KernelRelease", "string", "The release of the running kernel.")
-      .Property("OSType", "uint16", "The kind of operating system: 36, which is Linux.")
-      .Property("LastBootUpTime", "datetime", "When the system was started, in local time.")
-      .Property("LocalDateTime", "datetime", "The local time of this reading.")
-      .Property("CurrentTimeZone", "sint16", "How far the local time is ahead of UTC.")
-      .Qualifier("Units", "Minutes")
-      .Property("TotalVisibleMemorySize", "uint64", "Memory that the kernel manages.")
-      .Qualifier("Units", kibibytes)
-      .Property("FreePhysicalMemory", "uint64", "Memory that is used for nothing, not even caches.")
-      .Qualifier("Units", kibibytes)
-      .Property("TotalSwapSpaceSize", "uint64", "Swap space.")
-      .Qualifier("Units", kibibytes)
-      .Property("TotalVirtualMemorySize", "uint64", "Memory and swap space together.")
-      .Qualifier("Units", kibibytes)
-      .Property("FreeVirtualMemory", "uint64", "Free memory and free swap space together.")
-      .Qualifier("Units", kibibytes)
-      .Property("NumberOfUsers", "uint32", "Login sessions.")
-      .Property("NumberOfProcesses", "uint32", "Processes that this user can see.")
-      .Property("MaxNumberOfProcesses", "uint32",
-                "Processes and threads that there can be at once.")
-      .Source(&ReadRunningSystem)
-      .Commit();
+  DeclaredClass(*ns, NQORHWX20::TCIMSchemaHelper::kOperatingSystemCreationClassName)
+      ->SetInstanceSource(&ReadRunningSystem);
 }
 
 }  // namespace linux_machine

@@ -1,7 +1,7 @@
 #include "hwxcore/schema/ClassNames.h"
-#include "hwxkit/TClassBuilder.h"
 #include "hwxkit/TInstanceList.h"
 #include "providers/linux/Classes.h"
+#include "providers/linux/OwnerKeys.h"
 
 namespace linux_machine {
 
@@ -17,13 +17,7 @@ void ListProduct(NQORHWX20::TInstanceList& instances) {
 }  // namespace
 
 void DefineProduct(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns) {
-  NQORHWX20::TClassBuilder(ns, NQORHWX20::kProductClassName)
-      .Description("The software that produced the data.")
-      .Key("Name", "string", "What the software is called.")
-      .Property("Version", "string", "Major and minor version, patch level and build number.")
-      .Property("Build", "string", "The build number.")
-      .Source(&ListProduct)
-      .Commit();
+  DeclaredClass(*ns, NQORHWX20::kProductClassName)->SetInstanceSource(&ListProduct);
 }
 
 }  // namespace linux_machine

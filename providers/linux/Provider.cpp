@@ -4,6 +4,7 @@
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 #include "hwxkit/TProviderRegistration.h"
 #include "providers/linux/Classes.h"
+#include "providers/linux/Schema.h"
 
 namespace linux_machine {
 
@@ -13,6 +14,7 @@ boost::shared_ptr<NQORHWX20::ICIMNamespace> BuildNamespace() {
   const boost::shared_ptr<NQORHWX20::TMemoryNamespace> ns = NQORHWX20::TMemoryNamespace::Create(
       "root/machine", NQORHWX20::TCIMSchemaHelper::kPluginNSPName);
   hwxsys::SystemRoot();  // throws at once if HWX_SYSROOT names no directory
+  PublishSchema(ns);
   DefineComputerSystem(ns);
   DefineOperatingSystem(ns);
   DefineProduct(ns);
@@ -30,6 +32,7 @@ boost::shared_ptr<NQORHWX20::ICIMNamespace> BuildNamespace() {
   DefineFileSystem(ns);
   DefinePCIDevice(ns);
   DefineUSBDevice(ns);
+  DefineClassStatus(ns);
   return ns;
 }
 

@@ -50,7 +50,8 @@ TEST(Chassis, TellsAllFields) {
   EXPECT_EQ(chassis.fSerialNumber, "5A17");
   EXPECT_EQ(chassis.fAssetTag, "A-77");
   EXPECT_EQ(chassis.fSKU, "SKU-1");
-  EXPECT_EQ(chassis.fPackageType, 23);
+  EXPECT_EQ(chassis.fPackageType, 17);
+  EXPECT_EQ(chassis.fTypeDescription, "Rack Mount Chassis");
   EXPECT_EQ(chassis.fRackMountable, 1);
   EXPECT_EQ(chassis.fLockPresent, true);
   EXPECT_EQ(chassis.fSecurityBreach, 3);
@@ -66,6 +67,29 @@ TEST(Chassis, HasTheTypesOfTheSchema) {
   EXPECT_EQ(TypeOf(28), 1);
   EXPECT_EQ(TypeOf(29), 28);
   EXPECT_EQ(TypeOf(36), 36);
+}
+
+TEST(Chassis, HasNoTypeThatTheSchemaReserves) {
+  EXPECT_EQ(TypeOf(23), 17);
+  EXPECT_EQ(TypeOf(25), 17);
+  EXPECT_EQ(TypeOf(37), 1);
+  EXPECT_EQ(TypeOf(127), 1);
+  Bytes fields = ChassisFields();
+  PutField(fields, 0x05, 1, 25);
+  EXPECT_EQ(ParsedChassis(fields).fTypeDescription, "Multi-system Chassis");
+  EXPECT_EQ(ParsedChassis(fields).fMultipleSystems, 1);
+  EXPECT_EQ(ParsedChassis(fields).fRackMountable, std::nullopt);
+}
+
+TEST(Board, TellsWhenItCanBeTakenOut) {
+  TBoard board;
+  EXPECT_EQ(RemovalConditions(board), std::nullopt);
+  board.fRemovable = false;
+  EXPECT_EQ(RemovalConditions(board), 2);
+  board.fReplaceable = true;
+  EXPECT_EQ(RemovalConditions(board), 3);
+  board.fHotSwappable = true;
+  EXPECT_EQ(RemovalConditions(board), 4);
 }
 
 TEST(Chassis, CanBeCutOffAnywhere) {
@@ -102,7 +126,7 @@ TEST(Chassis, IsWhatTheKernelKnowsWhereThereAreNoTables) {
   const auto found = ReadChassis(directory.Path());
   ASSERT_EQ(found.size(), 1u);
   EXPECT_EQ(found[0].fManufacturer, "EXMPL");
-  EXPECT_EQ(found[0].fPackageType, 23);
+  EXPECT_EQ(found[0].fPackageType, 17);
   EXPECT_EQ(found[0].fRackMountable, 1);
   EXPECT_FALSE(found[0].fLockPresent);
 }

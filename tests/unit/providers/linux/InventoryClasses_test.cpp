@@ -16,16 +16,29 @@ namespace hwxtest {
 namespace {
 
 using namespace NQORHWX20;
-using ::testing::ElementsAre;
 using Type = TCIMValue::TCIMType;
 
 constexpr const char* kInventory[] = {
-    "CIM_BIOSElement",         "CIM_Chassis",      "CIM_Card",
-    "CIM_Processor",           "CIM_Memory",       "CIM_PhysicalMemory",
-    "CIM_PhysicalMemoryArray", "CIM_EthernetPort", "CIM_DiskDrive",
-    "CIM_DiskPartition",       "CIM_FileSystem",   "CIM_PCIDevice",
+    "CIM_BIOSElement",
+    "CIM_Chassis",
+    "CIM_Card",
+    "CIM_Processor",
+    "CIM_Memory",
+    "CIM_PhysicalMemory",
+    "QORSG_PhysicalMemoryArray",
+    "CIM_EthernetPort",
+    "CIM_DiskDrive",
+    "CIM_DiskPartition",
+    "CIM_FileSystem",
+    "CIM_PCIDevice",
     "CIM_USBDevice",
 };
+
+// The keys that say of which class and machine an instance is.
+bool IsOwnerKey(const std::string& name) {
+  return name == "CreationClassName" || name == "SystemCreationClassName" || name == "SystemName" ||
+         name == "CSCreationClassName" || name == "CSName";
+}
 
 class InventoryClasses : public ProviderTest {
  protected:
@@ -47,13 +60,16 @@ class InventoryClasses : public ProviderTest {
     return fields;
   }
 
-  // Each instance as lines of the property's name and value.
+  // Each instance as lines of the property's name and value, but for nulls and the keys above.
   std::string Show(const std::string& className) {
     std::ostringstream text;
     for (const auto& instance : List(className)) {
       instance->EnumerateProperties(
           [&text](const boost::shared_ptr<ICIMProperty>& property) {
-            text << property->GetName({}) << " " << Shown(property->GetValue({})) << "\n";
+            const TCIMValue& value = property->GetValue({});
+            if (!value.IsNull() && !IsOwnerKey(property->GetName({}))) {
+              text << property->GetName({}) << " " << Shown(value) << "\n";
+            }
             return true;
           },
           {});
@@ -62,9 +78,6 @@ class InventoryClasses : public ProviderTest {
   }
 
   static std::string Shown(const TCIMValue& value) {
-    if (value.IsNull()) {
-      return "null";
-    }
     if ((value.GetType() & Type::kCIMTypeArrayFlag) == 0) {
       return value.ToString(10);
     }
@@ -74,14 +87,6 @@ class InventoryClasses : public ProviderTest {
       text += " " + element.ToString(10);
     }
     return text + " }";
-  }
-
-  TCIMValue QualifierOf(const std::string& className, const std::string& property,
-                        const std::string& qualifier) {
-    return fNamespace->GetClass(className, {})
-        ->GetPropertyDecl(property, {})
-        ->GetQualifier(qualifier, {})
-        ->GetValue({});
   }
 };
 
@@ -94,10 +99,11 @@ TEST_F(InventoryClasses, ShowTheFirmware) {
     tables.Add(13, languages, {"en|US", "fr|FR"});
   });
   EXPECT_EQ(Show("CIM_BIOSElement"),
-            "Name BIOS\nManufacturer EXMPL\nVersion 1.05\n"
-            "ReleaseDate 20210301000000.000000+000\nPrimaryBIOS true\n"
+            "Name BIOS\nVersion 1.05\nSoftwareElementState 3\nSoftwareElementID BIOS\n"
+            "TargetOperatingSystem 66\nManufacturer EXMPL\nPrimaryBIOS true\n"
+            "ListOfLanguages { en|US fr|FR }\nCurrentLanguage en|US\n"
             "LoadedStartingAddress 983040\nLoadedEndingAddress 1048575\n"
-            "ListOfLanguages { en|US fr|FR }\nCurrentLanguage en|US\n");
+            "ReleaseDate 20210301000000.000000+000\n");
 }
 
 TEST_F(InventoryClasses, ShowChassisAndBoards) {
@@ -114,14 +120,14 @@ TEST_F(InventoryClasses, ShowChassisAndBoards) {
                {"EXMPL", "Board 9", "v1", "B17", "B-77", "Slot 1"});
   });
   EXPECT_EQ(Show("CIM_Chassis"),
-            "Tag Chassis 0\nManufacturer EXMPL\nVersion v2\nSerialNumber 5A17\nSKU SKU-1\n"
-            "OtherIdentifyingInfo A-77\nChassisPackageType 23\nRackMountable 1\n"
-            "LockPresent false\nSecurityBreach 3\nHeight 3.5\nNumberOfPowerCords 2\n");
+            "Tag Chassis 0\nManufacturer EXMPL\nSKU SKU-1\nSerialNumber 5A17\nVersion v2\n"
+            "OtherIdentifyingInfo A-77\nHeight 3.5\nLockPresent false\nSecurityBreach 3\n"
+            "NumberOfPowerCords 2\nChassisPackageType 17\n"
+            "ChassisTypeDescription Rack Mount Chassis\nRackMountable 1\n");
   EXPECT_EQ(Show("CIM_Card"),
-            "Tag Card 0\nElementName Slot 1\nManufacturer EXMPL\nModel Board 9\nVersion v1\n"
-            "SerialNumber B17\nOtherIdentifyingInfo B-77\nHostingBoard true\n"
-            "RequiresDaughterBoard false\nRemovable false\nReplaceable true\n"
-            "HotSwappable false\n");
+            "ElementName Slot 1\nTag Card 0\nManufacturer EXMPL\nModel Board 9\n"
+            "SerialNumber B17\nVersion v1\nOtherIdentifyingInfo B-77\nCanBeFRUed true\n"
+            "RemovalConditions 3\nHostingBoard true\nRequiresDaughterBoard false\n");
 }
 
 TEST_F(InventoryClasses, ShowProcessors) {
@@ -139,10 +145,10 @@ TEST_F(InventoryClasses, ShowProcessors) {
     tables.Add(4, socket, {"CPU 1"});
   });
   EXPECT_EQ(Show("CIM_Processor"),
-            "DeviceID CPU0\nName Example CPU\nElementName CPU 1\nManufacturer EXMPL\n"
-            "Family 179\nUpgradeMethod 43\nMaxClockSpeed 4000\nCurrentClockSpeed 2500\n"
-            "ExternalBusClockSpeed 100\nDataWidth 64\nAddressWidth 46\nStepping 7\n"
-            "CPUStatus 1\nCharacteristics { 2 6 }\nNumberOfEnabledCores 1\n"
+            "ElementName CPU 1\nName Example CPU\nDeviceID CPU0\nFamily 179\n"
+            "UpgradeMethod 43\nMaxClockSpeed 4000\nCurrentClockSpeed 2500\nDataWidth 64\n"
+            "AddressWidth 46\nStepping 7\nCPUStatus 1\nExternalBusClockSpeed 100\n"
+            "Characteristics { 2 6 }\nNumberOfEnabledCores 1\nManufacturer EXMPL\n"
             "NumberOfHardwareThreads 1\n");
 }
 
@@ -154,12 +160,12 @@ TEST_F(InventoryClasses, ShowMemory) {
   Write("sys/devices/system/memory/block_size_bytes", "8000000\n");
   Write("sys/devices/system/memory/memory0/online", "1\n");
   EXPECT_EQ(Show("CIM_PhysicalMemory"),
-            "Tag Physical Memory 0\nElementName DIMM A1\nBankLabel BANK 0\n"
-            "Capacity 8589934592\nFormFactor 8\nMemoryType 26\nTotalWidth 72\nDataWidth 64\n"
-            "MaxMemorySpeed 3200\nConfiguredMemoryClockSpeed 2933\nIsSpeedInMhz true\n"
-            "Manufacturer EXMPL\nSerialNumber 5A17\nPartNumber PN-8G\n"
-            "OtherIdentifyingInfo A-77\n");
-  EXPECT_EQ(Show("CIM_PhysicalMemoryArray"),
+            "ElementName DIMM A1\nTag Physical Memory 0\nManufacturer EXMPL\n"
+            "SerialNumber 5A17\nPartNumber PN-8G\nOtherIdentifyingInfo A-77\nFormFactor 8\n"
+            "MemoryType 26\nTotalWidth 72\nDataWidth 64\nCapacity 8589934592\n"
+            "BankLabel BANK 0\nConfiguredMemoryClockSpeed 2933\nIsSpeedInMhz true\n"
+            "MaxMemorySpeed 3200\nFormFactorDescription DIMM\nMemoryTypeDescription DDR4\n");
+  EXPECT_EQ(Show("QORSG_PhysicalMemoryArray"),
             "Tag Physical Memory Array 0\nLocation 3\nUse 3\nMemoryErrorCorrection 6\n"
             "MaxCapacity 67108864\nMemoryDevices 8\n");
   EXPECT_EQ(Show("CIM_Memory"),
@@ -178,9 +184,10 @@ TEST_F(InventoryClasses, ShowEthernetPorts) {
   Write(port + "duplex", "half\n");
   Write(port + "mtu", "1500\n");
   EXPECT_EQ(Show("CIM_EthernetPort"),
-            "DeviceID eth0\nPermanentAddress 02FC0000000A\nNetworkAddresses { 02FC0000000A }\n"
-            "LinkTechnology 2\nSpeed 1000000000\nFullDuplex false\n"
-            "ActiveMaximumTransmissionUnit 1500\nEnabledState 2\nOperationalStatus { 2 }\n");
+            "OperationalStatus { 2 }\nEnabledState 2\nDeviceID eth0\nSpeed 1000000000\n"
+            "LinkTechnology 2\nPermanentAddress 02FC0000000A\n"
+            "NetworkAddresses { 02FC0000000A }\nFullDuplex false\n"
+            "ActiveMaximumTransmissionUnit 1500\n");
 }
 
 TEST_F(InventoryClasses, ShowDisksAndPartitions) {
@@ -199,20 +206,22 @@ TEST_F(InventoryClasses, ShowDisksAndPartitions) {
   Write(disk + "sda1/ro", "1\n");
   Write(disk + "sda1/uevent", "PARTNAME=boot\n");
   EXPECT_EQ(Show("CIM_DiskDrive"),
-            "DeviceID /dev/sda\nManufacturer EXMPL\nModel DISK\nSerialNumber 5A17\nVersion A1\n"
-            "Size 1073741824\nMaxMediaSize 1073741\nDefaultBlockSize 4096\nDiskType 3\n"
-            "Capabilities { 3 4 }\n");
+            "DeviceID /dev/sda\nCapabilities { 3 4 }\nMaxMediaSize 1073741\n"
+            "DefaultBlockSize 4096\nDiskType 3\nManufacturer EXMPL\nModel DISK\n"
+            "SerialNumber 5A17\nVersion A1\nSize 1073741824\n");
   EXPECT_EQ(Show("CIM_DiskPartition"),
-            "DeviceID /dev/sda1\nElementName boot\nBlockSize 512\nNumberOfBlocks 2048\n"
-            "StartingAddress 4096\nAccess 1\n");
+            "ElementName boot\nDeviceID /dev/sda1\nAccess 1\nBlockSize 512\n"
+            "NumberOfBlocks 2048\nPrimordial false\nStartingAddress 4096\n");
 }
 
 TEST_F(InventoryClasses, ShowFileSystems) {
-  Write("proc/self/mountinfo", "27 1 254:0 /a /b\\040c ro - ext4 /dev/vda rw\n");
-  EXPECT_EQ(Show("CIM_FileSystem"),
-            "Name /b c\nElementName /dev/vda\nRoot /a\nFileSystemType ext4\nReadOnly true\n"
-            "PersistenceType 2\nBlockSize null\nFileSystemSize null\nAvailableSpace null\n"
-            "NumberOfFiles null\nMaxFileNameLength null\n");
+  Write("proc/self/mountinfo",
+        "27 1 254:0 /a /b\\040c ro - ext4 /dev/vda rw\n28 1 0:9 / /net rw - nfs host:/x rw\n");
+  EXPECT_EQ(Show("CIM_LocalFileSystem"),
+            "ElementName /dev/vda\nName /b c\nRoot /a\nReadOnly true\nFileSystemType ext4\n"
+            "PersistenceType 2\n");
+  EXPECT_THAT(Show("CIM_FileSystem"),
+              ::testing::StartsWith("ElementName host:/x\nName /net\nRoot /\nReadOnly false\n"));
 }
 
 TEST_F(InventoryClasses, ShowTheBuses) {
@@ -226,10 +235,10 @@ TEST_F(InventoryClasses, ShowTheBuses) {
   Write("usr/share/hwdata/pci.ids",
         "8086  Example Corp.\n\t10fb  10-Gigabit Port\nC 02  Network controller\n");
   EXPECT_EQ(Show("CIM_PCIDevice"),
-            "DeviceID 0000:03:1f.6\nName 10-Gigabit Port\nManufacturer Example Corp.\n"
-            "Caption Network controller\nClassCode 2\nVendorID 32902\nPCIDeviceID 4347\n"
-            "SubsystemVendorID 3601\nSubsystemID 3\nRevisionID 1\nBusNumber 3\n"
-            "DeviceNumber 31\nFunctionNumber 6\n");
+            "Caption Network controller\nName 10-Gigabit Port\nDeviceID 0000:03:1f.6\n"
+            "ClassCode 2\nSubsystemID 3\nSubsystemVendorID 3601\nBusNumber 3\n"
+            "DeviceNumber 31\nFunctionNumber 6\nPCIDeviceID 4347\nVendorID 32902\n"
+            "RevisionID 1\nManufacturer Example Corp.\n");
   const std::string usb = "sys/bus/usb/devices/1-1/";
   Write(usb + "idVendor", "1d6b\n");
   Write(usb + "idProduct", "0002\n");
@@ -244,21 +253,10 @@ TEST_F(InventoryClasses, ShowTheBuses) {
   Write(usb + "bConfigurationValue", "1\n");
   Write("usr/share/hwdata/usb.ids", "1d6b  Foundation\n\t0002  Root Hub\nC 09  Hub\n");
   EXPECT_EQ(Show("CIM_USBDevice"),
-            "DeviceID 1-1\nManufacturer Foundation\nProduct Root Hub\nCaption Hub\n"
-            "SerialNumber 5A17\nVendorID 7531\nProductID 2\nDeviceReleaseNumber 261\n"
-            "USBVersionInBCD 512\nClassCode 9\nSubclassCode 2\nProtocolCode 1\n"
-            "MaxPacketSize 64\nNumberOfConfigs 2\nCurrentConfigValue 1\n");
-}
-
-TEST_F(InventoryClasses, DeclareUnitsAndValues) {
-  EXPECT_EQ(QualifierOf("CIM_PhysicalMemory", "Capacity", "Units").ToString(10), "Bytes");
-  const TCIMValue numbers = QualifierOf("CIM_PhysicalMemory", "MemoryType", "ValueMap");
-  const TCIMValue words = QualifierOf("CIM_PhysicalMemory", "MemoryType", "Values");
-  const std::vector<TCIMValue>& numberTexts = numbers;
-  const std::vector<TCIMValue>& wordTexts = words;
-  ASSERT_EQ(numberTexts.size(), wordTexts.size());
-  EXPECT_EQ(numberTexts.at(26).ToString(10), "26");
-  EXPECT_EQ(wordTexts.at(26).ToString(10), "DDR4");
+            "Caption Hub\nDeviceID 1-1\nClassCode 9\nSubclassCode 2\nProtocolCode 1\n"
+            "USBVersionInBCD 512\nMaxPacketSize 64\nVendorID 7531\nProductID 2\n"
+            "DeviceReleaseNumber 261\nManufacturer Foundation\nProduct Root Hub\n"
+            "SerialNumber 5A17\nNumberOfConfigs 2\nCurrentConfigValue 1\n");
 }
 
 TEST_F(InventoryClasses, KeepTheFirstOfTwoInstancesOfOneKey) {

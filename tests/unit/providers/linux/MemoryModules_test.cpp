@@ -137,6 +137,17 @@ TEST(MemoryModule, IsOfAnotherKindForNumbersOfTheFuture) {
   EXPECT_EQ(ParseModule(fields).value().fMemoryType, 1);
 }
 
+TEST(MemoryModule, NamesWhatTheSchemaHasNoNumberFor) {
+  Bytes fields = Module();
+  PutField(fields, 0x0E, 1, 0x0F);
+  PutField(fields, 0x12, 1, 0x22);
+  const TMemoryModule module = Parse(fields).value();
+  EXPECT_EQ(module.fFormFactor, 1);
+  EXPECT_EQ(module.fFormFactorName, "FB-DIMM");
+  EXPECT_EQ(module.fMemoryType, 1);
+  EXPECT_EQ(module.fMemoryTypeName, "DDR5");
+}
+
 TEST(MemoryModule, KeepsTextsByteForByte) {
   const TMemoryModule module = ParseModule(Module(), {" \xFF\xFE ", "BANK 0", "EXMPL  "}).value();
   EXPECT_EQ(module.fLocator, " \xFF\xFE ");

@@ -14,29 +14,34 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-struct Published {
-  const char* name;
-  const char* key;
+// Classes that are below none.
+constexpr const char* kRoots[] = {
+    "CIM_ManagedElement", "CIM_Dependency",   "CIM_Component",
+    "QORSG_HWXProduct",   "QORSG_SCSIDevice", "QORSG_ClassStatus",
 };
 
+struct Published {
+  const char* name;
+  const char* superclass;
+};
+
+// Those that have instances and a superclass.
 constexpr Published kClasses[] = {
-    {"QORSG_ComputerSystem", "Name"},
-    {"QORSG_OperatingSystem", "Name"},
-    {"QORSG_HWXProduct", "Name"},
-    {"QORSG_SCSIDevice", "DeviceID"},
-    {"CIM_BIOSElement", "Name"},
-    {"CIM_Chassis", "Tag"},
-    {"CIM_Card", "Tag"},
-    {"CIM_Processor", "DeviceID"},
-    {"CIM_Memory", "DeviceID"},
-    {"CIM_PhysicalMemory", "Tag"},
-    {"CIM_PhysicalMemoryArray", "Tag"},
-    {"CIM_EthernetPort", "DeviceID"},
-    {"CIM_DiskDrive", "DeviceID"},
-    {"CIM_DiskPartition", "DeviceID"},
-    {"CIM_FileSystem", "Name"},
-    {"CIM_PCIDevice", "DeviceID"},
-    {"CIM_USBDevice", "DeviceID"},
+    {"QORSG_ComputerSystem", "CIM_ComputerSystem"},
+    {"QORSG_OperatingSystem", "CIM_OperatingSystem"},
+    {"CIM_BIOSElement", "CIM_SoftwareElement"},
+    {"CIM_Chassis", "CIM_PhysicalFrame"},
+    {"CIM_Card", "CIM_PhysicalPackage"},
+    {"QORSG_Processor", "CIM_Processor"},
+    {"CIM_Memory", "CIM_StorageExtent"},
+    {"QORSG_PhysicalMemory", "CIM_PhysicalMemory"},
+    {"QORSG_PhysicalMemoryArray", "CIM_PhysicalElement"},
+    {"CIM_EthernetPort", "CIM_NetworkPort"},
+    {"QORSG_DiskDrive", "CIM_DiskDrive"},
+    {"QORSG_DiskPartition", "CIM_DiskPartition"},
+    {"CIM_LocalFileSystem", "CIM_FileSystem"},
+    {"QORSG_PCIDevice", "CIM_PCIDevice"},
+    {"CIM_USBDevice", "CIM_LogicalDevice"},
 };
 
 class Provider : public ProviderTest {
@@ -108,7 +113,7 @@ TEST_F(Provider, AnswersForNoOtherProvider) {
             kHWXStatusNotFound);
 }
 
-TEST_F(Provider, PublishesItsClassesAsRootClasses) {
+TEST_F(Provider, PublishesTheStandardsTreeOfClasses) {
   std::vector<std::string> names;
   fNamespace->EnumerateClasses(
       [&names](const boost::shared_ptr<ICIMClass>& found) {
@@ -116,30 +121,45 @@ TEST_F(Provider, PublishesItsClassesAsRootClasses) {
         return true;
       },
       {});
-  std::vector<std::string> expected;
-  for (const Published& published : kClasses) {
-    expected.emplace_back(published.name);
-  }
-  EXPECT_EQ(names, expected);
-}
-
-TEST_F(Provider, DeclaresOneKeyForEachClass) {
-  for (const auto& [name, key] : kClasses) {
-    EXPECT_THAT(Keys(name), ElementsAre(key)) << name;
+  EXPECT_THAT(names, ::testing::ElementsAreArray(kRoots));
+  for (const auto& [name, superclass] : kClasses) {
+    EXPECT_EQ(fNamespace->GetClass(name, {})->GetSuperClass({})->GetName({}), superclass);
   }
 }
 
-TEST_F(Provider, DescribesEachClassAndProperty) {
-  for (const auto& [name, key] : kClasses) {
+TEST_F(Provider, DeclaresTheStandardsKeys) {
+  EXPECT_THAT(Keys("QORSG_ComputerSystem"), ElementsAre("Name", "CreationClassName"));
+  EXPECT_THAT(Keys("QORSG_OperatingSystem"),
+              ElementsAre("Name", "CSCreationClassName", "CSName", "CreationClassName"));
+  EXPECT_THAT(Keys("QORSG_Processor"), ElementsAre("SystemCreationClassName", "SystemName",
+                                                   "CreationClassName", "DeviceID"));
+  EXPECT_THAT(Keys("CIM_Chassis"), ElementsAre("Tag", "CreationClassName"));
+  EXPECT_THAT(Keys("QORSG_HWXProduct"), ElementsAre("Name"));
+  EXPECT_THAT(Keys("QORSG_SCSIDevice"), ElementsAre("DeviceID"));
+}
+
+TEST_F(Provider, DescribesEachClass) {
+  for (const auto& [name, superclass] : kClasses) {
     EXPECT_THAT(Description(fNamespace->GetClass(name, {})), Not(IsEmpty())) << name;
-    ForEachProperty(name, [&name = name](const boost::shared_ptr<ICIMPropertyDecl>& decl) {
-      EXPECT_THAT(Description(decl), Not(IsEmpty())) << name << "." << decl->GetName({});
-    });
   }
+}
+
+TEST_F(Provider, FindsAllDevicesBelowTheirCommonClass) {
+  MakeRackServer(fDirectory.Path());
+  WriteMachineFile(fDirectory.Path(), "proc/cpuinfo", "processor : 0\n");
+  WriteMachineFile(fDirectory.Path(), "sys/class/net/eth0/type", "1\n");
+  std::vector<std::string> devices;
+  for (const auto& instance : List("CIM_LogicalDevice")) {
+    EXPECT_EQ(Value(instance, "SystemCreationClassName").ToString(10), "QORSG_ComputerSystem");
+    EXPECT_EQ(Value(instance, "SystemName").ToString(10), "rack7");
+    EXPECT_EQ(Value(instance, "CreationClassName").ToString(10), instance->GetClassName({}));
+    devices.push_back(Value(instance, "DeviceID").ToString(10));
+  }
+  EXPECT_THAT(devices, ::testing::IsSupersetOf({"CPU0", "eth0"}));
 }
 
 TEST_F(Provider, ValuesOfUnknownMachinesAreNullsOfTheDeclaredTypes) {
-  for (const auto& [name, key] : kClasses) {
+  for (const auto& [name, superclass] : kClasses) {
     for (const auto& instance : List(name)) {
       ForEachProperty(name, [&, &name = name](const boost::shared_ptr<ICIMPropertyDecl>& decl) {
         EXPECT_EQ(Value(instance, decl->GetName({})).GetType(), decl->GetType({}))
