@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <vector>
@@ -7,7 +8,9 @@
 #include "hwx/filter/Filter.h"
 #include "hwx/inventory/Collection.h"
 #include "hwx/inventory/Containers.h"
+#include "hwx/inventory/EmptyClasses.h"
 #include "hwx/inventory/Machine.h"
+#include "hwx/inventory/OneMachine.h"
 #include "hwx/inventory/ShowReport.h"
 #include "hwx/text/Failure.h"
 #include "hwx/text/FittedTable.h"
@@ -15,6 +18,8 @@
 #include "hwx/text/Words.h"
 
 namespace hwx {
+
+using namespace NQORHWX20;
 
 namespace {
 
@@ -57,14 +62,15 @@ class TShowCommand : public ICommand {
   int Run(const TGlobalOptions& options) override {
     const NamespacePtr ns = fPath ? LoadContainer(*fPath, fReading) : OpenMachine(options);
     if (IsWhole()) return PrintWhole(ns);
-    const TClasses classes = ClassesLike(*ns, fClasses);
+    const TClasses classes = Chosen(*ns);
     TReading reading = ReadInstances(classes);
     const std::size_t read = reading.InstanceCount();
     if (fFilter) KeepMatching(reading, *fFilter);
     if (fSort) Sort(reading);
     if (!fColumns.empty()) KeepProperties(reading, fColumns);
+    if (IsForPeople() && fColumns.empty() && IsOfOneMachine(*ns)) LeaveOutOwner(reading);
     WriteOutput(Text(reading));
-    if (reading.InstanceCount() == 0) ReportNote(WhyNothing(read, classes.size()));
+    if (reading.InstanceCount() == 0) TellWhyNothing(*ns, read, classes);
     return reading.fIsComplete ? kExitOK : kExitFailed;
   }
 
@@ -86,11 +92,35 @@ class TShowCommand : public ICommand {
 
   void AddLook(CLI::App& app) {
     AddFormat(app, fFormat, {"table", "json", "jsonl", "csv", "xml", "mof"});
+    app.add_flag("--associations", fHasAssociations,
+                 "In a table of all classes, what belongs to what too");
     app.add_flag("--long", fIsLong, "In a table, a line for each property");
     app.add_flag("--wide", fIsWide, "In a table, lines longer than the terminal is wide");
     app.add_flag("--no-header", fHasNoHeader, "In a table and in CSV, no names above");
     app.add_flag("--raw", fIsRaw, "In a table, values as they are stored");
     app.add_flag("--words", fHasWords, "In JSON and CSV, what values mean too");
+  }
+
+  bool IsForPeople() const { return fFormat == "table"; }
+
+  // What people want to see of a machine: neither the net of what belongs to what nor a list of
+  // what there isn't, unless they ask for it.
+  TClasses Chosen(ICIMNamespace& ns) const {
+    TClasses classes = ClassesLike(ns, fClasses);
+    if (!IsForPeople() || !fClasses.empty()) return classes;
+    if (!fHasAssociations) classes = WithoutAssociations(classes);
+    const auto isStatus = [](const ClassPtr& cimClass) {
+      return cimClass->GetName(TCIMContext()) == kClassStatus;
+    };
+    classes.erase(std::remove_if(classes.begin(), classes.end(), isStatus), classes.end());
+    return classes;
+  }
+
+  void TellWhyNothing(ICIMNamespace& ns, std::size_t read, const TClasses& classes) const {
+    ReportNote(WhyNothing(read, classes.size()));
+    if (read != 0) return;
+    for (const std::string& line : WhyEmpty(ns, classes))
+      ReportNote(line);
   }
 
   bool IsWhole() const { return fFormat == "xml" || fFormat == "mof"; }
@@ -140,6 +170,7 @@ class TShowCommand : public ICommand {
   std::optional<std::string> fSort;
   TFileReading fReading;
   std::string fFormat = "table";
+  bool fHasAssociations = false;
   bool fIsLong = false;
   bool fIsWide = false;
   bool fHasNoHeader = false;

@@ -6,6 +6,7 @@
 
 #include "hwx/inventory/Inventory.h"
 #include "hwx/inventory/Meaning.h"
+#include "hwx/inventory/OneMachine.h"
 #include "hwx/inventory/ValueText.h"
 #include "hwxkit/CIMName.h"
 
@@ -37,11 +38,13 @@ TNames IgnoredIn(const ClassPtr& cimClass, const std::vector<TIgnoredProperty>& 
 }
 
 TLoneInstance ComparedInstance(ICIMClass& cimClass, ICIMInstance& instance, const TNames& ignored,
-                               TMeanings& meanings) {
-  TLoneInstance compared = {InstancePath(instance), TJson::object(), {}};
+                               bool ofOneMachine, TMeanings& meanings) {
+  TLoneInstance compared = {
+      ofOneMachine ? ShortPath(instance) : InstancePath(instance), TJson::object(), {}};
   for (const TPropertyValue& property : PropertyValues(instance)) {
     TJson value = ValueJson(property.fValue);
     if (value.is_null() || ignored.count(property.fName) != 0) continue;
+    if (ofOneMachine && IsOwnerKey(property.fName)) continue;
     if (auto words = meanings.Of(cimClass, property.fName).Words(value))
       compared.fWords[property.fName] = std::move(*words);
     compared.fValues[property.fName] = std::move(value);
@@ -58,12 +61,13 @@ class TSide {
     TLoneInstance fInstance;
   };
 
-  TSide(ICIMNamespace& ns, const std::vector<TIgnoredProperty>& ignored) {
+  TSide(ICIMNamespace& ns, const std::vector<TIgnoredProperty>& ignored, bool ofOneMachine) {
     TMeanings meanings;
-    for (const auto& cimClass : AllClasses(ns)) {
+    const TClasses all = AllClasses(ns);
+    for (const auto& cimClass : ofOneMachine ? WithoutAssociations(all) : all) {
       const TNames ignoredHere = IgnoredIn(cimClass, ignored);
       const auto add = [&](const InstancePtr& instance) {
-        Add(ComparedInstance(*cimClass, *instance, ignoredHere, meanings));
+        Add(ComparedInstance(*cimClass, *instance, ignoredHere, ofOneMachine, meanings));
       };
       fIsComplete = VisitInstances(*cimClass, add) && fIsComplete;
     }
@@ -136,8 +140,9 @@ void AddCommon(const TSide& oldSide, const TSide& newSide, TDifference& differen
 
 TDifference Compare(ICIMNamespace& oldNamespace, ICIMNamespace& newNamespace,
                     const std::vector<TIgnoredProperty>& ignored) {
-  const TSide oldSide(oldNamespace, ignored);
-  const TSide newSide(newNamespace, ignored);
+  const bool ofOneMachine = IsOfOneMachine(oldNamespace) && IsOfOneMachine(newNamespace);
+  const TSide oldSide(oldNamespace, ignored, ofOneMachine);
+  const TSide newSide(newNamespace, ignored, ofOneMachine);
   TDifference difference;
   AddLone(oldSide, newSide, difference.fRemoved);
   AddLone(newSide, oldSide, difference.fAdded);

@@ -55,6 +55,10 @@ struct TDifference {
 
 /// Compares instances of the same path; of those without keys, the first of a class with the first,
 /// and so on. Values are compared, not types, and a property that a class lacks is null.
+///
+/// Where each side tells of one machine, what names it is no part of the paths and isn't compared,
+/// so that a machine of another name isn't another one in every line. Associations are passed over
+/// then: they say what belongs to what, and paths of both sides stand in them.
 TDifference Compare(NQORHWX20::ICIMNamespace& oldNamespace, NQORHWX20::ICIMNamespace& newNamespace,
                     const std::vector<TIgnoredProperty>& ignored);
 

@@ -94,6 +94,13 @@ TClasses ClassesLike(ICIMNamespace& ns, const std::vector<std::string>& names) {
   return classes;
 }
 
+TClasses WithoutAssociations(const TClasses& classes) {
+  TClasses others;
+  std::copy_if(classes.begin(), classes.end(), std::back_inserter(others),
+               [](const ClassPtr& cimClass) { return !cimClass->IsAssociation(TCIMContext()); });
+  return others;
+}
+
 bool VisitInstances(ICIMClass& cimClass, const TInstanceVisitor& visit) {
   const auto present = [&visit](const InstancePtr& instance) {
     visit(instance);

@@ -25,6 +25,9 @@ ClassPtr ClassNamed(NQORHWX20::ICIMNamespace& ns, const std::string& name);
 /// "?" for one and "[...]" for one of those. Throws `TFailure` for a name that no class has.
 TClasses ClassesLike(NQORHWX20::ICIMNamespace& ns, const std::vector<std::string>& names);
 
+/// Those of the classes that aren't associations.
+TClasses WithoutAssociations(const TClasses& classes);
+
 typedef std::function<void(const InstancePtr&)> TInstanceVisitor;
 
 /// Presents the instances that the class itself has, none of its subclasses'. A provider that fails

@@ -4,6 +4,7 @@
 #include <set>
 #include <utility>
 
+#include "hwx/inventory/OneMachine.h"
 #include "hwx/inventory/ValueText.h"
 #include "hwx/text/Failure.h"
 #include "hwx/text/Suggestion.h"
@@ -37,7 +38,7 @@ std::vector<std::string> NamesOfProperties(ICIMClass& cimClass) {
 }
 
 TReadInstance ReadInstance(ICIMClass& cimClass, ICIMInstance& instance, TMeanings& meanings) {
-  TReadInstance read = {InstancePath(instance), {}};
+  TReadInstance read = {InstancePath(instance), ShortPath(instance), {}};
   for (const TPropertyValue& property : PropertyValues(instance)) {
     read.fValues.push_back(
         {property.fName, ValueJson(property.fValue), &meanings.Of(cimClass, property.fName)});
@@ -134,6 +135,21 @@ void KeepProperties(TReading& reading, const std::vector<std::string>& names) {
   for (TReadClass& cimClass : classes) {
     for (TReadInstance& instance : cimClass.fInstances)
       instance.fValues = Chosen(instance, names);
+  }
+}
+
+void LeaveOutOwner(TReading& reading) {
+  const auto isOwnerKey = [](const std::string& name) { return IsOwnerKey(name); };
+  const auto isOwnerValue = [](const TReadValue& value) { return IsOwnerKey(value.fName); };
+  for (TReadClass& cimClass : reading.fClasses) {
+    auto& keys = cimClass.fKeys;
+    if (std::all_of(keys.begin(), keys.end(), isOwnerKey)) continue;
+    keys.erase(std::remove_if(keys.begin(), keys.end(), isOwnerKey), keys.end());
+    for (TReadInstance& instance : cimClass.fInstances) {
+      auto& values = instance.fValues;
+      values.erase(std::remove_if(values.begin(), values.end(), isOwnerValue), values.end());
+      instance.fPath = instance.fShortPath;
+    }
   }
 }
 

@@ -28,6 +28,7 @@ struct TReadValue {
 
 struct TReadInstance {
   std::string fPath;
+  std::string fShortPath;           ///< See `ShortPath`.
   std::vector<TReadValue> fValues;  ///< In the order of the class, nulls too.
 
   /// The value of that name without regard to case, or null.
@@ -52,6 +53,10 @@ struct TReading {
 /// Reads the instances of each class itself. What can't be read is reported on the standard error
 /// stream.
 TReading ReadInstances(const TClasses& classes);
+
+/// Takes out what names the machine or repeats the class, and shortens the paths by it: for people,
+/// where all is of one machine.
+void LeaveOutOwner(TReading& reading);
 
 /// The names of all properties that the classes declare, each once.
 std::vector<std::string> PropertyNames(const TReading& reading);

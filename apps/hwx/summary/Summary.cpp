@@ -21,7 +21,9 @@ using TLines = std::vector<TSummaryLine>;
 std::vector<const TReadInstance*> InstancesOf(const TReading& reading, const char* className) {
   std::vector<const TReadInstance*> instances;
   for (const TReadClass& read : reading.fClasses) {
-    if (!NQORHWX20::IsSameCIMName(read.fName, className)) continue;
+    const bool isIt = NQORHWX20::IsSameCIMName(read.fName, className) ||
+                      read.fClass->IsSubClassOf(className, NQORHWX20::TCIMContext());
+    if (!isIt) continue;
     for (const TReadInstance& instance : read.fInstances)
       instances.push_back(&instance);
   }
@@ -151,9 +153,13 @@ TLines ProcessorLines(const TReading& reading) {
 
 TSummaryLine ModuleLine(const TReadInstance& module) {
   const std::string slot = TextOf(module, "ElementName");
-  const std::string what = Listed(
-      {TextOf(module, "Capacity"), TextOf(module, "MemoryType"), TextOf(module, "FormFactor")},
-      " ");
+  // The standard has no numbers for what is newer than it, and then there are words.
+  const std::string type = TextOf(module, "MemoryTypeDescription");
+  const std::string form = TextOf(module, "FormFactorDescription");
+  const std::string what =
+      Listed({TextOf(module, "Capacity"), type.empty() ? TextOf(module, "MemoryType") : type,
+              form.empty() ? TextOf(module, "FormFactor") : form},
+             " ");
   const std::string speed = TextOf(module, "ConfiguredMemoryClockSpeed");
   const std::string product = Listed({MakerOf(module), TextOf(module, "PartNumber")}, " ");
   return {
@@ -171,7 +177,7 @@ TLines MemoryLines(const TReading& reading) {
     all.fParts.push_back(ModuleLine(*module));
   }
   std::uint64_t slots = 0;
-  for (const TReadInstance* array : InstancesOf(reading, "CIM_PhysicalMemoryArray"))
+  for (const TReadInstance* array : InstancesOf(reading, "QORSG_PhysicalMemoryArray"))
     slots += CountOf(*array, "MemoryDevices").value_or(0);
   const std::string empty = slots < modules.size() || slots == 0 ? std::string()
                             : slots == modules.size()
