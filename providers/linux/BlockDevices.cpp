@@ -16,7 +16,6 @@ constexpr std::size_t kPageHeader = 4;
 constexpr const char* kOtherDrives[] = {"2:", "11:"};
 
 enum EDiskType : std::uint16_t { kHardDisk = 2, kSolidState = 3 };
-enum ECapability : std::uint16_t { kRandomAccess = 3, kWriting = 4, kRemovableMedia = 7 };
 enum EAccess : std::uint16_t { kReadable = 1, kReadWrite = 3 };
 
 // A disk that is attached to something has an entry "device". Loop devices, memory and arrays have
@@ -57,6 +56,7 @@ std::optional<std::uint16_t> DiskType(const std::string& directory) {
 TDisk ReadDisk(const std::string& directory, const std::string& name, std::uint64_t sectors) {
   TDisk disk;
   disk.fDeviceID = DevicePath(name);
+  disk.fNumber = ReadTrimmed(directory + "/dev");
   disk.fModel = ReadFirst(directory, {"/device/model", "/device/name"});
   if (disk.fModel) {  // otherwise the vendor isn't a name but a number
     disk.fManufacturer = ReadTrimmed(directory + "/device/vendor");
@@ -80,6 +80,7 @@ TPartition ReadPartition(const std::string& directory, const std::string& name,
                          std::uint64_t sectors) {
   TPartition partition;
   partition.fDeviceID = DevicePath(name);
+  partition.fNumber = ReadTrimmed(directory + "/dev");
   partition.fLabel =
       EventVariable(ReadFile(directory + "/uevent").value_or(std::string()), "PARTNAME");
   partition.fBlocks = sectors;
@@ -132,6 +133,18 @@ std::vector<TDisk> ReadDisks(const std::string& root) {
   return disks;
 }
 
+bool HasCapability(const TDisk& disk, EDiskCapability capability) {
+  const auto& all = disk.fCapabilities;
+  return std::find(all.begin(), all.end(), capability) != all.end();
+}
+
+std::vector<TDisk> ReadMedia(const std::string& root) {
+  std::vector<TDisk> media = ReadDisks(root);
+  const auto isEmpty = [](const TDisk& disk) { return disk.fSize == std::uint64_t{0}; };
+  media.erase(std::remove_if(media.begin(), media.end(), isEmpty), media.end());
+  return media;
+}
+
 std::vector<TPartition> ReadPartitions(const std::string& root) {
   const std::string blocks = root + "/sys/block/";
   std::vector<TPartition> partitions;
@@ -143,6 +156,7 @@ std::vector<TPartition> ReadPartitions(const std::string& root) {
       }
       if (const auto sectors = ReadNumber(directory + "/size")) {
         partitions.push_back(ReadPartition(directory, name, *sectors));
+        partitions.back().fDisk = DevicePath(disk);
       }
     }
   }

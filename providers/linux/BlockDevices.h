@@ -15,7 +15,8 @@ namespace linux_machine {
 /// A disk that the machine has, also one that a hypervisor makes. Numbers that stand for a kind are
 /// those of CIM's value maps.
 struct TDisk {
-  std::string fDeviceID;  ///< "/dev/sda"
+  std::string fDeviceID;               ///< "/dev/sda"
+  std::optional<std::string> fNumber;  ///< "8:0", the device's major and minor number.
   std::optional<std::string> fManufacturer;
   std::optional<std::string> fModel;
   std::optional<std::string> fSerialNumber;
@@ -28,11 +29,18 @@ struct TDisk {
 
 struct TPartition {
   std::string fDeviceID;                 ///< "/dev/sda1"
+  std::string fDisk;                     ///< The `fDeviceID` of the disk that it is a part of.
+  std::optional<std::string> fNumber;    ///< As `TDisk` has it.
   std::optional<std::string> fLabel;     ///< Its name in the partition table.
   std::optional<std::uint64_t> fBlocks;  ///< Of `kSectorSize` bytes.
   std::optional<std::uint64_t> fStart;   ///< Bytes from the disk's beginning.
   std::optional<std::uint16_t> fAccess;
 };
+
+/// Numbers of CIM for what a drive can do.
+enum EDiskCapability : std::uint16_t { kRandomAccess = 3, kWriting = 4, kRemovableMedia = 7 };
+
+bool HasCapability(const TDisk& disk, EDiskCapability capability);
 
 /// The unit in which the kernel counts what a block device holds, whatever the device's own is.
 constexpr std::uint64_t kSectorSize = 512;
@@ -52,6 +60,9 @@ std::vector<TDisk> ReadDisks(const std::string& root);
 
 /// The partitions of all block devices of that machine, by name.
 std::vector<TPartition> ReadPartitions(const std::string& root);
+
+/// Those disks that have a medium: all but drives for removable ones that are empty.
+std::vector<TDisk> ReadMedia(const std::string& root);
 
 }  // namespace linux_machine
 

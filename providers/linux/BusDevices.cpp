@@ -148,4 +148,14 @@ std::vector<TUSBDevice> ReadUSBDevices(const std::string& root) {
   return ReadDevices(root, "usb", &ReadUSBDevice);
 }
 
+std::vector<std::string> ListPCIDevices(const std::string& root) {
+  const std::string directory = root + "/sys/bus/pci/devices/";
+  std::vector<std::string> devices = ListDirectory(directory);
+  const auto isNone = [&directory](const std::string& name) {
+    return !Exists(directory + name + "/vendor");
+  };
+  devices.erase(std::remove_if(devices.begin(), devices.end(), isNone), devices.end());
+  return devices;
+}
+
 }  // namespace linux_machine

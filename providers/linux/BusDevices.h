@@ -62,6 +62,9 @@ std::optional<std::uint16_t> ParseUSBVersion(std::string_view text);
 std::vector<TPCIDevice> ReadPCIDevices(const std::string& root);
 std::vector<TUSBDevice> ReadUSBDevices(const std::string& root);
 
+/// The `fDeviceID`s alone of the PCI devices, without a look into them or into the database.
+std::vector<std::string> ListPCIDevices(const std::string& root);
+
 }  // namespace linux_machine
 
 #endif  // PROVIDERS_LINUX_BUSDEVICES_H

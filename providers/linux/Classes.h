@@ -32,6 +32,18 @@ void DefinePhysicalMemory(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& 
 void DefinePhysicalMemoryArray(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 void DefineProcessor(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 void DefineUSBDevice(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineBattery(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineCacheMemory(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineFan(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineMediumExtent(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineNumericSensor(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefinePowerSupply(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineProcessorParts(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineSlot(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefinePhysicalLinks(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineProcessorLinks(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineStorageLinks(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
+void DefineSystemLinks(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 void DefineClassStatus(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns);
 
 /// Sets a property, or leaves it the typed null that it is from the start.

@@ -12,13 +12,17 @@
 #include "providers/linux/BiosInformation.h"
 #include "providers/linux/BlockDevices.h"
 #include "providers/linux/BusDevices.h"
+#include "providers/linux/Caches.h"
 #include "providers/linux/Enclosures.h"
 #include "providers/linux/FileSystems.h"
 #include "providers/linux/FirmwareTables.h"
 #include "providers/linux/MemoryModules.h"
 #include "providers/linux/NetworkPorts.h"
+#include "providers/linux/ProcessorParts.h"
 #include "providers/linux/Processors.h"
 #include "providers/linux/ScsiDevices.h"
+#include "providers/linux/Sensors.h"
+#include "providers/linux/Slots.h"
 #include "providers/linux/TextFile.h"
 #include "smbios/TableReader.h"
 
@@ -37,10 +41,6 @@ struct TOrigin {
 template <auto kRead>
 bool IsEmpty(const std::string& root) {
   return kRead(root).empty();
-}
-
-bool HasNoPCIDevices(const std::string& root) {
-  return ListDirectory(root + "/sys/bus/pci/devices").empty();
 }
 
 // The two kinds of file systems; one list tells of both.
@@ -64,22 +64,31 @@ constexpr TOrigin kOrigins[] = {
     {"QORSG_PhysicalMemory", &IsEmpty<&ReadMemoryModules>, "memory modules", nullptr},
     {"QORSG_PhysicalMemoryArray", &IsEmpty<&ReadMemoryArrays>, "slots for memory modules", nullptr},
     {"QORSG_Processor", &IsEmpty<&ReadProcessors>, "processors", "/proc/cpuinfo"},
+    {"CIM_ProcessorCore", &IsEmpty<&ReadProcessorCores>, "processors", "/proc/cpuinfo"},
+    {"CIM_HardwareThread", &IsEmpty<&ReadHardwareThreads>, "processors", "/proc/cpuinfo"},
+    {"CIM_CacheMemory", &IsEmpty<&ReadCaches>, "caches", "/sys/devices/system/cpu"},
     {"CIM_Memory", &IsEmpty<&ReadSystemMemory>, "blocks of memory", "/sys/devices/system/memory"},
     {"CIM_EthernetPort", &IsEmpty<&ReadNetworkPorts>, "ports that speak Ethernet",
      "/sys/class/net"},
     {"QORSG_DiskDrive", &IsEmpty<&ReadDisks>, "disks", kBlocks},
+    {"CIM_StorageExtent", &IsEmpty<&ReadMedia>, "disks with a medium", kBlocks},
     {"QORSG_DiskPartition", &IsEmpty<&ReadPartitions>, "partitions", kBlocks},
     {"CIM_LocalFileSystem", &HasNoFileSystems<true>, "file systems of this machine", kMounts},
     {"CIM_FileSystem", &HasNoFileSystems<false>, "file systems of servers or programs", kMounts},
-    {"QORSG_PCIDevice", &HasNoPCIDevices, "PCI devices", "/sys/bus/pci/devices"},
+    {"QORSG_PCIDevice", &IsEmpty<&ListPCIDevices>, "PCI devices", "/sys/bus/pci/devices"},
     {"CIM_USBDevice", &IsEmpty<&ReadUSBDevices>, "USB devices", "/sys/bus/usb/devices"},
+    {"QORSG_Slot", &IsEmpty<&ReadSlots>, "slots", nullptr},
+    {"QORSG_PowerSupply", &IsEmpty<&ReadPowerSupplies>, "power supplies", nullptr},
+    {"QORSG_Battery", &IsEmpty<&ReadBatteries>, "batteries", "/sys/class/power_supply"},
+    {"CIM_Fan", &IsEmpty<&ReadFans>, "fans", "/sys/class/hwmon"},
+    {"CIM_NumericSensor", &IsEmpty<&ReadSensors>, "sensors", "/sys/class/hwmon"},
     {"QORSG_SCSIDevice", &IsEmpty<&ReadScsiDevices>, "SCSI devices", "/sys/bus/scsi/devices"},
 };
 
 // Why a file or directory can't be read; none when it can.
 std::optional<std::string> WhyUnreadable(const std::string& path) {
-  const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(hwxsys::FollowedInRoot(path).c_str()),
-                                                      &::closedir);
+  const std::unique_ptr<DIR, int (*)(DIR*)> directory(
+      ::opendir(hwxsys::FollowedInRoot(path).c_str()), &::closedir);
   if (directory || errno == ENOTDIR) {
     return std::nullopt;
   }

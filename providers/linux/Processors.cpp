@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "hwxsys/KernelCopy.h"
 #include "providers/linux/FirmwareTables.h"
 #include "providers/linux/TextFile.h"
 
@@ -81,6 +82,15 @@ std::vector<TLogicalProcessor> ListProcessors(const std::string& root,
     found.back().fCore = "processor " + std::to_string(*number);
   }
   return found;
+}
+
+std::vector<TProcessor> ReadSockets(const std::string& root) {
+  return ParseStructures(ReadFirmwareTables(root), smbios::kTypeProcessor, &ParseProcessor);
+}
+
+// The processors that the tables of another machine list, if such tables are named.
+std::vector<TProcessor> OtherMachinesSockets(const std::string& root) {
+  return !hwxsys::IsOtherFirmware() ? std::vector<TProcessor>() : ReadSockets(root);
 }
 
 bool ComesBefore(const TLogicalProcessor& left, const TLogicalProcessor& right) {
@@ -209,6 +219,9 @@ std::vector<TProcessor> MergeProcessors(std::vector<TProcessor> packages,
 }
 
 std::vector<TLogicalProcessor> ReadLogicalProcessors(const std::string& root) {
+  if (!OtherMachinesSockets(root).empty()) {
+    return {};
+  }
   TCpuInfo info = ParseCpuInfo(ReadList(root + "/proc/cpuinfo"));
   std::vector<TLogicalProcessor> logical = std::move(info.fProcessors);
   if (logical.empty()) {
@@ -225,12 +238,11 @@ std::vector<TLogicalProcessor> ReadLogicalProcessors(const std::string& root) {
 }
 
 std::vector<TProcessor> ReadProcessors(const std::string& root) {
-  const std::vector<TProcessor> sockets =
-      ParseStructures(ReadFirmwareTables(root), smbios::kTypeProcessor, &ParseProcessor);
-  if (!sockets.empty() && std::getenv("HWX_SMBIOS_TABLES") != nullptr) {
-    return sockets;
+  const std::vector<TProcessor> others = OtherMachinesSockets(root);
+  if (!others.empty()) {
+    return others;
   }
-  return MergeProcessors(GroupProcessors(ReadLogicalProcessors(root)), sockets);
+  return MergeProcessors(GroupProcessors(ReadLogicalProcessors(root)), ReadSockets(root));
 }
 
 }  // namespace linux_machine

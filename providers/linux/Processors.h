@@ -52,7 +52,8 @@ std::vector<TProcessor> MergeProcessors(std::vector<TProcessor> packages,
 
 /// The logical processors that run, of the machine whose /proc and /sys lie below `root`, in the
 /// order of their numbers: those of /proc/cpuinfo, or if that numbers none, those of /sys. /sys
-/// tells which of them share a package or a core. Throws `std::runtime_error` if /proc/cpuinfo is
+/// tells which of them share a package or a core. None if `HWX_SMBIOS_TABLES` names tables that
+/// list processors: these are another machine's. Throws `std::runtime_error` if /proc/cpuinfo is
 /// larger than any machine's.
 std::vector<TLogicalProcessor> ReadLogicalProcessors(const std::string& root);
 

@@ -32,6 +32,18 @@ boost::shared_ptr<NQORHWX20::ICIMNamespace> BuildNamespace() {
   DefineFileSystem(ns);
   DefinePCIDevice(ns);
   DefineUSBDevice(ns);
+  DefineProcessorParts(ns);
+  DefineCacheMemory(ns);
+  DefineMediumExtent(ns);
+  DefineSlot(ns);
+  DefinePowerSupply(ns);
+  DefineBattery(ns);
+  DefineFan(ns);
+  DefineNumericSensor(ns);
+  DefineSystemLinks(ns);
+  DefinePhysicalLinks(ns);
+  DefineStorageLinks(ns);
+  DefineProcessorLinks(ns);
   DefineClassStatus(ns);
   return ns;
 }
