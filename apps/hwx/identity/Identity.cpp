@@ -9,6 +9,7 @@
 #include "hwxcore/schema/TCIMSchemaHelper.h"
 #include "hwxcore/value/THWXException.h"
 #include "hwxidentity/SerialNumberCheck.h"
+#include "hwxsys/SystemRoot.h"
 
 namespace hwx {
 
@@ -166,10 +167,19 @@ void AskOperatingSystem(const NamespacePtr& machine, TIdentity& identity) {
   identity.fOperatingSystemTypeName = OperatingSystemTypeName(identity.fOperatingSystemType);
 }
 
+// What the library asks of this machine, asked of the one whose files lie below `root`.
+int RunningTypeOnXen(const std::string& root) {
+  const std::string file = hwxsys::FollowedInRoot(root + "/proc/xen/capabilities");
+  if (!TOSSpecific::FileExists(file)) return 2;
+  return TOSSpecific::CaptureFile(file).find("control_d") == std::string::npos ? 1 : 0;
+}
+
 TAnswer<std::string> AskXenDomain() {
   static const char* const kDomains[] = {"control", "guest", "none"};
+  const std::string root = hwxsys::SystemRoot();
   try {
-    return {kDomains[TOSSpecific::GetRunningTypeOnXen()], std::string()};
+    const int type = root.empty() ? TOSSpecific::GetRunningTypeOnXen() : RunningTypeOnXen(root);
+    return {kDomains[type], std::string()};
   } catch (const THWXException&) {  // one status for all causes
     return Missing<std::string>("/proc/xen/capabilities can't be read");
   }

@@ -203,7 +203,10 @@ TEST_F(CollectTest, ShowTellsWhyThereIsNothing) {
   fHwx.On(empty.Path());
   const HwxResult absent = fHwx.Run({"show", "--class", "CIM_USBDevice"});
   EXPECT_EQ(absent.fStatus, 0);
-  EXPECT_EQ(absent.fErr, "hwx: nothing to show: the class has no instance on this machine\n");
+  EXPECT_EQ(absent.fErr,
+            "hwx: nothing to show: the class has no instance on this machine\n"
+            "hwx: CIM_USBDevice has no instances: " +
+                empty / "sys/bus/usb/devices" + ": No such file or directory\n");
 }
 
 TEST_F(CollectTest, ShowTellsWrongUseBeforeItReads) {

@@ -8,6 +8,9 @@
 
 #include "hwx/identity/Identity.h"
 #include "support/ChildProcess.h"
+#include "support/Machines.h"
+#include "support/ScopedEnvironment.h"
+#include "support/TemporaryDirectory.h"
 #include "unit/apps/hwx/identity/MadeMachine.h"
 
 namespace hwx {
@@ -42,6 +45,16 @@ TEST(IdentityXenDomain, IsWhatTheCapabilitiesSay) {
     EXPECT_EQ(Domain().fValue, "guest");
     return 0;
   });
+}
+
+TEST(IdentityXenDomain, IsThatOfTheTreeThatIsLookedAt) {
+  const hwxtest::TemporaryDirectory tree;
+  const hwxtest::ScopedEnvironment root("HWX_SYSROOT", tree.Path());
+  EXPECT_EQ(Domain().fValue, "none");
+  hwxtest::WriteMachineFile(tree.Path(), "proc/xen/capabilities", "");
+  EXPECT_EQ(Domain().fValue, "guest");
+  hwxtest::WriteMachineFile(tree.Path(), "proc/xen/capabilities", "control_d\n");
+  EXPECT_EQ(Domain().fValue, "control");
 }
 
 TEST(IdentityXenDomain, IsMissingWhereTheCapabilitiesCannotBeRead) {

@@ -25,7 +25,7 @@ boost::shared_ptr<TMemoryNamespace> MachineWithParts() {
       .Property("Capacity", "uint64")
       .Qualifier("Units", "Bytes")
       .Commit();
-  TClassBuilder(ns, "CIM_PhysicalMemoryArray")
+  TClassBuilder(ns, "QORSG_PhysicalMemoryArray")
       .Key("Tag", "string")
       .Property("MemoryDevices", "uint16")
       .Commit();
@@ -102,7 +102,7 @@ TEST(Summary, CountsModulesAndEmptySlots) {
   const auto ns = MachineWithParts();
   AddModule(ns, "A1");
   AddModule(ns, "B1");
-  AddTo(ns, "CIM_PhysicalMemoryArray", [](auto& array) {
+  AddTo(ns, "QORSG_PhysicalMemoryArray", [](auto& array) {
     array.Set("Tag", "array").Set("MemoryDevices", static_cast<unsigned short>(4));
   });
   EXPECT_THAT(TextOfMachine(ns),
