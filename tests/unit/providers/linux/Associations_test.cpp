@@ -125,7 +125,7 @@ class Associations : public ProviderTest {
   }
 };
 
-constexpr const char* kSystem = "QORSG_ComputerSystem rack7";
+constexpr const char* kMachine = "QORSG_ComputerSystem rack7";
 
 TEST_F(Associations, LeadToInstances) {
   for (const char* root : {"CIM_Dependency", "CIM_Component"}) {
@@ -142,7 +142,7 @@ TEST_F(Associations, LeadToInstances) {
 }
 
 TEST_F(Associations, TellWhatBelongsToTheMachine) {
-  const std::string of = std::string(kSystem) + " -> ";
+  const std::string of = std::string(kMachine) + " -> ";
   EXPECT_THAT(Links("CIM_SystemDevice"),
               IsSupersetOf({of + "QORSG_Processor CPU0", of + "CIM_CacheMemory L3 Cache 0",
                             of + "CIM_Memory System Memory", of + "QORSG_DiskDrive /dev/sda",
@@ -150,7 +150,7 @@ TEST_F(Associations, TellWhatBelongsToTheMachine) {
                             of + "CIM_Fan hwmon0/fan1", of + "CIM_NumericSensor hwmon0/temp1"}));
   EXPECT_EQ(Links("CIM_SystemDevice").size(), List("CIM_LogicalDevice").size());
   EXPECT_THAT(Links("CIM_RunningOS"),
-              ElementsAre(std::string("QORSG_OperatingSystem Debian GNU/Linux -> ") + kSystem));
+              ElementsAre(std::string("QORSG_OperatingSystem Debian GNU/Linux -> ") + kMachine));
   EXPECT_THAT(Links("CIM_InstalledOS"), ElementsAre(of + "QORSG_OperatingSystem Debian GNU/Linux"));
   EXPECT_THAT(Links("CIM_SystemBIOS"), ElementsAre(of + "CIM_BIOSElement BIOS"));
   EXPECT_THAT(Links("CIM_HostedFileSystem"),
@@ -159,7 +159,7 @@ TEST_F(Associations, TellWhatBelongsToTheMachine) {
 
 TEST_F(Associations, TellWhatIsBuiltIntoWhat) {
   EXPECT_THAT(Links("CIM_ComputerSystemPackage"),
-              ElementsAre(std::string("CIM_Chassis Chassis 0 -> ") + kSystem));
+              ElementsAre(std::string("CIM_Chassis Chassis 0 -> ") + kMachine));
   EXPECT_THAT(Links("CIM_Container"),
               UnorderedElementsAre("CIM_Chassis Chassis 0 -> CIM_Card Card 0",
                                    "CIM_Card Card 0 -> QORSG_PhysicalMemory Physical Memory 0",

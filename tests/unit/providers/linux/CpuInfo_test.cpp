@@ -12,16 +12,16 @@ namespace {
 using namespace linux_machine;
 using ::testing::IsEmpty;
 
-std::vector<TLogicalProcessor> Parsed(const std::string& text) {
+std::vector<TLogicalProcessor> ParsedCpuInfo(const std::string& text) {
   return ParseCpuInfo(text).fProcessors;
 }
 
-TLogicalProcessor First(const std::string& text) {
-  return Parsed(text).at(0);
+TLogicalProcessor FirstOfCpuInfo(const std::string& text) {
+  return ParsedCpuInfo(text).at(0);
 }
 
 TEST(CpuInfo, ReadsPower) {
-  const auto power = First(
+  const auto power = FirstOfCpuInfo(
       "processor\t: 0\ncpu\t\t: POWER9, altivec supported\n"
       "clock\t\t: 2300.000000MHz\nrevision\t: 2.2 (pvr 004e 1202)\n");
   EXPECT_EQ(power.fModelName, "POWER9, altivec supported");
@@ -30,14 +30,14 @@ TEST(CpuInfo, ReadsPower) {
 }
 
 TEST(CpuInfo, NamesArmPartsByTheirNumbers) {
-  const auto arm = First(
+  const auto arm = FirstOfCpuInfo(
       "processor\t: 0\nBogoMIPS\t: 50.00\nCPU implementer\t: 0x41\n"
       "CPU architecture: 8\nCPU variant\t: 0x3\nCPU part\t: 0xd0c\n"
       "CPU revision\t: 1\n");
   EXPECT_EQ(arm.fModelName, "Neoverse-N1");
   EXPECT_EQ(arm.fVendor, "ARM");
   EXPECT_EQ(arm.fStepping, "r3p1");
-  const auto unknown = First(
+  const auto unknown = FirstOfCpuInfo(
       "processor : 0\nmodel name : ARMv8 Processor rev 0 (v8l)\n"
       "CPU implementer : 0xfe\nCPU part : 0xfff\nCPU revision : 4\n");
   EXPECT_EQ(unknown.fModelName, "ARMv8 Processor rev 0 (v8l)");
@@ -46,7 +46,7 @@ TEST(CpuInfo, NamesArmPartsByTheirNumbers) {
 }
 
 TEST(CpuInfo, FindsSeveralProcessorsInOneParagraph) {
-  const auto phone = Parsed(
+  const auto phone = ParsedCpuInfo(
       "Processor\t: AArch64 Processor rev 3 (aarch64)\nprocessor\t: 0\n"
       "processor\t: 1\nprocessor\t: 2\nFeatures\t: fp asimd\n"
       "CPU implementer\t: 0x41\nCPU part\t: 0xd03\n\nHardware\t: Example\n");
@@ -57,25 +57,26 @@ TEST(CpuInfo, FindsSeveralProcessorsInOneParagraph) {
 }
 
 TEST(CpuInfo, TakesWhatIsSaidOfAllFromParagraphsWithoutNumbers) {
-  const auto armv7 = Parsed(
+  const auto armv7 = ParsedCpuInfo(
       "Processor\t: ARMv7 Processor rev 5 (v7l)\n\nprocessor\t: 0\n"
       "BogoMIPS\t: 38.40\n\nprocessor\t: 1\n\n"
       "CPU implementer\t: 0x41\nCPU part\t: 0xc07\nCPU revision\t: 5\n");
   ASSERT_EQ(armv7.size(), 2u);
   EXPECT_EQ(armv7[1].fModelName, "Cortex-A7");
-  EXPECT_EQ(First("Processor : ARM926EJ-S rev 5\n\nprocessor : 0\n").fModelName,
+  EXPECT_EQ(FirstOfCpuInfo("Processor : ARM926EJ-S rev 5\n\nprocessor : 0\n").fModelName,
             "ARM926EJ-S rev 5");
 }
 
 TEST(CpuInfo, ReadsRiscV) {
-  const auto named = First("processor : 0\nhart : 1\nisa : rv64imafdc\nuarch : sifive,u74-mc\n");
+  const auto named =
+      FirstOfCpuInfo("processor : 0\nhart : 1\nisa : rv64imafdc\nuarch : sifive,u74-mc\n");
   EXPECT_EQ(named.fModelName, "sifive,u74-mc");
   EXPECT_EQ(named.fVendor, "sifive");
-  EXPECT_EQ(First("processor : 0\nisa : rv64imafdc\n").fModelName, "rv64imafdc");
+  EXPECT_EQ(FirstOfCpuInfo("processor : 0\nisa : rv64imafdc\n").fModelName, "rv64imafdc");
 }
 
 TEST(CpuInfo, ReadsLoongArch) {
-  const auto logical = Parsed(
+  const auto logical = ParsedCpuInfo(
       "system type\t: generic\n\nprocessor\t: 0\npackage\t: 0\ncore\t: 0\n"
       "Model Name\t: Loongson-3A5000\nCPU MHz\t: 2500.00\n"
       "Address Sizes\t: 48 bits physical, 48 bits virtual\n\n"
@@ -89,7 +90,7 @@ TEST(CpuInfo, ReadsLoongArch) {
 }
 
 TEST(CpuInfo, ReadsMainframes) {
-  const auto numbered = Parsed(
+  const auto numbered = ParsedCpuInfo(
       "vendor_id : IBM/S390\n# processors : 2\nprocessor 0: version = FF,"
       "  identification = 2733E8,  machine = 3906\n\n"
       "cpu number : 0\ncpu MHz dynamic : 5000\ncpu MHz static : 5200\n\n"
@@ -111,16 +112,16 @@ TEST(CpuInfo, KeepsWhatIsSaidOfAllWhereNoneHasANumber) {
 }
 
 TEST(CpuInfo, PassesOverWhatIsNoProcessor) {
-  EXPECT_THAT(Parsed(""), IsEmpty());
-  EXPECT_THAT(Parsed("\n\n\n"), IsEmpty());
-  EXPECT_THAT(Parsed("Hardware : board\nSerial : 1\n\nprocessor : x\n"), IsEmpty());
-  EXPECT_THAT(Parsed("processor : 18446744073709551616\n"), IsEmpty());
-  EXPECT_THAT(Parsed(std::string("\xFF:\xFE\0\n:\n", 7)), IsEmpty());
+  EXPECT_THAT(ParsedCpuInfo(""), IsEmpty());
+  EXPECT_THAT(ParsedCpuInfo("\n\n\n"), IsEmpty());
+  EXPECT_THAT(ParsedCpuInfo("Hardware : board\nSerial : 1\n\nprocessor : x\n"), IsEmpty());
+  EXPECT_THAT(ParsedCpuInfo("processor : 18446744073709551616\n"), IsEmpty());
+  EXPECT_THAT(ParsedCpuInfo(std::string("\xFF:\xFE\0\n:\n", 7)), IsEmpty());
 }
 
 TEST(CpuInfo, HasNothingOfNumbersThatAreNone) {
-  const auto logical =
-      Parsed("processor : 0\ncpu MHz : 99999999999.0\naddress sizes : many bits\nmodel name :\n");
+  const auto logical = ParsedCpuInfo(
+      "processor : 0\ncpu MHz : 99999999999.0\naddress sizes : many bits\nmodel name :\n");
   ASSERT_EQ(logical.size(), 1u);
   EXPECT_FALSE(logical[0].fMegaHertz);
   EXPECT_FALSE(logical[0].fAddressWidth);
@@ -128,7 +129,7 @@ TEST(CpuInfo, HasNothingOfNumbersThatAreNone) {
 }
 
 TEST(CpuInfo, KeepsBytesOfWhateverEncoding) {
-  EXPECT_EQ(Parsed("processor: 0\nmodel name: \xFF\xFE x\n").at(0).fModelName, "\xFF\xFE x");
+  EXPECT_EQ(ParsedCpuInfo("processor: 0\nmodel name: \xFF\xFE x\n").at(0).fModelName, "\xFF\xFE x");
 }
 
 }  // namespace

@@ -141,7 +141,7 @@ TEST(MemoryModule, NamesWhatTheSchemaHasNoNumberFor) {
   Bytes fields = Module();
   PutField(fields, 0x0E, 1, 0x0F);
   PutField(fields, 0x12, 1, 0x22);
-  const TMemoryModule module = Parse(fields).value();
+  const TMemoryModule module = ParseModule(fields).value();
   EXPECT_EQ(module.fFormFactor, 1);
   EXPECT_EQ(module.fFormFactorName, "FB-DIMM");
   EXPECT_EQ(module.fMemoryType, 1);

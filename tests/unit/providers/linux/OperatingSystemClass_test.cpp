@@ -1,5 +1,6 @@
 #include <ctime>
 
+#include "support/TimeZoneFile.h"
 #include "unit/providers/linux/ProviderFixture.h"
 
 namespace hwxtest {
@@ -20,7 +21,12 @@ class OperatingSystemInstance : public ProviderTest {
     WriteMachineFile(fDirectory.Path(), "proc/stat", "btime " + seconds + "\n");
   }
 
-  ScopedEnvironment fZone{"TZ", "UTC0"};
+  // Of the made machine; without it the machine's time is UTC.
+  void SetZone(const std::string& rules) {
+    WriteMachineFile(fDirectory.Path(), "etc/localtime", TimeZoneFile(rules));
+  }
+
+  ScopedEnvironment fZone{"TZ", "IST-5:30"};
 };
 
 TEST_F(OperatingSystemInstance, OfAWholeMachineIsKnownInAllParts) {
@@ -69,12 +75,12 @@ TEST_F(OperatingSystemInstance, SumsThatFitNoFieldAreNull) {
 }
 
 TEST_F(OperatingSystemInstance, BootTimeHasTheOffsetThatHeldThen) {
-  fZone.Set("CET-1CEST,M3.5.0,M10.5.0/3");
+  SetZone("CET-1CEST,M3.5.0,M10.5.0/3");
   SetBootTime("1700000000");
   EXPECT_EQ(Text("LastBootUpTime"), "20231114231320.000000+060");
   SetBootTime("1690000000");
   EXPECT_EQ(Text("LastBootUpTime"), "20230722062640.000000+120");
-  fZone.Set("EST5");
+  SetZone("EST5");
   EXPECT_EQ(Text("LastBootUpTime"), "20230721232640.000000-300");
 }
 
@@ -90,7 +96,7 @@ TEST_F(OperatingSystemInstance, BootTimeThatNoDateTimeHoldsIsNull) {
 
 TEST_F(OperatingSystemInstance, BootTimeMayBeTheEpoch) {
   for (const char* zone : {"UTC0", "CET-1", "EST5"}) {
-    fZone.Set(zone);
+    SetZone(zone);
     SetBootTime("0");
     EXPECT_FALSE(Read(kOperatingSystem, "LastBootUpTime").IsNull()) << zone;
     SetBootTime("1");
@@ -108,12 +114,17 @@ TEST_F(OperatingSystemInstance, LocalTimeIsNow) {
   EXPECT_EQ(elapsed.GetDay() * 24 + elapsed.GetHour(), 0u);
 }
 
-TEST_F(OperatingSystemInstance, TimeZoneIsThatOfTheLocalTime) {
-  fZone.Set("IST-5:30");
-  EXPECT_EQ(static_cast<short>(Read(kOperatingSystem, "CurrentTimeZone")), 330);
-  EXPECT_EQ(static_cast<TCIMDateTime>(Read(kOperatingSystem, "LocalDateTime")).GetUTCOffset(), 330);
-  fZone.Set("EST5");
-  EXPECT_EQ(static_cast<short>(Read(kOperatingSystem, "CurrentTimeZone")), -300);
+TEST_F(OperatingSystemInstance, TimeZoneIsThatOfTheMachine) {
+  const auto offsets = [this] {
+    return std::pair(
+        static_cast<short>(Read(kOperatingSystem, "CurrentTimeZone")),
+        Read(kOperatingSystem, "LocalDateTime").operator TCIMDateTime().GetUTCOffset());
+  };
+  EXPECT_EQ(offsets(), std::pair(short{0}, short{0}));
+  SetZone("EST5");
+  EXPECT_EQ(offsets(), std::pair(short{-300}, short{-300}));
+  fRoot.Set(std::nullopt);
+  EXPECT_EQ(offsets(), std::pair(short{330}, short{330}));
 }
 
 TEST_F(OperatingSystemInstance, TellsItsUnits) {

@@ -68,7 +68,7 @@ std::set<std::string> Numbers(const std::vector<std::string>& map) {
   return numbers;
 }
 
-std::vector<std::string> Texts(const TCIMValue& array) {
+std::vector<std::string> ElementTexts(const TCIMValue& array) {
   const std::vector<TCIMValue>& elements = array;
   std::vector<std::string> texts;
   for (const TCIMValue& element : elements) {
@@ -118,11 +118,11 @@ class PublishedSchema : public ProviderTest {
     const TCIMValue map = Qualifier(property, "ValueMap");
     if (facts[5] != "-") {
       ASSERT_FALSE(map.IsNull()) << name;
-      EXPECT_EQ(Numbers(Texts(map)), Numbers(Split(facts[5], ','))) << name;
+      EXPECT_EQ(Numbers(ElementTexts(map)), Numbers(Split(facts[5], ','))) << name;
     }
     const TCIMValue values = Qualifier(property, "Values");
     if (!values.IsNull()) {
-      EXPECT_EQ(Texts(values).size(), Texts(map).size()) << name;
+      EXPECT_EQ(ElementTexts(values).size(), ElementTexts(map).size()) << name;
     }
     EXPECT_EQ(QualifierText(property, "Override"), facts[6]) << name;
     EXPECT_EQ(Qualifier(property, "Deprecated").IsNull(), facts[7] == "-") << name;
@@ -225,8 +225,8 @@ TEST_F(PublishedSchema, HasNothingOfItsOwnByTheStandardsName) {
 TEST_F(PublishedSchema, HasWordsForItsNumbers) {
   const auto type =
       fNamespace->GetClass("CIM_PhysicalMemory", {})->GetPropertyDecl("MemoryType", {});
-  const std::vector<std::string> numbers = Texts(Qualifier(*type, "ValueMap"));
-  const std::vector<std::string> words = Texts(Qualifier(*type, "Values"));
+  const std::vector<std::string> numbers = ElementTexts(Qualifier(*type, "ValueMap"));
+  const std::vector<std::string> words = ElementTexts(Qualifier(*type, "Values"));
   EXPECT_EQ(numbers.at(26), "26");
   EXPECT_EQ(words.at(26), "DDR4");
   EXPECT_EQ(numbers.at(31), "31..32567");

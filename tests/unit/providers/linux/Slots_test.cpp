@@ -13,15 +13,15 @@ using namespace linux_machine;
 using ::testing::ElementsAre;
 using ::testing::Optional;
 
-std::optional<TSlot> Slot(const Bytes& fields) {
+std::optional<TSlot> ParsedSlot(const Bytes& fields) {
   return ParseSlot(MadeStructure(9, fields, {"PCIe 7"}).Get(), 2);
 }
 
-Bytes Link() {
+Bytes LinkSlot() {
   return {1, 0xA6, 0x0D, 4, 3, 7, 0, 0x06, 0x02, 0, 0, 0x3B, 0x1A};
 }
 
-std::optional<TPowerSupply> Supply(const Bytes& fields) {
+std::optional<TPowerSupply> ParsedSupply(const Bytes& fields) {
   const std::vector<std::string> texts = {"Bay 1", "PS 1", "EXMPL", "S17", "P-750"};
   return ParsePowerSupply(MadeStructure(39, fields, texts).Get(), 0);
 }
@@ -36,7 +36,7 @@ Bytes SupplyFields(std::uint64_t characteristics) {
 }
 
 TEST(Slot, TellsAllFields) {
-  const TSlot slot = Slot(Link()).value();
+  const TSlot slot = ParsedSlot(LinkSlot()).value();
   EXPECT_EQ(slot.fTag, "Slot 2");
   EXPECT_EQ(slot.fName, "PCIe 7");
   EXPECT_EQ(slot.fNumber, 7);
@@ -49,24 +49,24 @@ TEST(Slot, TellsAllFields) {
 }
 
 TEST(Slot, HasBitsOrLanes) {
-  Bytes bus = Link();
+  Bytes bus = LinkSlot();
   bus[2] = 5;
-  EXPECT_EQ(Slot(bus)->fDataWidth, 32);
-  EXPECT_FALSE(Slot(bus)->fLinkWidth);
+  EXPECT_EQ(ParsedSlot(bus)->fDataWidth, 32);
+  EXPECT_FALSE(ParsedSlot(bus)->fLinkWidth);
   bus[2] = 2;
-  EXPECT_FALSE(Slot(bus)->fDataWidth);
+  EXPECT_FALSE(ParsedSlot(bus)->fDataWidth);
 }
 
 TEST(Slot, CanBeCutOffAnywhere) {
-  for (std::size_t size = 0; size < Link().size(); ++size) {
-    Bytes fields = Link();
+  for (std::size_t size = 0; size < LinkSlot().size(); ++size) {
+    Bytes fields = LinkSlot();
     fields.resize(size);
-    EXPECT_FALSE(Slot(fields).value().fBusAddress) << size;
+    EXPECT_FALSE(ParsedSlot(fields).value().fBusAddress) << size;
   }
 }
 
 TEST(PowerSupply, TellsAllFields) {
-  const TPowerSupply supply = Supply(SupplyFields(4 << 10 | 5 << 3 | 2)).value();
+  const TPowerSupply supply = ParsedSupply(SupplyFields(4 << 10 | 5 << 3 | 2)).value();
   EXPECT_EQ(supply.fDeviceID, "Power Supply 0");
   EXPECT_EQ(supply.fLocation, "Bay 1");
   EXPECT_EQ(supply.fName, "PS 1");
@@ -79,13 +79,13 @@ TEST(PowerSupply, TellsAllFields) {
 }
 
 TEST(PowerSupply, IsNoneThatIsNotPluggedIn) {
-  EXPECT_FALSE(Supply(SupplyFields(4 << 10)));
+  EXPECT_FALSE(ParsedSupply(SupplyFields(4 << 10)));
 }
 
 TEST(PowerSupply, HasNothingOfWhatIsUnknown) {
   Bytes fields = SupplyFields(2 << 10 | 2 << 3 | 2);
   PutField(fields, 0x0C, 2, 0x8000);
-  const TPowerSupply supply = Supply(fields).value();
+  const TPowerSupply supply = ParsedSupply(fields).value();
   EXPECT_FALSE(supply.fMilliwatts);
   EXPECT_FALSE(supply.fIsSwitching);
   EXPECT_FALSE(supply.fRangeSwitching);
