@@ -40,6 +40,18 @@ bool IsLike(const std::string& pattern, const std::string& name) {
   throw TFailure("there is no class " + name + DidYouMean(name, names));
 }
 
+// A file may hold the subclasses of a class that it leaves to others. False if there are none.
+bool ChooseDescendants(const std::string& name, const TClasses& all,
+                       std::set<std::string>& chosen) {
+  bool isKnown = false;
+  for (const ClassPtr& cimClass : all) {
+    if (!cimClass->IsSubClassOf(name, TCIMContext())) continue;
+    isKnown = true;
+    chosen.insert(cimClass->GetName(TCIMContext()));
+  }
+  return isKnown;
+}
+
 void ChooseLike(const std::string& name, const TClasses& all, std::set<std::string>& chosen) {
   bool isKnown = false;
   for (const ClassPtr& cimClass : all) {
@@ -52,7 +64,7 @@ void ChooseLike(const std::string& name, const TClasses& all, std::set<std::stri
     for (const ClassPtr& descendant : descendants)
       chosen.insert(descendant->GetName(TCIMContext()));
   }
-  if (!isKnown) RefuseClass(name, all);
+  if (!isKnown && !ChooseDescendants(name, all, chosen)) RefuseClass(name, all);
 }
 
 void ReportIncomplete(ICIMClass& cimClass, const std::string& reason) {

@@ -62,6 +62,18 @@ TEST_F(ContainersTest, NullsStayNull) {
   EXPECT_EQ(fHwx.Run({"diff", file, copy}).fStatus, 0);
 }
 
+TEST_F(ContainersTest, AClassThatIsLeftToOthersHasItsSubclasses) {
+  const std::string file = File(
+      "tape.xml", OthersDocument(OthersGroup(
+                      "<CLASS NAME=\"EX_Tape\" SUPERCLASS=\"EX_Media\"><PROPERTY NAME=\"ID\" "
+                      "TYPE=\"string\"/></CLASS><INSTANCE CLASSNAME=\"EX_Tape\"><PROPERTY "
+                      "NAME=\"ID\" TYPE=\"string\"><VALUE>st0</VALUE></PROPERTY></INSTANCE>")));
+  const HwxResult result = fHwx.Run({"show", file, "--class", "EX_Media"});
+  EXPECT_EQ(result.fStatus, 0);
+  EXPECT_THAT(result.fOut, HasSubstr("st0"));
+  EXPECT_EQ(fHwx.Run({"show", file, "--class", "EX_Other"}).fStatus, 1);
+}
+
 TEST_F(ContainersTest, ShowWritesMof) {
   const std::string file =
       File("disk.xml", OthersDocument(OthersGroup(kOthersDisk + kOthersInstance)));
