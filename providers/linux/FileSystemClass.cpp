@@ -5,13 +5,11 @@ namespace linux_machine {
 
 namespace {
 
-using Row = TFileSystem;
-
 // The standard has a class of its own for those whose files lie on this machine.
 template <bool kIsLocal>
-std::vector<Row> ReadThose(const std::string& root) {
-  std::vector<Row> rows;
-  for (Row& row : ReadFileSystems(root)) {
+std::vector<TFileSystem> ReadThose(const std::string& root) {
+  std::vector<TFileSystem> rows;
+  for (TFileSystem& row : ReadFileSystems(root)) {
     if (row.fIsLocal == kIsLocal) {
       rows.push_back(std::move(row));
     }
@@ -20,7 +18,8 @@ std::vector<Row> ReadThose(const std::string& root) {
 }
 
 void Define(const boost::shared_ptr<NQORHWX20::TMemoryNamespace>& ns, const char* name,
-            std::vector<Row> (*read)(const std::string&)) {
+            std::vector<TFileSystem> (*read)(const std::string&)) {
+  using Row = TFileSystem;
   TLiveClass<Row>(ns, name, read)
       .Key("Name", &Row::fName)
       .Set("ElementName", &Row::fSource)

@@ -55,7 +55,7 @@ std::optional<std::int32_t> TakeTime(std::string_view& text) {
     return std::nullopt;
   }
   std::uint64_t seconds = *hours * kSecondsOfHour;
-  for (const std::uint64_t unit : {60, 1}) {
+  for (const std::uint64_t unit : {60UL, 1UL}) {
     if (!TakePrefix(text, ":")) {
       break;
     }
