@@ -45,7 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text(data, data + size);
   static const hwx::TMeaning kPlain;
   const hwx::TReadInstance instance = {
-      "X", {{"Size", 5, &kPlain}, {"Name", text, &kPlain}, {"a", {1, nullptr, "b"}, &kPlain}}};
+      "X", "X", {{"Size", 5, &kPlain}, {"Name", text, &kPlain}, {"a", {1, nullptr, "b"}, &kPlain}}};
   try {
     Check(hwx::ParseCondition(text));
     // "not" turns any condition around, and parentheses nothing.
