@@ -111,18 +111,20 @@ TEST_F(CopyTree, LosesThePropertiesThatReferToAClassOfALaterTreeAndNothingElse) 
               Each(Pair("Debug", "TCopyPropertyDecl::operator() - Get an Exception")));
 }
 
-TEST_F(CopyTree, CopiesAChainOfAThousandFiveHundredSuperclasses) {
+TEST_F(CopyTree, CopiesAChainAsDeepAsTheKitTakes) {
+  constexpr unsigned kDepth = TMemoryNamespace::kMaxClassDepth;
   MadeSchemaPlan plan;
   plan.fClasses = 1;
   MakeSchema(fSourceKit, plan);
-  for (unsigned number = 1; number < 1500; ++number) {
+  for (unsigned number = 1; number < kDepth; ++number) {
     TClassBuilder(fSourceKit, "EX_" + std::to_string(number), "EX_" + std::to_string(number - 1))
         .Qualifier("Version", std::to_string(number))
         .Commit();
   }
   Copy();
   EXPECT_EQ(Difference(*fTargetKit, *fSourceKit, hwxtest::kAsCopied), "");
-  EXPECT_TRUE(fTargetKit->FindClass("EX_1499")->IsSubClassOf("EX_0", {}));
+  const auto last = fTargetKit->FindClass("EX_" + std::to_string(kDepth - 1));
+  EXPECT_TRUE(last->IsSubClassOf("EX_0", {}));
 }
 
 TEST_F(CopyTree, StopsAtTheFirstFailureWithWhatCameBefore) {
