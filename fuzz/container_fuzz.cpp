@@ -21,7 +21,7 @@ using fuzz::Require;
 using namespace container;
 using NQORHWX20::TContainerException;
 using NQORHWX20::TMemoryNamespace;
-typedef std::vector<std::uint8_t> Bytes;
+using Bytes = std::vector<std::uint8_t>;
 
 // Small, so that the limits are met too.
 TLimits Limits() {

@@ -19,8 +19,8 @@ namespace {
 using fuzz::Require;
 using hwxtest::StatusOf;
 using namespace NQORHWX20;
-typedef TCIMValue::TCIMType TCIMType;
-typedef std::vector<std::uint8_t> Bytes;
+using TCIMType = TCIMValue::TCIMType;
+using Bytes = std::vector<std::uint8_t>;
 
 TCIMValue Read(TCIMType type, std::string text) {
   return TCIMValue(type, text, boost::shared_ptr<ICIMNamespace>());

@@ -22,7 +22,7 @@ namespace {
 
 using namespace container;
 using NQORHWX20::TMemoryNamespace;
-typedef boost::shared_ptr<TMemoryNamespace> TNamespace;
+using TNamespace = boost::shared_ptr<TMemoryNamespace>;
 
 // Bytes that are allocated at the moment.
 double Allocated() {

@@ -18,7 +18,7 @@ namespace {
 
 using NQORHWX20::TOSSpecific;
 
-typedef std::vector<std::string> Texts;
+using Texts = std::vector<std::string>;
 
 void Run(const std::string& command) {
   if (std::system(command.c_str()) != 0) std::abort();

@@ -25,13 +25,13 @@ namespace {
 
 using namespace NQORHWX20;
 
-typedef boost::shared_ptr<ICIMNamespace> NamespacePtr;
-typedef boost::shared_ptr<ICIMClass> ClassPtr;
-typedef boost::shared_ptr<ICIMInstance> InstancePtr;
-typedef boost::shared_ptr<ICIMProperty> PropertyPtr;
-typedef boost::shared_ptr<ICIMPropertyDecl> PropertyDeclPtr;
-typedef boost::shared_ptr<ICIMQualifier> QualifierPtr;
-typedef boost::shared_ptr<ICIMQualifierDecl> QualifierDeclPtr;
+using NamespacePtr = boost::shared_ptr<ICIMNamespace>;
+using ClassPtr = boost::shared_ptr<ICIMClass>;
+using InstancePtr = boost::shared_ptr<ICIMInstance>;
+using PropertyPtr = boost::shared_ptr<ICIMProperty>;
+using PropertyDeclPtr = boost::shared_ptr<ICIMPropertyDecl>;
+using QualifierPtr = boost::shared_ptr<ICIMQualifier>;
+using QualifierDeclPtr = boost::shared_ptr<ICIMQualifierDecl>;
 
 const TCIMContext kNone;
 

@@ -14,7 +14,7 @@ namespace {
 using NQORHWX20::TCIMSchemaHelper;
 using NQORHWX20::TMemoryNamespace;
 
-typedef boost::shared_ptr<TMemoryNamespace> MemoryNamespacePtr;
+using MemoryNamespacePtr = boost::shared_ptr<TMemoryNamespace>;
 
 // One computer system, in a namespace of the size that a provider publishes.
 MemoryNamespacePtr MakeNamespace(const std::string& productName) {

@@ -18,7 +18,7 @@ namespace {
 
 using namespace NQORHWX20;
 
-typedef boost::shared_ptr<ICIMNamespace> NamespacePtr;
+using NamespacePtr = boost::shared_ptr<ICIMNamespace>;
 
 std::string KeyName(std::size_t index) {
   const std::string digits = std::to_string(index);

@@ -20,9 +20,9 @@ namespace {
 
 using NQORHWX20::TCIMValue;
 
-typedef unsigned int uint32;
-typedef double real64;
-typedef std::string string;
+using uint32 = unsigned int;
+using real64 = double;
+using string = std::string;
 
 // Two contents of each type; the strings are too long for the string object itself.
 template <typename T>
@@ -51,7 +51,7 @@ string ToCharsText(Number number) {
 
 /// The contenders: how each is asked for its content and printed.
 struct Cim {
-  typedef TCIMValue Value;
+  using Value = TCIMValue;
   template <typename T>
   static T Get(const Value& value) {
     return value;
@@ -60,7 +60,7 @@ struct Cim {
 };
 
 struct Variant {
-  typedef std::variant<uint32, real64, string> Value;
+  using Value = std::variant<uint32, real64, string>;
   template <typename T>
   static T Get(const Value& value) {
     return std::get<T>(value);
@@ -80,7 +80,7 @@ struct Variant {
 
 #ifdef HAS_POCO
 struct Poco {
-  typedef ::Poco::Dynamic::Var Value;
+  using Value = ::Poco::Dynamic::Var;
   template <typename T>
   static T Get(const Value& value) {
     return value.extract<T>();

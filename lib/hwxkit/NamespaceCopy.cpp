@@ -28,8 +28,8 @@ namespace NQORHWX20 {
 
 namespace {
 
-typedef boost::shared_ptr<TMemoryNamespace> TTarget;
-typedef std::vector<boost::shared_ptr<ICIMClass> > TSourceClasses;
+using TTarget = boost::shared_ptr<TMemoryNamespace>;
+using TSourceClasses = std::vector<boost::shared_ptr<ICIMClass> >;
 
 boost::shared_ptr<TMemoryClass> ClassIn(const TTarget& target, const std::string& name) {
   const boost::shared_ptr<TMemoryClass> found = target->FindClass(name);

@@ -21,7 +21,7 @@ class ICIMNamespace;
 class TMemoryNamespace;
 
 /// Is told what can't be copied, and why: "the property Size of EX_Disk", "...".
-typedef boost::function<void(const std::string& what, const std::string& why)> TCopyFailure;
+using TCopyFailure = boost::function<void(const std::string& what, const std::string& why)>;
 
 /// Copies qualifier declarations and classes, with their static values, into an empty namespace. A
 /// declaration that can't be copied is left out and told. Throws what the source throws, and

@@ -7,7 +7,7 @@ namespace NQORHWX20 {
 
 namespace {
 
-typedef TCIMValue::TCIMType TCIMType;
+using TCIMType = TCIMValue::TCIMType;
 
 const unsigned int kAnyClass = kScopeClass | kScopeAssociation | kScopeIndication;
 const unsigned int kKeys = kScopeProperty | kScopeReference;

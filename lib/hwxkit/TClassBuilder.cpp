@@ -14,7 +14,7 @@ namespace NQORHWX20 {
 
 namespace {
 
-typedef TCIMValue::TCIMType TCIMType;
+using TCIMType = TCIMValue::TCIMType;
 
 const TCIMContext kNoContext;
 

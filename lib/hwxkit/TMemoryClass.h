@@ -33,7 +33,7 @@ struct TClassContents;
 /// Makes the instances of a live class: called for every enumeration and every search, it fills
 /// the empty list that it is given. What it throws ends the enumeration, behind the instances that
 /// are in the list by then.
-typedef boost::function<void(TInstanceList&)> TInstanceSource;
+using TInstanceSource = boost::function<void(TInstanceList&)>;
 
 /// The kit's class. `TMemoryNamespace::CreateClass` makes one; it is open until its `Commit`, and
 /// then final: declarations and qualifiers can only be added before, instances only afterwards.
@@ -189,8 +189,8 @@ class HWX_EXPORT TMemoryClass : public TMemoryQualifiedElement<ICIMClass>,
   friend class TMemoryNamespace;
   friend class TMemoryPropertyDecl;
 
-  typedef std::vector<boost::shared_ptr<TMemoryClass> > TClasses;
-  typedef std::vector<boost::shared_ptr<TMemoryInstance> > TInstances;
+  using TClasses = std::vector<boost::shared_ptr<TMemoryClass> >;
+  using TInstances = std::vector<boost::shared_ptr<TMemoryInstance> >;
 
   TMemoryClass(const boost::shared_ptr<TMemoryNamespace>& ns, const std::string& name,
                const boost::shared_ptr<TMemoryClass>& superclass);

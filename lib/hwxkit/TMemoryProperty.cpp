@@ -12,7 +12,7 @@ namespace NQORHWX20 {
 
 namespace {
 
-typedef TCIMValue::TCIMType TCIMType;
+using TCIMType = TCIMValue::TCIMType;
 
 }  // namespace
 

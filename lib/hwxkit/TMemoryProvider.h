@@ -11,7 +11,7 @@
 namespace NQORHWX20 {
 
 /// Builds a provider's namespace.
-typedef boost::function<boost::shared_ptr<ICIMNamespace>()> TNamespaceFactory;
+using TNamespaceFactory = boost::function<boost::shared_ptr<ICIMNamespace>()>;
 
 /// A provider that consists of a name and a way to build its namespace, which it does anew at each
 /// opening. It holds no namespace itself.

@@ -17,7 +17,7 @@ namespace NQORHWX20 {
 template <typename T>
 class TNameTable {
  public:
-  typedef std::vector<boost::shared_ptr<T> > TItems;
+  using TItems = std::vector<boost::shared_ptr<T> >;
 
   /// What `IndexOf` returns for a name that isn't there.
   static constexpr std::size_t kAbsent = static_cast<std::size_t>(-1);

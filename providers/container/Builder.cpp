@@ -26,7 +26,7 @@ namespace container {
 namespace {
 
 using namespace NQORHWX20;
-typedef boost::shared_ptr<TMemoryNamespace> TNamespacePtr;
+using TNamespacePtr = boost::shared_ptr<TMemoryNamespace>;
 
 // About what the things take that no byte of the document stands for.
 constexpr std::uint64_t kInstanceMemory = 320;

@@ -52,7 +52,7 @@ class TBuilder {
   void Finish();
 
  private:
-  typedef boost::shared_ptr<NQORHWX20::TMemoryClass> TClass;
+  using TClass = boost::shared_ptr<NQORHWX20::TMemoryClass>;
 
   // What is asked of a class for each of its instances.
   struct TClassFacts {

@@ -6,7 +6,7 @@ namespace container {
 
 namespace {
 
-typedef std::unordered_map<std::string_view, EElement> TElements;
+using TElements = std::unordered_map<std::string_view, EElement>;
 
 TElements MakeElements() {
   return {{"CIM", EElement::kCIM},

@@ -14,7 +14,7 @@
 
 namespace container {
 
-typedef unsigned long TLine;
+using TLine = unsigned long;
 
 struct TReferencePart;
 
@@ -71,7 +71,7 @@ struct TQualifierPart {
   NQORHWX20::TElementNotes fNotes;
 };
 
-typedef std::vector<TQualifierPart> TQualifierParts;
+using TQualifierParts = std::vector<TQualifierPart>;
 
 struct TQualifierDeclPart {
   TLine fLine = 0;

@@ -21,7 +21,7 @@ namespace container {
 namespace {
 
 using namespace NQORHWX20;
-typedef boost::shared_ptr<ICIMNamespace> TNamespace;
+using TNamespace = boost::shared_ptr<ICIMNamespace>;
 
 // The text of a failure goes to the log too, where it stands for failures of all kinds.
 template <typename Call>

@@ -22,7 +22,7 @@ namespace container {
 namespace {
 
 using namespace NQORHWX20;
-typedef boost::shared_ptr<TMemoryNamespace> TNamespacePtr;
+using TNamespacePtr = boost::shared_ptr<TMemoryNamespace>;
 
 const char kObjects[] = "QUALIFIER.DECLARATION, CLASS, INSTANCE or a VALUE with one of them";
 
@@ -109,7 +109,7 @@ class TAssembler {
   }
 
  private:
-  typedef std::unordered_map<std::string, TClassPart*, TCIMNameHash, TCIMNameEqual> TWaiting;
+  using TWaiting = std::unordered_map<std::string, TClassPart*, TCIMNameHash, TCIMNameEqual>;
 
   void AddReadyDecls() {
     fDecls.remove_if([this](TQualifierDeclPart& decl) {

@@ -25,7 +25,7 @@ using NQORHWX20::TCIMChar16;
 using NQORHWX20::TCIMDateTime;
 using NQORHWX20::TCIMValue;
 using NQORHWX20::THWXException;
-typedef TCIMValue::TCIMType TCIMType;
+using TCIMType = TCIMValue::TCIMType;
 
 template <typename Real>
 using Bits = std::conditional_t<sizeof(Real) == 4, std::uint32_t, std::uint64_t>;

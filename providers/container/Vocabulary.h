@@ -9,7 +9,7 @@
 
 namespace container {
 
-typedef NQORHWX20::TCIMValue::TCIMType TType;
+using TType = NQORHWX20::TCIMValue::TCIMType;
 
 inline bool IsArrayType(const TType& type) {
   return (type & TType::kCIMTypeArrayFlag) != 0;

@@ -26,7 +26,7 @@ namespace container {
 namespace {
 
 using namespace NQORHWX20;
-typedef boost::shared_ptr<ICIMQualifierDecl> TQualifierDecl;
+using TQualifierDecl = boost::shared_ptr<ICIMQualifierDecl>;
 
 const char* Word(bool value) {
   return value ? "true" : "false";

@@ -70,7 +70,7 @@ class StubQualified : public Base {
   }
 };
 
-typedef StubQualified<NQORHWX20::ICIMQualifiedElement> StubQualifiedElement;
+using StubQualifiedElement = StubQualified<NQORHWX20::ICIMQualifiedElement>;
 
 class StubClass : public StubQualified<NQORHWX20::ICIMClass> {
  public:

@@ -32,7 +32,7 @@ namespace hwxtest {
 ///     EXPECT_EQ(root.CurlCalls(), ...);
 class TransferRoot {
  public:
-  typedef std::vector<std::string> Lines;
+  using Lines = std::vector<std::string>;
 
   TransferRoot() {
     std::filesystem::create_directory(fDirectory / "root");

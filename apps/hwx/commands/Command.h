@@ -57,7 +57,7 @@ class ICommand {
   virtual int FailureStatus() const { return kExitFailed; }
 };
 
-typedef std::unique_ptr<ICommand> CommandPtr;
+using CommandPtr = std::unique_ptr<ICommand>;
 
 }  // namespace hwx
 

@@ -63,7 +63,7 @@ std::string Why(const NamespacePtr& machine, const TQueriedProperty& queried,
 template <typename Query, typename Explain>
 auto Ask(const NamespacePtr& machine, const TQueriedProperty& queried, Query query, Explain explain)
     -> TAnswer<decltype(query())> {
-  typedef decltype(query()) T;
+  using T = decltype(query());
   try {
     return {query(), std::string()};
   } catch (const THWXException& failure) {

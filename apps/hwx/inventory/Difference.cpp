@@ -16,7 +16,7 @@ using namespace NQORHWX20;
 
 namespace {
 
-typedef std::unordered_set<std::string, TCIMNameHash, TCIMNameEqual> TNames;
+using TNames = std::unordered_set<std::string, TCIMNameHash, TCIMNameEqual>;
 
 TNames ClassAndAncestors(ClassPtr cimClass) {
   TNames names = {cimClass->GetName(TCIMContext())};

@@ -12,7 +12,7 @@
 
 namespace hwx {
 
-typedef std::vector<ClassPtr> TClasses;
+using TClasses = std::vector<ClassPtr>;
 
 /// All classes, each behind its superclass.
 TClasses AllClasses(NQORHWX20::ICIMNamespace& ns);
@@ -28,7 +28,7 @@ TClasses ClassesLike(NQORHWX20::ICIMNamespace& ns, const std::vector<std::string
 /// Those of the classes that aren't associations.
 TClasses WithoutAssociations(const TClasses& classes);
 
-typedef std::function<void(const InstancePtr&)> TInstanceVisitor;
+using TInstanceVisitor = std::function<void(const InstancePtr&)>;
 
 /// Presents the instances that the class itself has, none of its subclasses'. A provider that fails
 /// costs the rest of this class: that is reported on the standard error stream, and the answer is

@@ -11,7 +11,7 @@
 namespace hwx {
 
 /// Keeps the keys in the order in which they were put in.
-typedef nlohmann::ordered_json TJson;
+using TJson = nlohmann::ordered_json;
 
 /// `json` in whole lines of pure ASCII, so that no control character, also of the higher ones,
 /// reaches a terminal raw. Bytes that aren't UTF-8 are replaced by U+FFFD.

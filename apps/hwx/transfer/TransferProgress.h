@@ -18,7 +18,7 @@ namespace hwx {
 /// Thread-safety: belongs to one thread. It has another of its own, on which it asks `position`.
 class TTransferProgress {
  public:
-  typedef std::function<std::optional<std::uintmax_t>()> TPosition;
+  using TPosition = std::function<std::optional<std::uintmax_t>()>;
 
   /// `position` gives the bytes that are through, and `total` is all of them, if that is known.
   TTransferProgress(TPosition position, std::optional<std::uintmax_t> total);

@@ -20,8 +20,8 @@ namespace {
 using detail::TCurlLibrary;
 using detail::TCurlSink;
 
-typedef boost::shared_ptr<std::FILE> StreamPtr;
-typedef std::array<char, detail::kCurlErrorSize> ErrorBuffer;
+using StreamPtr = boost::shared_ptr<std::FILE>;
+using ErrorBuffer = std::array<char, detail::kCurlErrorSize>;
 
 // 32 bits wide. Contract: write-failed-32-bits.
 constexpr std::size_t kWriteFailed = 0xFFFFFFFF;

@@ -28,10 +28,10 @@ using detail::Existing;
 
 const char kUnknown[] = "Unknown";
 
-typedef boost::shared_ptr<ICIMNamespace> NamespacePtr;
-typedef boost::shared_ptr<ICIMClass> ClassPtr;
-typedef boost::shared_ptr<ICIMInstance> InstancePtr;
-typedef boost::shared_ptr<ICIMProperty> PropertyPtr;
+using NamespacePtr = boost::shared_ptr<ICIMNamespace>;
+using ClassPtr = boost::shared_ptr<ICIMClass>;
+using InstancePtr = boost::shared_ptr<ICIMInstance>;
+using PropertyPtr = boost::shared_ptr<ICIMProperty>;
 
 // The caller's context with the provider chosen. Some calls of a query get it, and others an empty
 // one. Contract: context-of-each-call, no-other-provider.

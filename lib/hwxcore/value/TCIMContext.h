@@ -10,7 +10,7 @@ namespace NQORHWX20 {
 
 /// Named values that travel with a call to a provider, by value, so that the callee owns a copy.
 /// The key "nspID" names the provider that is to answer.
-typedef std::map<std::string, TCIMValue> TCIMContext;
+using TCIMContext = std::map<std::string, TCIMValue>;
 
 }  // namespace NQORHWX20
 

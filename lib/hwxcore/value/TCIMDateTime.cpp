@@ -9,7 +9,7 @@ namespace NQORHWX20 {
 
 namespace {
 
-typedef boost::shared_ptr<TCIMDateTimeImpl> TBody;
+using TBody = boost::shared_ptr<TCIMDateTimeImpl>;
 
 // Stands in for the body of a cleared date-time.
 const TCIMDateTimeImpl kNullBody;

@@ -23,7 +23,7 @@ namespace NQORHWX20 {
 
 namespace {
 
-typedef TCIMValue::TCIMType TCIMType;
+using TCIMType = TCIMValue::TCIMType;
 
 const struct {
   const char* fName;

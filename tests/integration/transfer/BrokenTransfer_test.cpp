@@ -13,7 +13,7 @@ namespace {
 
 using testing::HasSubstr;
 
-typedef RealTransfer BrokenTransfer;
+using BrokenTransfer = RealTransfer;
 
 INSTANTIATE_TEST_SUITE_P(Servers, BrokenTransfer, testing::Values("ftp", "sftp"),
                          [](const auto& which) { return which.param; });

@@ -15,7 +15,7 @@ using testing::StartsWith;
 
 const std::string kDone = "returned 1\n";
 
-typedef RealTransfer Transfer;
+using Transfer = RealTransfer;
 
 INSTANTIATE_TEST_SUITE_P(Servers, Transfer, testing::Values("ftp", "sftp"),
                          [](const auto& which) { return which.param; });

@@ -91,7 +91,7 @@ extern "C" int dlclose(void* library) noexcept {
 
 namespace {
 
-typedef std::vector<std::string> Arguments;
+using Arguments = std::vector<std::string>;
 
 // Calls the library with whatever was taken away, and prints what it returns. Tells how many
 // descriptors it leaves open, if it does.
@@ -112,7 +112,7 @@ void Use(Call call) {
   std::cout << "returned " << result << "\n";
 }
 
-typedef int (*TWrapper)(std::string, std::string, std::string);
+using TWrapper = int (*)(std::string, std::string, std::string);
 
 std::function<void(const Arguments&)> Wrapper(TWrapper wrapper) {
   return [wrapper](const Arguments& a) { Use([&] { return wrapper(a[0], a[1], a[2]); }); };

@@ -17,7 +17,7 @@
 
 namespace {
 
-typedef std::size_t (*TWriteFunction)(char*, std::size_t, std::size_t, void*);
+using TWriteFunction = std::size_t (*)(char*, std::size_t, std::size_t, void*);
 
 constexpr int kOK = 0;
 constexpr int kWriteError = 23;

@@ -9,7 +9,7 @@ namespace NQORHWX20::detail {
 
 namespace {
 
-typedef std::pair<std::string_view, std::string_view> TEntry;
+using TEntry = std::pair<std::string_view, std::string_view>;
 
 // A line whose end can't be read for an error is left out: half a value is worse than none.
 std::string ReadLines(std::istream& stream) {

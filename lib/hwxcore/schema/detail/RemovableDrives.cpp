@@ -13,7 +13,7 @@ namespace NQORHWX20::detail {
 
 namespace {
 
-typedef boost::shared_ptr<ICIMInstance> InstancePtr;
+using InstancePtr = boost::shared_ptr<ICIMInstance>;
 
 std::vector<InstancePtr> ScsiDevices(const boost::shared_ptr<ICIMNamespace>& ns) {
   std::vector<InstancePtr> devices;

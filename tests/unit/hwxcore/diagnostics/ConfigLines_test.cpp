@@ -13,7 +13,7 @@ using testing::Pair;
 
 namespace {
 
-typedef std::map<std::string, std::string> TEntries;
+using TEntries = std::map<std::string, std::string>;
 
 TEntries Read(const std::string& text, TEntries entries = TEntries()) {
   std::istringstream stream(text);

@@ -47,7 +47,7 @@ TEST(ILoggerEntry, KeepsSeverityMessageAndTime) {
 }
 
 // The forms of the operations, held by the compiler.
-typedef ILogger::EHWXLogSeverity Severity;
+using Severity = ILogger::EHWXLogSeverity;
 static_assert(std::is_abstract_v<ILogger> && std::has_virtual_destructor_v<ILogger>);
 static_assert(Has<void (ILogger::*)(Severity, const std::string&)>(&ILogger::OutputLogEntry));
 static_assert(Has<void (ILogger::*)(Severity, const std::string&)>(&ILogger::SysLogEntry));

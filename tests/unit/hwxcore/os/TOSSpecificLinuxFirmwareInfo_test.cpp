@@ -19,7 +19,7 @@ using hwxtest::TextOf;
 using ::testing::ElementsAre;
 using ::testing::Pair;
 
-typedef std::vector<std::string> TFields;
+using TFields = std::vector<std::string>;
 
 class GetMachineInfo : public hwxtest::FirmwareFixture {
  protected:

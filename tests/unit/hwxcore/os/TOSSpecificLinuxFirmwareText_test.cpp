@@ -17,7 +17,7 @@ using ::testing::IsEmpty;
 
 using namespace std::string_literals;
 
-typedef std::vector<char> TMemory;
+using TMemory = std::vector<char>;
 
 TMemory Memory(const std::string& text) {
   return TMemory(text.begin(), text.end());

@@ -21,7 +21,7 @@ using testing::Pair;
 
 namespace {
 
-typedef std::vector<std::string> Texts;
+using Texts = std::vector<std::string>;
 
 // The arguments that a command line gives, each in brackets.
 std::string Split(const std::string& arguments) {

@@ -14,7 +14,7 @@ using NQORHWX20::TAddToVectorCallback;
 namespace {
 
 TEST(TAddToVectorCallback, AppendsEachElementAndGoesOn) {
-  typedef boost::shared_ptr<ICIMInstance> InstancePtr;
+  using InstancePtr = boost::shared_ptr<ICIMInstance>;
   const InstancePtr first(new hwxtest::StubInstance);
   const InstancePtr second(new hwxtest::StubInstance);
   std::vector<InstancePtr> instances;

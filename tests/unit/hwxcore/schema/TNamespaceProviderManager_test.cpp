@@ -27,8 +27,8 @@ using testing::Pair;
 
 namespace {
 
-typedef boost::shared_ptr<INamespaceProvider> ProviderPtr;
-typedef boost::function<bool(ProviderPtr)> ProviderCallback;
+using ProviderPtr = boost::shared_ptr<INamespaceProvider>;
+using ProviderCallback = boost::function<bool(ProviderPtr)>;
 
 class Provider : public INamespaceProvider {
  public:

@@ -20,7 +20,7 @@ using hwxtest::ScopedGlobalLocale;
 using hwxtest::StreamedNumber;
 using hwxtest::StreamedText;
 
-typedef std::mt19937_64 TGenerator;
+using TGenerator = std::mt19937_64;
 
 template <typename Number>
 void ExpectReadNumberAsStreamed(const std::string& text) {

@@ -23,7 +23,7 @@ class TCIMChar16Operations : public testing::Test {
   static Character Null() { return Character(std::string("A")); }
 };
 
-typedef testing::Types<TCIMChar16, TCIMChar16Impl> TCharacters;
+using TCharacters = testing::Types<TCIMChar16, TCIMChar16Impl>;
 TYPED_TEST_SUITE(TCIMChar16Operations, TCharacters, );
 
 TYPED_TEST(TCIMChar16Operations, ANumberIsCarriedAndPrintedInDigits) {

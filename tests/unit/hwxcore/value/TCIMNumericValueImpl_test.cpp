@@ -43,8 +43,8 @@ TEST(TCIMNumericValueImplToString, BooleansAreWordsInEveryBase) {
 }
 
 TEST(TCIMNumericValueImplToString, UnsignedNumbersPadHexadecimalAlone) {
-  typedef unsigned char uint8;
-  typedef unsigned short uint16;
+  using uint8 = unsigned char;
+  using uint16 = unsigned short;
   ExpectPrinted(uint8(0), "0", "00", "0");
   ExpectPrinted(uint8(8), "8", "08", "10");
   ExpectPrinted(uint8(10), "10", "0A", "12");
@@ -66,7 +66,7 @@ TEST(TCIMNumericValueImplToString, UnsignedNumbersPadHexadecimalAlone) {
 }
 
 TEST(TCIMNumericValueImplToString, SignedNumbersHaveBaseTenAlone) {
-  typedef signed char sint8;
+  using sint8 = signed char;
   ExpectPrinted(sint8(-1), "-1", kRefusedBase, kRefusedBase);
   ExpectPrinted(sint8(65), "65", kRefusedBase, kRefusedBase);
   ExpectPrinted(sint8(-128), "-128", kRefusedBase, kRefusedBase);

@@ -20,7 +20,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Pair;
 
-typedef TCIMValue::TCIMType Type;
+using Type = TCIMValue::TCIMType;
 
 class TCIMReferenceCalls : public ::testing::Test {
  protected:

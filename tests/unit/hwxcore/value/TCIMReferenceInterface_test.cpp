@@ -20,12 +20,12 @@ namespace {
 
 using hwxtest::Has;
 
-typedef TCIMReference R;
-typedef TCIMReferenceImpl Body;
-typedef TCIMReferenceValueImpl ValueBody;
-typedef boost::shared_ptr<ICIMNamespace> Namespace;
-typedef boost::shared_ptr<ICIMClass> Class;
-typedef boost::function<bool(std::pair<std::string, TCIMValue>)> KeyCallback;
+using R = TCIMReference;
+using Body = TCIMReferenceImpl;
+using ValueBody = TCIMReferenceValueImpl;
+using Namespace = boost::shared_ptr<ICIMNamespace>;
+using Class = boost::shared_ptr<ICIMClass>;
+using KeyCallback = boost::function<bool(std::pair<std::string, TCIMValue>)>;
 
 // The handle.
 static_assert(std::is_constructible_v<R, Namespace, TCIMContext>);

@@ -7,7 +7,7 @@ namespace {
 
 using namespace NQORHWX20;
 
-typedef TCIMValue::TCIMType Type;
+using Type = TCIMValue::TCIMType;
 
 class TCIMReferenceOrder : public ReferenceTest {
  protected:

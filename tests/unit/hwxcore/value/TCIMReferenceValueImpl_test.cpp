@@ -9,7 +9,7 @@ namespace {
 
 using namespace NQORHWX20;
 
-typedef TCIMValue::TCIMType Type;
+using Type = TCIMValue::TCIMType;
 
 class TCIMReferenceValue : public ReferenceTest {
  protected:

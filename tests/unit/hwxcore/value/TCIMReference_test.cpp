@@ -12,7 +12,7 @@ using namespace NQORHWX20;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-typedef TCIMValue::TCIMType Type;
+using Type = TCIMValue::TCIMType;
 
 class TCIMReferenceBinding : public ReferenceTest {
  protected:
@@ -209,7 +209,7 @@ TEST_F(TCIMReferenceBinding, EnumerationStopsAtFalseAndCopies) {
 }
 
 TEST_F(TCIMReferenceBinding, AnEmptyCallbackThrowsOnlyWhenCalled) {
-  typedef boost::function<bool(std::pair<std::string, TCIMValue>)> Callback;
+  using Callback = boost::function<bool(std::pair<std::string, TCIMValue>)>;
   EXPECT_NO_THROW(Parsed("Thing").EnumerateKeyBindings(Callback()));
   EXPECT_THROW(Keyed().EnumerateKeyBindings(Callback()), boost::bad_function_call);
 }

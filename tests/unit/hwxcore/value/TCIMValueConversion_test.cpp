@@ -89,7 +89,7 @@ TEST(TCIMValueConversion, ArraysOfEveryTypeRefuseScalarConversions) {
 
 template <typename Number>
 void ExpectRoundTrip() {
-  typedef std::numeric_limits<Number> Limits;
+  using Limits = std::numeric_limits<Number>;
   for (const Number number :
        {Limits::min(), Limits::lowest(), Limits::max(), Number(0), Number(1)}) {
     const TCIMValue value(number);

@@ -28,11 +28,11 @@ namespace {
 
 using hwxtest::Has;
 
-typedef TCIMValue::TCIMType TCIMType;
-typedef TCIMValue V;
-typedef std::vector<TCIMValue> Elements;
-typedef boost::shared_ptr<ICIMNamespace> Namespace;
-typedef boost::shared_ptr<ICIMClass> Class;
+using TCIMType = TCIMValue::TCIMType;
+using V = TCIMValue;
+using Elements = std::vector<TCIMValue>;
+using Namespace = boost::shared_ptr<ICIMNamespace>;
+using Class = boost::shared_ptr<ICIMClass>;
 
 template <typename Type, typename From>
 constexpr bool kImplicit = std::is_convertible_v<From, Type>;
@@ -152,8 +152,8 @@ static_assert(Has<unsigned short (TCIMChar16Impl::*)() const>(&TCIMChar16Impl::G
 static_assert(Has<std::string (TCIMChar16Impl::*)() const>(&TCIMChar16Impl::ToString));
 
 // Date-times.
-typedef TCIMDateTime D;
-typedef unsigned short Short;
+using D = TCIMDateTime;
+using Short = unsigned short;
 static_assert(std::is_default_constructible_v<D> && std::is_copy_constructible_v<D>);
 static_assert(std::is_constructible_v<D, Short, Short, unsigned int, Short, Short, Short,
                                       unsigned int, short>);

@@ -14,8 +14,8 @@
 
 namespace hwxtest {
 
-typedef NQORHWX20::TCIMValue::TCIMType TCIMType;
-typedef std::vector<NQORHWX20::TCIMValue> TElements;
+using TCIMType = NQORHWX20::TCIMValue::TCIMType;
+using TElements = std::vector<NQORHWX20::TCIMValue>;
 
 /// The name of the status with which `operation` fails, "no failure" if it doesn't.
 template <typename Operation>
