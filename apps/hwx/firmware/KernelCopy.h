@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "hwx/identity/Answer.h"
+#include "hwx/text/Answer.h"
 
 namespace hwx {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "hwx/identity/Answer.h"
+#include "hwx/text/Answer.h"
 #include "hwx/identity/Identity.h"
 #include "hwx/inventory/Namespace.h"
 

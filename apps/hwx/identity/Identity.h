@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "hwx/identity/Answer.h"
+#include "hwx/text/Answer.h"
 #include "hwx/identity/Reasons.h"
 #include "hwx/inventory/Namespace.h"
 

@@ -11,7 +11,7 @@
 
 #include <string>
 
-#include "hwx/identity/Answer.h"
+#include "hwx/text/Answer.h"
 
 namespace hwx {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hwx/identity/Answer.h"
+#include "hwx/text/Answer.h"
 #include "hwx/inventory/Namespace.h"
 
 namespace hwx {

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "hwx/identity/Answer.h"
+#include "hwx/text/Answer.h"
 
 namespace hwxtest {
 

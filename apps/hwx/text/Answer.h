@@ -1,5 +1,5 @@
-#ifndef HWX_IDENTITY_ANSWER_H
-#define HWX_IDENTITY_ANSWER_H
+#ifndef HWX_TEXT_ANSWER_H
+#define HWX_TEXT_ANSWER_H
 
 #include <optional>
 #include <string>
@@ -25,4 +25,4 @@ TAnswer<T> Missing(const std::string& reason) {
 
 }  // namespace hwx
 
-#endif  // HWX_IDENTITY_ANSWER_H
+#endif  // HWX_TEXT_ANSWER_H
