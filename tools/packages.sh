@@ -16,7 +16,7 @@ test_packages=(
   clang libclang-rt-14-dev  # builds the sanitized tests, in two thirds of the time that g++ takes
   libgtest-dev libgmock-dev libbenchmark-dev
   libspdlog-dev libpoco-dev libglib2.0-dev
-  dmidecode lshw clang-format
+  dmidecode lshw clang-format clang-tidy
   libxml2-utils  # checks documents against their definition
   libpugixml-dev  # a peer of the container benchmark
   pure-ftpd openssh-server openssh-sftp-server tinyproxy-bin  # to transfer to and through

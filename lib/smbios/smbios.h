@@ -15,6 +15,8 @@
 extern "C" {
 #endif
 
+/* NOLINTBEGIN(modernize-use-using): C reads this too. */
+
 /** The codes in a status record. Callers know 0, 3 and 5 by number. */
 typedef enum ESmBiosCode {
   kSmBiosOK = 0,             /**< Success. */
@@ -36,6 +38,8 @@ typedef struct TSmBiosStatus {
 
 /** Opaque; nobody has one. */
 typedef struct TPluginManagerProvider TPluginManagerProvider;
+
+/* NOLINTEND(modernize-use-using) */
 
 /**
  * Reads the firmware tables and stores a handle for them, which the caller gives back with

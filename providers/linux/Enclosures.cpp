@@ -50,7 +50,7 @@ void SetType(TChassis& chassis, std::uint8_t type) {
 // 0 says that a number isn't known.
 void SetMeasures(TChassis& chassis, std::uint8_t units, std::uint8_t powerCords) {
   if (units != 0) {
-    chassis.fHeight = units * kInchesPerUnit;
+    chassis.fHeight = static_cast<float>(units) * kInchesPerUnit;
   }
   chassis.fPowerCords = KnownNumber<std::uint16_t>(powerCords, {0});
 }

@@ -11,7 +11,7 @@ namespace linux_machine {
 namespace {
 
 constexpr std::uint64_t kKibibyte = 1024;
-constexpr std::uint64_t kMebibyte = 1024 * 1024;
+constexpr std::uint64_t kMebibyte = kKibibyte * kKibibyte;
 
 constexpr std::size_t kWideSpeeds = 0x54;  // the module's own, then the one that it runs at
 

@@ -138,7 +138,7 @@ std::int64_t DayOf(const TClockChange& change, std::int64_t year) {
     day += DaysOfMonth(year, month);
   }
   const std::int64_t weekday = ((day + 4) % 7 + 7) % 7;  // 1970 began on a Thursday
-  std::int64_t inMonth = (change.fDay - weekday + 7) % 7 + (change.fWeek - 1) * 7;
+  std::int64_t inMonth = (change.fDay - weekday + 7) % 7 + std::int64_t{change.fWeek - 1} * 7;
   while (inMonth >= DaysOfMonth(year, change.fMonth)) {
     inMonth -= 7;
   }

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "hwx/text/Answer.h"
 #include "hwx/identity/Identity.h"
 #include "hwx/inventory/Namespace.h"
+#include "hwx/text/Answer.h"
 
 namespace hwx {
 

@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "hwx/text/Answer.h"
 #include "hwx/identity/Reasons.h"
 #include "hwx/inventory/Namespace.h"
+#include "hwx/text/Answer.h"
 
 namespace hwx {
 

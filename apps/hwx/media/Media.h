@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "hwx/text/Answer.h"
 #include "hwx/inventory/Namespace.h"
+#include "hwx/text/Answer.h"
 
 namespace hwx {
 

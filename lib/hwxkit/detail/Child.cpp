@@ -29,7 +29,8 @@ using TClock = std::chrono::steady_clock;
 constexpr std::size_t kHeadSize = sizeof(std::uint32_t) + 1;
 constexpr std::uint32_t kLargestMessage = 256 * 1024 * 1024;
 constexpr std::size_t kOutputKept = 4096;
-constexpr std::size_t kMostTaken = 1024 * 1024;  // bytes that may be left in front of the buffer
+constexpr std::size_t kMostTaken =
+    std::size_t{1024} * 1024;  // bytes that may be left in front of the buffer
 
 // How often to ask whether the child has ended. The connection doesn't always tell: a child of the
 // child may hold it open.
