@@ -33,7 +33,7 @@ std::optional<std::uint64_t> TakePart(std::string_view& text) {
 }
 
 // SCSI pads its texts with blanks to a fixed width.
-std::optional<std::string> ReadText(const std::string& path) {
+std::optional<std::string> ReadInquiryText(const std::string& path) {
   const std::optional<std::string> text = ReadAttribute(path);
   return text ? std::optional(WithoutTrailingBlanks(*text)) : std::nullopt;
 }
@@ -57,9 +57,9 @@ TScsiDevice ReadDevice(const std::string& devices, const std::string& name,
   if (const std::optional<std::uint64_t> type = ReadNumber(directory + "/type")) {
     device.fDeviceType = ScsiDeviceType(*type);
   }
-  device.fVendorID = ReadText(directory + "/vendor");
-  device.fProductID = ReadText(directory + "/model");
-  device.fRevision = ReadText(directory + "/rev");
+  device.fVendorID = ReadInquiryText(directory + "/vendor");
+  device.fProductID = ReadInquiryText(directory + "/model");
+  device.fRevision = ReadInquiryText(directory + "/rev");
   return device;
 }
 

@@ -17,7 +17,7 @@ std::string FilePath() {
 }
 
 // The library doesn't tell why there are no keys.
-std::string WhyEmpty(TConfig& config) {
+std::string WhyNoKeys(TConfig& config) {
   if (!TOSSpecific::FileExists(FilePath())) return "is absent";
   if (TOSSpecific::GetFileSize(FilePath()) == 0) return "is empty";
   return config.parseConfigFile() ? "holds no keys" : "can't be read";
@@ -26,7 +26,7 @@ std::string WhyEmpty(TConfig& config) {
 std::vector<std::string> Keys() {
   TConfig& config = *TConfig::GetInstance();
   std::vector<std::string> keys = config.listKeys();
-  if (keys.empty()) throw TFailure("no configuration: " + FilePath() + " " + WhyEmpty(config));
+  if (keys.empty()) throw TFailure("no configuration: " + FilePath() + " " + WhyNoKeys(config));
   return keys;
 }
 

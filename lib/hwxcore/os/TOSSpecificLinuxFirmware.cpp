@@ -20,7 +20,7 @@ namespace {
 
 const char kDefaultType[] = "0000";
 const char kDefaultBiosID[] = "00";
-const char kUnknown[] = "Unknown";
+const char kUnknownValue[] = "Unknown";
 
 // Where the fields stand in a structure. They are read wherever the formatted area ends: in a
 // shorter one, the strings or the zeros behind them stand there.
@@ -137,9 +137,9 @@ std::string TypeIn(const std::string& productName, const std::string& type) {
 
 struct TMachineInfo {
   std::string fType = kDefaultType;
-  std::string fName = kUnknown;
-  std::string fModel = kUnknown;
-  std::string fSerialNumber = kUnknown;
+  std::string fName = kUnknownValue;
+  std::string fModel = kUnknownValue;
+  std::string fSerialNumber = kUnknownValue;
 };
 
 // Contract: eight-lines.
