@@ -8,8 +8,6 @@
 
 namespace hwx {
 
-using namespace NQORHWX20;
-
 namespace {
 
 constexpr std::size_t kTypeSize = 4;
