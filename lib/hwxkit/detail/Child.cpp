@@ -19,6 +19,8 @@
 #include <thread>
 #include <utility>
 
+#include "hwxsys/Sanitizers.h"
+
 namespace NQORHWX20::detail {
 
 namespace {
@@ -82,20 +84,8 @@ std::string HowEnded(int status) {
 }
 
 // Under the sanitizers there is no limit of memory: they map terabytes that they never touch.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr bool kIsSanitized = true;
-#else
-constexpr bool kIsSanitized = false;
-#endif
-#elif defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kIsSanitized = true;
-#else
-constexpr bool kIsSanitized = false;
-#endif
-
 void LimitMemory(std::uint64_t bytes) {
-  if (bytes == 0 || kIsSanitized) return;
+  if (bytes == 0 || hwxsys::kIsSanitized) return;
   const rlimit limit = {bytes, bytes};
   ::setrlimit(RLIMIT_DATA, &limit);
 }

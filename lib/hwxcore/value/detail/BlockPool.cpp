@@ -2,22 +2,14 @@
 
 #include <new>
 
+#include "hwxsys/Sanitizers.h"
+
 namespace NQORHWX20::detail {
 
 namespace {
 
 // The sanitizers are to see each block come and go.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr bool kKeepsBlocks = false;
-#else
-constexpr bool kKeepsBlocks = true;
-#endif
-#elif defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kKeepsBlocks = false;
-#else
-constexpr bool kKeepsBlocks = true;
-#endif
+constexpr bool kKeepsBlocks = !hwxsys::kIsSanitized;
 
 constexpr std::size_t kUnit = 8;  // of all sizes
 constexpr std::size_t kLargest = 64;
